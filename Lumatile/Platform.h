@@ -1,0 +1,24 @@
+#pragma once
+
+namespace lumatile {
+
+class AccessibilityPlatform;
+class HotKeyPlatform;
+class Preferences;
+class RunLoop;
+class ScreenList;
+class SystemLog;
+class Workspace;
+
+/// Every port the application needs. The adapters behind it outlive the application.
+struct Platform {
+    AccessibilityPlatform& accessibility;
+    ScreenList& screenList;
+    HotKeyPlatform& hotKeys;
+    Workspace& workspace;
+    RunLoop& runLoop;
+    Preferences& preferences;
+    SystemLog& log;
+};
+
+}  // namespace lumatile

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace lumatile {
+
+using Bytes = std::string;
+
+/// Port: the user's stored settings, typed values under fixed keys. A reader asks for the type that
+/// it needs; a value of another type reads as absent and stays stored.
+class Preferences {
+public:
+    virtual ~Preferences() = default;
+
+    virtual std::optional<Bytes> bytes(std::string_view key) = 0;
+    virtual std::optional<bool> boolean(std::string_view key) = 0;
+
+    /// Stores a value at once. When the disk refuses it, the adapter logs one line, answers the new
+    /// value from memory, and tries again at the next change; what the disk held stays untouched.
+    virtual void setBytes(std::string_view key, const Bytes& value) = 0;
+    virtual void setBoolean(std::string_view key, bool value) = 0;
+};
+
+}  // namespace lumatile

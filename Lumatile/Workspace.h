@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "windows/AccessibilityPlatform.h"
+
+namespace lumatile {
+
+/// An application with at least one window on the desktop.
+struct RunningApplication {
+    Pid pid = 0;
+    std::optional<std::string> bundleIdentifier;  ///< Desktop file id, else the window class.
+    bool isRegular = false;  ///< Has at least one ordinary window, as opposed to panels and tools.
+    bool isHidden = false;   ///< None of its windows can be seen.
+};
+
+/// Port: the running applications.
+class Workspace {
+public:
+    virtual ~Workspace() = default;
+
+    /// The application that owns the active window; absent when none is active or its process is
+    /// not known.
+    virtual std::optional<RunningApplication> frontmostApplication() = 0;
+
+    /// All applications whose process is known, each once.
+    virtual std::vector<RunningApplication> runningApplications() = 0;
+};
+
+}  // namespace lumatile

@@ -1,0 +1,18 @@
+# Flags of every target of this project.
+
+add_library(lumatile_flags INTERFACE)
+target_include_directories(lumatile_flags INTERFACE "${PROJECT_SOURCE_DIR}")
+target_compile_options(lumatile_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wold-style-cast -Wnull-dereference -Werror
+)
+# Geometry agrees bit for bit only where no multiply-add is fused.
+target_compile_options(lumatile_flags INTERFACE -ffp-contract=off)
+
+if(LUMATILE_SANITIZE)
+  # gcc 12 reports null dereferences inside instrumented standard-library code that is sound.
+  target_compile_options(lumatile_flags INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
+    -Wno-null-dereference -Wno-maybe-uninitialized)
+  target_link_options(lumatile_flags INTERFACE -fsanitize=address,undefined)
+endif()

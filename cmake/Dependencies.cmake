@@ -1,0 +1,8 @@
+# What comes from the system. The packages are listed, with reasons, in scripts/packages.txt.
+
+find_package(PkgConfig REQUIRED)
+find_package(nlohmann_json 3.11 REQUIRED)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core)
+
+pkg_check_modules(utf8proc REQUIRED IMPORTED_TARGET libutf8proc)
+pkg_check_modules(xcb REQUIRED IMPORTED_TARGET xcb xcb-randr xcb-res xcb-xkb xcb-icccm xcb-ewmh)

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <vector>
+
+#include "geometry/Rect.h"
+
+namespace lumatile {
+
+/// A screen in the platform's space: origin at the bottom-left corner of the primary screen, y
+/// upwards, so `frame.y` is the screen's lower edge.
+struct PlatformScreen {
+    Rect frame;         ///< The whole screen.
+    Rect visibleFrame;  ///< The screen less panels and docks.
+
+    bool operator==(const PlatformScreen&) const = default;
+};
+
+/// Port: the screens there are at this moment.
+class ScreenList {
+public:
+    virtual ~ScreenList() = default;
+
+    /// Every screen, the primary one first, in the platform's order. Empty when there is none.
+    virtual std::vector<PlatformScreen> screens() = 0;
+};
+
+}  // namespace lumatile

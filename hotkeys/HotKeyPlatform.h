@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+namespace lumatile {
+
+/// What a hot-key registration is known by: who made it and which one it is.
+struct HotKeyID {
+    std::uint32_t signature = 0;
+    std::uint32_t id = 0;
+
+    bool operator==(const HotKeyID&) const = default;
+};
+
+/// The platform's handle on a registration that it accepted.
+using HotKeyReference = std::uint64_t;
+
+/// Port: key combinations that reach this program whichever window is in front.
+class HotKeyPlatform {
+public:
+    /// Called on the main thread for every press of a registered combination, once however long it
+    /// is held. The id is absent when the event's own could not be read.
+    /// @return 0, the status of an event that was handled
+    using Handler = std::function<std::int32_t(std::optional<HotKeyID>)>;
+
+    virtual ~HotKeyPlatform() = default;
+
+    /// Sets the one handler of all presses.
+    virtual void installHandler(Handler handler) = 0;
+
+    /// @param keyCode a physical key (virtual key code, `Shortcut::carbonKeyCode`)
+    /// @param modifiers classic modifier mask (`Shortcut::carbonModifiers`)
+    /// @return absent when the combination is reserved or another program has it
+    virtual std::optional<HotKeyReference> registerHotKey(std::uint32_t keyCode,
+                                                          std::uint32_t modifiers, HotKeyID id) = 0;
+
+    virtual void unregisterHotKey(HotKeyReference reference) = 0;
+};
+
+}  // namespace lumatile

@@ -1,0 +1,125 @@
+#include "platform/x11/X11Connection.h"
+
+#include <poll.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+#include "platform/x11/X11Reply.h"
+
+namespace lumatile {
+
+X11Connection::Subscription::~Subscription() {
+    if (connection_ != nullptr) {
+        connection_->observers_.erase(place_);
+    }
+}
+
+X11Connection::Subscription::Subscription(Subscription&& other) noexcept
+    : connection_(std::exchange(other.connection_, nullptr)), place_(other.place_) {}
+
+X11Connection::Subscription& X11Connection::Subscription::operator=(Subscription&& other) noexcept {
+    std::swap(connection_, other.connection_);
+    std::swap(place_, other.place_);
+    return *this;
+}
+
+std::unique_ptr<X11Connection> X11Connection::open(const std::string& displayName) {
+    int screenNumber = 0;
+    xcb_connection_t* connection =
+        xcb_connect(displayName.empty() ? nullptr : displayName.c_str(), &screenNumber);
+    if (xcb_connection_has_error(connection) != 0) {
+        xcb_disconnect(connection);
+        return nullptr;
+    }
+    xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
+    for (; screenNumber > 0 && screens.rem > 1; --screenNumber) {
+        xcb_screen_next(&screens);
+    }
+    return std::unique_ptr<X11Connection>(new X11Connection(connection, screens.data));
+}
+
+X11Connection::X11Connection(xcb_connection_t* connection, xcb_screen_t* screen)
+    : connection_(connection), screen_(screen), atoms_(connection) {}
+
+X11Connection::~X11Connection() { xcb_disconnect(connection_); }
+
+void X11Connection::selectRootEvents(std::uint32_t mask) {
+    rootEventMask_ |= mask;
+    xcb_change_window_attributes(connection_, root(), XCB_CW_EVENT_MASK, &rootEventMask_);
+}
+
+X11Connection::Subscription X11Connection::observe(Observer observer) {
+    Subscription subscription;
+    subscription.connection_ = this;
+    subscription.place_ = observers_.insert(observers_.end(), std::move(observer));
+    return subscription;
+}
+
+void X11Connection::defer(std::function<void()> action) { deferred_.push_back(std::move(action)); }
+
+int X11Connection::fileDescriptor() const { return xcb_get_file_descriptor(connection_); }
+
+void X11Connection::dispatch() {
+    if (dispatching_) {
+        return;
+    }
+    dispatching_ = true;
+    readEvents();
+    while (!deferred_.empty()) {
+        const std::function<void()> action = std::move(deferred_.front());
+        deferred_.pop_front();
+        action();
+        readEvents();
+    }
+    xcb_flush(connection_);
+    dispatching_ = false;
+}
+
+void X11Connection::handOut(const xcb_generic_event_t& event) {
+    for (const Observer& observer : observers_) {
+        observer(event);
+    }
+}
+
+void X11Connection::readEvents() {
+    while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
+        handOut(*event);
+    }
+}
+
+bool X11Connection::waitForEvents(Clock::time_point deadline) {
+    xcb_flush(connection_);
+    while (!isLost()) {
+        bool any = false;
+        while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
+            handOut(*event);
+            any = true;
+        }
+        if (any) {
+            return true;
+        }
+        const auto left = deadline - Clock::now();
+        if (left <= Clock::duration::zero()) {
+            return false;
+        }
+        const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(left).count();
+        pollfd descriptor{fileDescriptor(), POLLIN, 0};
+        if (poll(&descriptor, 1, static_cast<int>(std::min<long long>(milliseconds, 1000))) < 0 &&
+            errno != EINTR) {
+            return false;
+        }
+    }
+    return false;
+}
+
+void X11Connection::synchronize() {
+    const X11Reply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+    readEvents();
+}
+
+bool X11Connection::isLost() const { return xcb_connection_has_error(connection_) != 0; }
+
+}  // namespace lumatile

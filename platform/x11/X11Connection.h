@@ -1,0 +1,100 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <list>
+#include <memory>
+#include <string>
+
+#include <xcb/xcb.h>
+
+#include "platform/x11/X11Atoms.h"
+
+namespace lumatile {
+
+/// The one connection to the X server, which all X11 adapters share. Events are handed out in two
+/// stages. Observers see every event as soon as it is read, also while a window write waits for its
+/// answer, and only note what it says. Whatever makes the program act on an event goes through
+/// `defer` and runs when the run loop calls `dispatch`, so that no action starts inside another
+/// one.
+class X11Connection {
+public:
+    using Observer = std::function<void(const xcb_generic_event_t&)>;
+    using Clock = std::chrono::steady_clock;
+
+    /// An observer's place in the list; destroying it takes the observer out.
+    class Subscription {
+    public:
+        Subscription() = default;
+        ~Subscription();
+        Subscription(Subscription&& other) noexcept;
+        Subscription& operator=(Subscription&& other) noexcept;
+        Subscription(const Subscription&) = delete;
+        Subscription& operator=(const Subscription&) = delete;
+
+    private:
+        friend class X11Connection;
+        X11Connection* connection_ = nullptr;
+        std::list<Observer>::iterator place_;
+    };
+
+    /// @param displayName as in $DISPLAY; empty: the value of $DISPLAY
+    /// @return nothing when there is no such server or it refuses
+    static std::unique_ptr<X11Connection> open(const std::string& displayName = {});
+
+    X11Connection(const X11Connection&) = delete;
+    X11Connection& operator=(const X11Connection&) = delete;
+    ~X11Connection();
+
+    xcb_connection_t* get() const { return connection_; }
+    const xcb_screen_t& screen() const { return *screen_; }
+    xcb_window_t root() const { return screen_->root; }
+    X11Atoms& atoms() { return atoms_; }
+
+    /// Adds to the root window's event mask. The mask of a window belongs to the connection, so
+    /// observers that each set their own would undo one another.
+    void selectRootEvents(std::uint32_t mask);
+
+    [[nodiscard]] Subscription observe(Observer observer);
+
+    /// Runs `action` at the next `dispatch`, after every action that was deferred before it.
+    void defer(std::function<void()> action);
+
+    /// For the run loop: readable when the server has sent something.
+    int fileDescriptor() const;
+
+    /// Reads what has arrived and runs the deferred actions. To be called when the descriptor is
+    /// readable and before the run loop blocks (replies that were waited for bring events along,
+    /// and those do not make the descriptor readable again).
+    void dispatch();
+
+    /// Hands everything that has arrived to the observers, without waiting.
+    void readEvents();
+
+    /// Waits until at least one event has been handed to the observers.
+    /// @return false when `deadline` passed first or the server is gone
+    bool waitForEvents(Clock::time_point deadline);
+
+    /// One round trip, after which the observers have seen every event up to now.
+    void synchronize();
+
+    /// True once the server has gone away; nothing works from then on.
+    bool isLost() const;
+
+private:
+    X11Connection(xcb_connection_t* connection, xcb_screen_t* screen);
+
+    void handOut(const xcb_generic_event_t& event);
+
+    xcb_connection_t* connection_;
+    xcb_screen_t* screen_;
+    X11Atoms atoms_;
+    std::uint32_t rootEventMask_ = 0;
+    std::list<Observer> observers_;
+    std::deque<std::function<void()>> deferred_;
+    bool dispatching_ = false;
+};
+
+}  // namespace lumatile
