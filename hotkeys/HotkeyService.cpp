@@ -1,0 +1,61 @@
+#include "hotkeys/HotkeyService.h"
+
+#include <cstdlib>
+#include <limits>
+#include <optional>
+#include <utility>
+
+namespace lumatile {
+
+namespace {
+
+/// The status of an event that was handled. Every press counts as handled, also one that no action
+/// belongs to, so that nobody else acts on it.
+constexpr std::int32_t noError = 0;
+
+}  // namespace
+
+HotkeyService::HotkeyService(HotKeyPlatform& platform) : platform_(platform) {}
+
+HotkeyService::~HotkeyService() { unregisterAll(); }
+
+std::uint32_t HotkeyService::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                            Action action) {
+    if (!installed_) {
+        installed_ = true;
+        platform_.installHandler(
+            [handlers = std::weak_ptr<Handlers>(handlers_)](std::optional<HotKeyID> pressed) {
+                const std::shared_ptr<Handlers> alive = handlers.lock();
+                if (!alive || !pressed) {
+                    return noError;
+                }
+                const auto found = alive->find(pressed->id);
+                if (found != alive->end()) {
+                    // A copy, since an action may register anew and so change the map.
+                    const Action called = found->second;
+                    called();
+                }
+                return noError;
+            });
+    }
+    if (nextID_ == std::numeric_limits<std::uint32_t>::max()) {
+        std::abort();  // Four thousand million registrations: the counting itself is broken.
+    }
+    const std::uint32_t id = nextID_++;
+    (*handlers_)[id] = std::move(action);
+    if (const auto reference =
+            platform_.registerHotKey(keyCode, modifiers, HotKeyID{signature, id})) {
+        refs_[id] = *reference;
+    }
+    return id;
+}
+
+void HotkeyService::unregisterAll() {
+    const auto refs = std::exchange(refs_, {});
+    for (const auto& [id, reference] : refs) {
+        platform_.unregisterHotKey(reference);
+        handlers_->erase(id);
+    }
+}
+
+}  // namespace lumatile

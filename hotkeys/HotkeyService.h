@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <unordered_map>
+
+#include "hotkeys/HotKeyPlatform.h"
+
+namespace lumatile {
+
+/// Turns key combinations into calls: keeps one action per registration and calls it when the
+/// combination is pressed. There is one service in the process; ids are never handed out twice.
+class HotkeyService {
+public:
+    using Action = std::function<void()>;
+
+    /// "LUMA", the signature in the id of every registration.
+    static constexpr std::uint32_t signature = 0x4C554D41;
+
+    /// @param platform outlives the service
+    explicit HotkeyService(HotKeyPlatform& platform);
+    HotkeyService(const HotkeyService&) = delete;
+    HotkeyService& operator=(const HotkeyService&) = delete;
+    ~HotkeyService();
+
+    /// Registers a combination. One that the platform refuses, because another program has it, gets
+    /// an id all the same, and its action is never called: the service does not tell conflicts.
+    /// @param keyCode virtual key code of the physical key
+    /// @param modifiers classic modifier mask
+    /// @return the id under which the action is kept
+    std::uint32_t registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, Action action);
+
+    /// Gives back every combination that this service holds.
+    void unregisterAll();
+
+private:
+    using Handlers = std::unordered_map<std::uint32_t, Action>;
+
+    /// Shared with the handler that the platform keeps for ever, so that a press after the end of
+    /// the service finds nothing to call instead of a dangling pointer.
+    std::shared_ptr<Handlers> handlers_ = std::make_shared<Handlers>();
+    std::unordered_map<std::uint32_t, HotKeyReference> refs_;
+    std::uint32_t nextID_ = 1;
+    bool installed_ = false;
+    HotKeyPlatform& platform_;
+};
+
+}  // namespace lumatile
