@@ -13,14 +13,20 @@ namespace lumatile {
 /// top-left corner of the primary monitor wherever that lies on the root.
 class X11Monitors {
 public:
+    /// @param connection outlives the monitors
     explicit X11Monitors(X11Connection& connection);
 
-    /// Whole monitors in root coordinates. Read again after every change of the server's monitors;
-    /// the whole root where the server knows no monitors. Never empty while the server lives.
+    /// Whole monitors in root coordinates, each place once (mirrored outputs are one monitor). Read
+    /// again after every change of the server's monitors; the whole root where the server knows no
+    /// monitors. Never empty while the server lives.
     const std::vector<Rect>& rootRects();
 
     /// Width and height of the root window; struts are counted from its edges.
     Size rootSize();
+
+    /// Makes the next call read the monitors anew, for callers that must not miss a change whose
+    /// event has not arrived yet.
+    void invalidate() { stale_ = true; }
 
     Point fromRoot(const Point& point);
     Point toRoot(const Point& point);
@@ -29,12 +35,15 @@ public:
 
 private:
     void refresh();
+    void readMonitors();
+    Point origin();
 
     X11Connection& connection_;
-    X11Connection::Subscription subscription_;
+    bool knowsMonitors_ = false;  // RandR 1.5
     bool stale_ = true;
     std::vector<Rect> rootRects_;
     Size rootSize_;
+    X11Connection::Subscription subscription_;  // Last: its observer names the fields above.
 };
 
 }  // namespace lumatile
