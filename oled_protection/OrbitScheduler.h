@@ -38,10 +38,6 @@ public:
     /// than a person moves a window.
     static constexpr double outsideMoveTolerance = 1.5;
 
-    /// The largest radius for which a path is made; a larger one counts as this one. Keeps a path
-    /// within a few megabytes.
-    static constexpr std::int64_t maximumRadius = 10'000;
-
     explicit OrbitScheduler(const OrbitConfig& config = {},
                             const std::optional<JitterPolicy>& jitter = std::nullopt);
     OrbitScheduler(const OrbitScheduler&) = delete;
