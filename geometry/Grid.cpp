@@ -1,13 +1,15 @@
 #include "geometry/Grid.h"
 
+#include <cmath>
+
 #include "geometry/GridSize.h"
 
 namespace lumatile {
 
 Size Grid::cellSize(const Rect& frame, Orientation orientation) {
     const GridSize grid = GridSize::of(orientation);
-    return {frame.width / static_cast<double>(grid.cols),
-            frame.height / static_cast<double>(grid.rows)};
+    return {std::abs(frame.width) / static_cast<double>(grid.cols),
+            std::abs(frame.height) / static_cast<double>(grid.rows)};
 }
 
 Rect Grid::rect(const CellRect& cell, const Rect& frame, Orientation orientation) {
@@ -44,12 +46,16 @@ Rect Grid::centered(const Size& size, const Rect& frame) {
 }
 
 Rect Grid::transferred(const Rect& rect, const Rect& source, const Rect& target) {
-    const double rx = (rect.minX() - source.minX()) / source.width;
-    const double ry = (rect.minY() - source.minY()) / source.height;
-    const double rw = rect.width / source.width;
-    const double rh = rect.height / source.height;
-    return {target.minX() + rx * target.width, target.minY() + ry * target.height,
-            rw * target.width, rh * target.height};
+    const double sourceWidth = std::abs(source.width);
+    const double sourceHeight = std::abs(source.height);
+    const double rx = (rect.minX() - source.minX()) / sourceWidth;
+    const double ry = (rect.minY() - source.minY()) / sourceHeight;
+    const double rw = std::abs(rect.width) / sourceWidth;
+    const double rh = std::abs(rect.height) / sourceHeight;
+    const double targetWidth = std::abs(target.width);
+    const double targetHeight = std::abs(target.height);
+    return {target.minX() + rx * targetWidth, target.minY() + ry * targetHeight, rw * targetWidth,
+            rh * targetHeight};
 }
 
 }  // namespace lumatile
