@@ -1,0 +1,23 @@
+#include "platform/x11/X11ShortcutText.h"
+
+#include "commands/Shortcut.h"
+#include "platform/x11/X11KeyTable.h"
+
+namespace lumatile {
+
+std::string x11ShortcutText(std::uint32_t keyCode, std::uint32_t modifiers) {
+    std::string text;
+    const auto add = [&](std::uint32_t bit, const char* name) {
+        if ((modifiers & bit) != 0) {
+            text += name;
+        }
+    };
+    add(ClassicModifier::control, "Ctrl+");
+    add(ClassicModifier::option, "Alt+");
+    add(ClassicModifier::shift, "Shift+");
+    add(ClassicModifier::command, "Super+");
+    const X11Key* const key = X11KeyTable::withVirtualKeyCode(keyCode);
+    return key != nullptr ? text.append(key->name) : text + "key " + std::to_string(keyCode);
+}
+
+}  // namespace lumatile

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace lumatile {
+
+/// A combination as keyboards under X11 print it, for the log: "Ctrl+Alt+Left".
+/// @param keyCode virtual key code; one that belongs to no key is named by its number
+/// @param modifiers classic modifier mask; unknown bits are left out
+std::string x11ShortcutText(std::uint32_t keyCode, std::uint32_t modifiers);
+
+}  // namespace lumatile
