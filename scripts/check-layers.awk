@@ -1,0 +1,78 @@
+# Reads the table of layers, then lines "file:line:#include …"; prints those that are forbidden.
+
+function folder_of(path) {
+    # The nearest folder that is a module's.
+    while (path ~ /\//) {
+        sub(/\/[^\/]*$/, "", path)
+        if (path in layers) return path
+    }
+    return ""
+}
+
+function reach(from, target,    i, count, names) {
+    if ((from, target) in reached) return
+    reached[from, target] = 1
+    if (target in folders) may[from, folders[target]] = 1
+    count = split(links[target], names, " ")
+    for (i = 1; i <= count; ++i) reach(from, names[i])
+}
+
+function exists(path,    line, found) {
+    found = (getline line < path) >= 0
+    close(path)
+    return found
+}
+
+function forbid(why) {
+    print place ": " text "  (" why ")"
+    bad = 1
+}
+
+FNR == NR {
+    split($0, column, "|")
+    targets[column[1]] = 1
+    folders[column[1]] = column[3]
+    # The application's ports share its folder; the stricter layer counts there.
+    if (column[2] != "ports") layers[column[3]] = column[2]
+    links[column[1]] = column[4]
+    next
+}
+
+!ready {
+    for (target in targets) reach(folders[target], target)
+    ready = 1
+}
+
+{
+    match($0, /:[0-9]+:/)
+    file = substr($0, 1, RSTART - 1)
+    place = substr($0, 1, RSTART + RLENGTH - 2)
+    text = substr($0, RSTART + RLENGTH)
+
+    # The one place that knows every adapter.
+    if (file == "Lumatile/main.cpp") next
+    own = folder_of(file)
+    if (own == "") { forbid("a folder that is no module's"); next }
+    layer = layers[own]
+
+    if (text ~ /"[^"]*"/) {
+        match(text, /"[^"]*"/)
+        path = substr(text, RSTART + 1, RLENGTH - 2)
+        of = folder_of(path)
+        if (of == "") forbid("not a path from the root to a module's file")
+        else if (of != own && !((own, of) in may)) forbid(own " does not link " of)
+        else if (of != own && layers[of] == "adapter") forbid("another adapter")
+        else if (layer == "adapter" && layers[of] == "application") {
+            # A port is a header alone.
+            sub(/\.h$/, ".cpp", path)
+            if (exists(root "/" path)) forbid("not a port")
+        }
+        next
+    }
+    if (layer == "adapter" || text ~ /<[a-z0-9_]+>/) next
+    if (text ~ /<nlohmann\// && ((own, "nlohmann_json::nlohmann_json") in reached)) next
+    if (text ~ /<utf8proc\.h>/ && ((own, "PkgConfig::utf8proc") in reached)) next
+    forbid("neither the standard library nor a library that " own " links")
+}
+
+END { exit bad }
