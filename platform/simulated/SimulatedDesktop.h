@@ -1,0 +1,83 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "Lumatile/Platform.h"
+#include "platform/simulated/SimulatedAccessibility.h"
+#include "platform/simulated/SimulatedClock.h"
+#include "platform/simulated/SimulatedHotKeys.h"
+#include "platform/simulated/SimulatedLog.h"
+#include "platform/simulated/SimulatedPreferences.h"
+#include "platform/simulated/SimulatedPrograms.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+#include "platform/simulated/SimulatedScreens.h"
+#include "platform/simulated/SimulatedTraffic.h"
+#include "platform/simulated/SimulatedWindowManager.h"
+#include "platform/simulated/SimulatedWorkspace.h"
+
+namespace lumatile {
+
+/// A whole desktop in memory, with virtual time: the application runs on it as on a real one, and a
+/// test does what a user does and sees what a user sees. Deterministic. Coordinates are those of
+/// the accessibility space, except where a screen is placed in the arrangement.
+class SimulatedDesktop {
+public:
+    SimulatedDesktop();
+    SimulatedDesktop(const SimulatedDesktop&) = delete;
+    SimulatedDesktop& operator=(const SimulatedDesktop&) = delete;
+
+    /// The ports, for the application to run on; the desktop outlives it.
+    Platform platform();
+
+    /// Lets time pass and the program's run loop run.
+    void advance(double seconds) { runLoop.advance(seconds); }
+
+    // What the user does.
+
+    ApplicationID launch(SimulatedApplicationTraits traits) { return programs.launch(traits); }
+    void quit(ApplicationID id) { programs.quit(id); }
+    WindowID open(ApplicationID application, SimulatedWindowTraits traits);
+
+    /// Opens an ordinary window without decorations.
+    WindowID open(ApplicationID application, const Rect& frame);
+
+    /// Moves or resizes a window with the pointer; to whole pixels.
+    void dragTo(WindowID id, const Rect& frame);
+
+    /// Raises and focuses the window under the pointer; on the empty desktop nothing has the focus.
+    void click(const Point& point);
+
+    KeyReceiver press(const KeyCombination& combination) { return hotKeys.press(combination); }
+
+    /// Plugs a screen in or gives it another frame, in the arrangement's space. What comes to lie
+    /// on no screen is the window manager's business.
+    void plug(std::string_view name, const Rect& arranged);
+    void unplug(std::string_view name);
+
+    // What the user sees; absent or false when there is no such window.
+
+    /// The frame on the screen, whole pixels.
+    std::optional<Rect> seen(WindowID id) const;
+
+    /// The frame as a read of it answers, unrounded.
+    std::optional<Rect> frame(WindowID id) const;
+
+    bool isOpen(WindowID id) const { return programs.find(id) != nullptr; }
+
+    // The desktop's things. Each depends only on those above it.
+
+    SimulatedClock clock;
+    SimulatedRunLoop runLoop;
+    SimulatedLog log;
+    SimulatedPreferences preferences;
+    SimulatedHotKeys hotKeys;
+    SimulatedScreens screens;
+    SimulatedPrograms programs;
+    SimulatedWindowManager windowManager;
+    SimulatedTraffic traffic;
+    SimulatedAccessibility accessibility;
+    SimulatedWorkspace workspace;
+};
+
+}  // namespace lumatile

@@ -1,0 +1,57 @@
+#include "platform/simulated/SimulatedPreferences.h"
+
+#include <utility>
+
+namespace lumatile {
+
+std::optional<Bytes> SimulatedPreferences::bytes(std::string_view key) { return value<Bytes>(key); }
+
+std::optional<bool> SimulatedPreferences::boolean(std::string_view key) { return value<bool>(key); }
+
+void SimulatedPreferences::setBytes(std::string_view key, const Bytes& value) { set(key, value); }
+
+void SimulatedPreferences::setBoolean(std::string_view key, bool value) { set(key, value); }
+
+void SimulatedPreferences::storeOnDisk(std::string_view key, StoredValue value) {
+    disk_.insert_or_assign(std::string(key), value);
+    values_.insert_or_assign(std::string(key), std::move(value));
+}
+
+std::size_t SimulatedPreferences::changes(std::string_view key) const {
+    const auto found = changes_.find(key);
+    return found == changes_.end() ? 0 : found->second;
+}
+
+std::size_t SimulatedPreferences::changes() const {
+    std::size_t sum = 0;
+    for (const auto& [key, count] : changes_) {
+        sum += count;
+    }
+    return sum;
+}
+
+template <typename Wanted>
+std::optional<Wanted> SimulatedPreferences::value(std::string_view key) const {
+    const auto found = values_.find(key);
+    if (found == values_.end()) {
+        return std::nullopt;
+    }
+    const Wanted* wanted = std::get_if<Wanted>(&found->second);
+    return wanted ? std::optional<Wanted>(*wanted) : std::nullopt;
+}
+
+void SimulatedPreferences::set(std::string_view key, StoredValue value) {
+    const auto found = values_.find(key);
+    if (found != values_.end() && found->second == value) {
+        return;
+    }
+    values_.insert_or_assign(std::string(key), std::move(value));
+    ++changes_[std::string(key)];
+    if (isDiskFull_) {
+        log_.write("Preferences", "could not be written, no space left on the disk");
+        return;
+    }
+    disk_ = values_;
+}
+
+}  // namespace lumatile

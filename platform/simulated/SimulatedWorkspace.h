@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "Lumatile/Workspace.h"
+#include "platform/simulated/SimulatedPrograms.h"
+
+namespace lumatile {
+
+/// The running applications, as the desktop lists them.
+class SimulatedWorkspace final : public Workspace {
+public:
+    /// @param programs outlives it
+    explicit SimulatedWorkspace(const SimulatedPrograms& programs) : programs_(programs) {}
+
+    std::optional<RunningApplication> frontmostApplication() override;
+    std::vector<RunningApplication> runningApplications() override;
+
+    /// The desktop goes on naming this application as the frontmost one, whichever has the focus.
+    void stickTo(ApplicationID id) { stuck_ = id; }
+    void unstick() { stuck_.reset(); }
+
+private:
+    std::optional<RunningApplication> describe(const SimulatedApplication& application) const;
+
+    const SimulatedPrograms& programs_;
+    std::optional<ApplicationID> stuck_;
+};
+
+}  // namespace lumatile
