@@ -1,0 +1,85 @@
+#include "tests/desktop/support/WindowManager.h"
+
+#include <signal.h>
+
+#include "tests/desktop/support/DesktopError.h"
+#include "tests/desktop/support/WindowManagerSettings.h"
+#include "tests/desktop/support/XClient.h"
+
+namespace lumatile::desktop {
+namespace {
+
+// Follows the root's properties, which is where a window manager says that it is there.
+class RootWatcher : public XClient {
+public:
+    explicit RootWatcher(const std::string& display) : XClient(display) {
+        const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+        xcb_change_window_attributes(connection(), root(), XCB_CW_EVENT_MASK, &mask);
+    }
+
+    bool isManaged() {
+        const xcb_window_t check = cardinal(root(), "_NET_SUPPORTING_WM_CHECK");
+        // A dead window manager leaves the root's property behind, but not the window.
+        if (check == XCB_WINDOW_NONE || cardinal(check, "_NET_SUPPORTING_WM_CHECK") != check) {
+            return false;
+        }
+        const XReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+            connection(), xcb_get_window_attributes(connection(), root()), nullptr));
+        return attributes &&
+               (attributes->all_event_masks & XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT) != 0;
+    }
+};
+
+}  // namespace
+
+WindowManager::WindowManager(DesktopSession& session, Kind kind)
+    : WindowManager(session, kind, Options{}) {}
+
+WindowManager::WindowManager(DesktopSession& session, Kind kind, Options options)
+    : session_(&session), kind_(kind) {
+    const WindowManagerStart start = prepareWindowManager(session, kind, options);
+    process_ = session.start(start.command, toString(kind), start.environment);
+    waitUntilReady(session);
+}
+
+void WindowManager::waitUntilReady(DesktopSession& session) {
+    RootWatcher watcher(session.environment().at("DISPLAY"));
+    const bool answered =
+        XClient::waitUntil([&] { return watcher.isManaged() || !process_.isRunning(); },
+                           Deadline::usual(), {process_.descriptor()});
+    if (!answered || !process_.isRunning()) {
+        throw DesktopError(toString(kind_) + " did not start:\n" + session.output(toString(kind_)));
+    }
+}
+
+void WindowManager::stop() {
+    process_.stop();
+    if (kind_ == Kind::kwin) {
+        // Its service for shortcuts outlives it and would keep the keys.
+        session_->endProgram("kglobalaccel5");
+    }
+}
+
+void WindowManager::crash() {
+    process_.signal(SIGKILL);
+    process_.stop();
+    if (kind_ == Kind::kwin) {
+        session_->endProgram("kglobalaccel5");
+    }
+}
+
+std::string toString(WindowManager::Kind kind) {
+    switch (kind) {
+        case WindowManager::Kind::openbox:
+            return "openbox";
+        case WindowManager::Kind::xfwm4:
+            return "xfwm4";
+        case WindowManager::Kind::kwin:
+            return "kwin";
+        case WindowManager::Kind::metacity:
+            return "metacity";
+    }
+    return {};
+}
+
+}  // namespace lumatile::desktop

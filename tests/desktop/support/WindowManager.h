@@ -1,0 +1,48 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "tests/desktop/support/ChildProcess.h"
+#include "tests/desktop/support/DesktopSession.h"
+
+namespace lumatile::desktop {
+
+/// A window manager that runs in a private session.
+class WindowManager {
+public:
+    enum class Kind { openbox, xfwm4, kwin, metacity };
+    static constexpr std::array kinds{Kind::openbox, Kind::xfwm4, Kind::kwin, Kind::metacity};
+
+    struct Options {
+        bool ownBindings = false;  ///< Its default key bindings; otherwise they are cleared.
+        bool compositing = false;  ///< Where it has a compositor of its own (all but openbox).
+    };
+
+    /// Returns when it manages windows.
+    /// @throws DesktopError when it does not come up
+    WindowManager(DesktopSession& session, Kind kind, Options options);
+    WindowManager(DesktopSession& session, Kind kind);
+
+    Kind kind() const { return kind_; }
+    bool isRunning() { return process_.isRunning(); }
+    pid_t pid() const { return process_.pid(); }
+
+    /// Ends it; the windows stay.
+    void stop();
+
+    /// Ends it at once, as a crash does.
+    void crash();
+
+private:
+    void waitUntilReady(DesktopSession& session);
+
+    DesktopSession* session_;
+    Kind kind_;
+    ChildProcess process_;
+};
+
+/// "openbox", "xfwm4", "kwin", "metacity"
+std::string toString(WindowManager::Kind kind);
+
+}  // namespace lumatile::desktop

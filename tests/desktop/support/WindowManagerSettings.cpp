@@ -1,0 +1,105 @@
+#include "tests/desktop/support/WindowManagerSettings.h"
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+
+#include "tests/desktop/support/DesktopError.h"
+
+namespace lumatile::desktop {
+namespace {
+
+void writeFile(const std::filesystem::path& file, const std::string& text) {
+    std::filesystem::create_directories(file.parent_path());
+    std::ofstream stream(file, std::ios::binary);
+    stream << text;
+    stream.close();
+    if (!stream) {
+        throw DesktopError("cannot write " + file.string());
+    }
+}
+
+WindowManagerStart prepareOpenbox(const DesktopSession& session,
+                                  const WindowManager::Options& options) {
+    // The packaged settings, so that everything but the keys is as users have it.
+    std::string settings = readFile("/etc/xdg/openbox/rc.xml");
+    const std::string opening = "<keyboard>";
+    const std::string closing = "</keyboard>";
+    const std::size_t from = settings.find(opening);
+    const std::size_t to = settings.find(closing);
+    if (from == std::string::npos || to == std::string::npos) {
+        throw DesktopError("openbox has no packaged settings");
+    }
+    if (!options.ownBindings) {
+        settings.erase(from + opening.size(), to - from - opening.size());
+    }
+    const std::filesystem::path file = session.configuration() / "openbox" / "rc.xml";
+    writeFile(file, settings);
+    return {{"openbox", "--sm-disable", "--config-file", file.string()}, {}};
+}
+
+WindowManagerStart prepareXfwm4(const DesktopSession& session,
+                                const WindowManager::Options& options) {
+    if (!options.ownBindings) {
+        // "override" makes the custom list, here an empty one, replace the default one.
+        writeFile(session.configuration() / "xfce4" / "xfconf" / "xfce-perchannel-xml" /
+                      "xfce4-keyboard-shortcuts.xml",
+                  R"(<?xml version="1.0" encoding="UTF-8"?>
+<channel name="xfce4-keyboard-shortcuts" version="1.0">
+  <property name="xfwm4" type="empty">
+    <property name="custom" type="empty">
+      <property name="override" type="bool" value="true"/>
+    </property>
+  </property>
+</channel>
+)");
+    }
+    return {{"xfwm4", options.compositing ? "--compositor=on" : "--compositor=off",
+             "--sm-client-disable"},
+            {}};
+}
+
+WindowManagerStart prepareMetacity(const DesktopSession& session,
+                                   const WindowManager::Options& options) {
+    if (!options.ownBindings) {
+        static constexpr std::array keys{"switch-to-workspace-left",
+                                         "switch-to-workspace-right",
+                                         "switch-to-workspace-up",
+                                         "switch-to-workspace-down",
+                                         "switch-panels",
+                                         "switch-panels-backward",
+                                         "cycle-panels",
+                                         "cycle-panels-backward"};
+        std::string text = "[org/gnome/desktop/wm/keybindings]\n";
+        for (const char* key : keys) {
+            text += std::string(key) + "=@as []\n";
+        }
+        writeFile(session.configuration() / "glib-2.0" / "settings" / "keyfile", text);
+    }
+    return {{"metacity", options.compositing ? "--composite" : "--no-composite", "--sm-disable"},
+            {}};
+}
+
+}  // namespace
+
+WindowManagerStart prepareWindowManager(const DesktopSession& session, WindowManager::Kind kind,
+                                        WindowManager::Options options) {
+    switch (kind) {
+        case WindowManager::Kind::openbox:
+            return prepareOpenbox(session, options);
+        case WindowManager::Kind::xfwm4:
+            return prepareXfwm4(session, options);
+        case WindowManager::Kind::metacity:
+            return prepareMetacity(session, options);
+        case WindowManager::Kind::kwin:
+            break;
+    }
+    // It takes no combination with Control and Alt.
+    WindowManagerStart start{{"kwin_x11", "--no-kactivities"}, {}};
+    if (!options.compositing) {
+        start.environment["KWIN_COMPOSE"] = "N";
+    }
+    return start;
+}
+
+}  // namespace lumatile::desktop
