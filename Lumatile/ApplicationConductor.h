@@ -1,0 +1,80 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "Lumatile/Platform.h"
+#include "Lumatile/SnapExecution.h"
+#include "blacklist/Blacklist.h"
+#include "commands/CommandStore.h"
+#include "displays/DisplayService.h"
+#include "hotkeys/HotkeyService.h"
+#include "oled_protection/JitterPolicy.h"
+#include "oled_protection/OLEDSettings.h"
+#include "oled_protection/OrbitScheduler.h"
+
+namespace lumatile {
+
+/// Owns every service, connects them, and starts and stops the features. Everything that is handed
+/// a closure by the conductor may keep it for longer than the conductor lives: the closure then
+/// does nothing. For that it must be owned by a shared pointer.
+class ApplicationConductor : public std::enable_shared_from_this<ApplicationConductor> {
+public:
+    /// Loads the stored commands and settings. Nothing is started, registered or moved.
+    /// @param platform the adapters behind it outlive the conductor
+    explicit ApplicationConductor(Platform platform);
+    ApplicationConductor(const ApplicationConductor&) = delete;
+    ApplicationConductor& operator=(const ApplicationConductor&) = delete;
+    ~ApplicationConductor();
+
+    /// Notes that this session lets us control windows; nothing starts before.
+    void setAccessibilityGranted() { accessibilityGranted_ = true; }
+
+    /// Starts what is allowed. Does nothing while running already.
+    void startFeatures();
+
+    /// Stops everything that `startFeatures` started; windows go back to their homes.
+    void stopFeatures();
+
+    /// For the end of the process.
+    void shutdown();
+
+    /// Runs `command` on the front window, also while the features are stopped.
+    void performCommand(const SnapCommand& command);
+
+    /// Hands the present settings to the services that run by them.
+    void applyOLEDSettings();
+
+    /// Registers the shortcuts of the present commands in place of those registered before.
+    void registerHotkeys();
+
+    /// The demonstration mode, which makes every effect large and quick. Never stored.
+    void setExaggerated(bool exaggerated);
+    bool isExaggerated() const { return exaggerated_; }
+
+    bool featuresRunning() const { return featuresRunning_; }
+    const CommandStore& store() const { return store_; }
+    Blacklist& blacklist() { return blacklist_; }
+    const OLEDSettings& oledSettings() const { return oledSettings_; }
+    const JitterPolicy& jitter() const { return jitter_; }
+    const OrbitScheduler& orbit() const { return orbit_; }
+    const SnapExecution& snapExecution() const { return snapExecution_; }
+
+private:
+    const DisplayService& displays();
+
+    Platform platform_;
+    CommandStore store_;
+    Blacklist blacklist_;
+    std::optional<DisplayService> displays_;
+    OLEDSettings oledSettings_;
+    bool exaggerated_ = false;
+    OrbitScheduler orbit_;
+    JitterPolicy jitter_;
+    SnapExecution snapExecution_;
+    HotkeyService hotkeys_;
+    bool accessibilityGranted_ = false;
+    bool featuresRunning_ = false;
+};
+
+}  // namespace lumatile

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What the program itself writes to the log.
+namespace lumatile::MainTexts {
+
+inline constexpr std::string_view program = "Lumatile";
+inline constexpr std::string_view noServer = "no X server can be reached, so there is no desktop";
+inline constexpr std::string_view serverLost = "the X server has gone away";
+inline constexpr std::string_view waylandSession =
+    "this is a Wayland session: only the windows of X11 programs can be reached so far";
+
+/// @param shortcuts the key combinations, as a reader would write them
+inline std::string refusedShortcuts(const std::vector<std::string>& shortcuts) {
+    std::string text = "shortcuts that belong to other programs here: ";
+    for (std::size_t i = 0; i < shortcuts.size(); ++i) {
+        text += (i == 0 ? "" : ", ") + shortcuts[i];
+    }
+    return text;
+}
+
+}  // namespace lumatile::MainTexts

@@ -1,0 +1,96 @@
+// The only place that knows every adapter.
+
+#include <QCoreApplication>
+
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "Lumatile/AppDelegate.h"
+#include "Lumatile/MainTexts.h"
+#include "platform/freedesktop/ServiceNotifier.h"
+#include "platform/freedesktop/StandardErrorLog.h"
+#include "platform/freedesktop/TerminationSignals.h"
+#include "platform/qt/QSettingsPreferences.h"
+#include "platform/qt/QtRunLoop.h"
+#include "platform/x11/X11AccessibilityPlatform.h"
+#include "platform/x11/X11Connection.h"
+#include "platform/x11/X11HotKeyPlatform.h"
+#include "platform/x11/X11Monitors.h"
+#include "platform/x11/X11ScreenList.h"
+#include "platform/x11/X11Workspace.h"
+
+namespace {
+
+constexpr int exitFailure = 1;
+
+bool isWaylandSession() {
+    const char* display = std::getenv("WAYLAND_DISPLAY");
+    const char* type = std::getenv("XDG_SESSION_TYPE");
+    return (display != nullptr && *display != '\0') ||
+           (type != nullptr && std::string_view(type) == "wayland");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    using namespace lumatile;
+
+    QCoreApplication application(argc, argv);
+    StandardErrorLog log;
+    TerminationSignals signals;
+    QtRunLoop runLoop;
+
+    const std::unique_ptr<X11Connection> connection = X11Connection::open();
+    if (!connection) {
+        log.write(MainTexts::program, MainTexts::noServer);
+        return exitFailure;
+    }
+    if (isWaylandSession()) {
+        log.write(MainTexts::program, MainTexts::waylandSession);
+    }
+
+    X11Monitors monitors(*connection);
+    X11ScreenList screenList(*connection, monitors);
+    X11AccessibilityPlatform accessibility(*connection, monitors);
+    X11Workspace workspace(accessibility);
+    X11HotKeyPlatform hotKeys(*connection);
+    QSettingsPreferences preferences(log);
+    AppDelegate delegate(
+        {accessibility, screenList, hotKeys, workspace, runLoop, preferences, log});
+
+    bool serverLost = false;
+    const std::function<void()> dispatch = [&] {
+        if (serverLost) {
+            return;
+        }
+        connection->dispatch();
+        if (connection->isLost()) {
+            serverLost = true;
+            log.write(MainTexts::program, MainTexts::serverLost);
+            QCoreApplication::exit(exitFailure);
+        }
+    };
+    const auto serverWatch = runLoop.watchDescriptor(connection->fileDescriptor(), dispatch);
+    const auto beforeBlocking = runLoop.beforeBlocking(dispatch);
+    const auto signalWatch = runLoop.watchDescriptor(signals.fileDescriptor(), [&] {
+        if (signals.consume()) {
+            QCoreApplication::exit(EXIT_SUCCESS);
+        }
+    });
+
+    const ServiceNotifier notifier;
+    runLoop.post([&] {
+        delegate.applicationDidFinishLaunching();
+        if (const auto refused = hotKeys.refusedRegistrations(); !refused.empty()) {
+            log.write(MainTexts::program, MainTexts::refusedShortcuts(refused));
+        }
+        notifier.ready();
+    });
+    const int status = QCoreApplication::exec();
+    notifier.stopping();
+    delegate.applicationWillTerminate();
+    return serverLost ? exitFailure : status;
+}
