@@ -11,10 +11,12 @@ namespace lumatile {
 
 /// An application as it starts.
 struct SimulatedApplicationTraits {
-    std::optional<Pid> pid;  ///< Absent: nobody can find out which process it is.
-    std::optional<std::string> bundleIdentifier;
-    std::optional<bool> isRegular;              ///< Absent: regular while it has a standard window.
-    std::optional<bool> enhancedUserInterface;  ///< Absent: the attribute is not there.
+    std::optional<Pid> pid = std::nullopt;  ///< Absent: nobody can find out which process it is.
+    std::optional<std::string> bundleIdentifier = std::nullopt;
+    std::optional<bool> isRegular =
+        std::nullopt;  ///< Absent: regular while it has a standard window.
+    std::optional<bool> enhancedUserInterface =
+        std::nullopt;  ///< Absent: the attribute is not there.
 };
 
 /// A running application.

@@ -97,6 +97,12 @@ void SimulatedWindowManager::apply(SimulatedWindow& window, const WindowRequest&
     window.traits.isMaximized = false;
     window.owesAnswer = false;
     Rect asked = geometry.current();
+    // A size is rounded against the place last asked for, which a change of fraction alone has not
+    // made invalid.
+    if (SimulatedGeometry::rounded(geometry.asked).origin() == geometry.pixels.origin()) {
+        asked.x = geometry.asked.x;
+        asked.y = geometry.asked.y;
+    }
     if (request.position) {
         asked.x = request.position->x;
         asked.y = request.position->y;

@@ -1,0 +1,76 @@
+#include "platform/simulated/SimulatedPreferences.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/simulated/SimulatedLog.h"
+
+namespace lumatile {
+namespace {
+
+TEST(SimulatedPreferences, valuesAreReadAsTheTypeTheyWereStoredAs) {
+    SimulatedLog log;
+    SimulatedPreferences preferences(log);
+    EXPECT_FALSE(preferences.bytes("commands"));
+    preferences.setBytes("commands", Bytes("[\0]", 3));
+    preferences.setBoolean("dragToSnapEnabled", false);
+    EXPECT_EQ(preferences.bytes("commands"), Bytes("[\0]", 3));
+    EXPECT_EQ(preferences.boolean("dragToSnapEnabled"), false);
+    EXPECT_FALSE(preferences.boolean("commands"));
+    EXPECT_FALSE(preferences.bytes("dragToSnapEnabled"));
+    EXPECT_EQ(preferences.bytes("commands"), Bytes("[\0]", 3));
+}
+
+TEST(SimulatedPreferences, aValueOfNoUseReadsAsAbsentAndStaysStored) {
+    SimulatedLog log;
+    SimulatedPreferences preferences(log);
+    preferences.storeOnDisk("dragToSnapEnabled", std::int64_t{1});
+    EXPECT_FALSE(preferences.boolean("dragToSnapEnabled"));
+    preferences.setBytes("commands", "[]");
+    preferences.restart();
+    EXPECT_EQ(preferences.disk().at("dragToSnapEnabled"), StoredValue(std::int64_t{1}));
+    EXPECT_EQ(preferences.changes("dragToSnapEnabled"), 0U);
+}
+
+TEST(SimulatedPreferences, onlyRealChangesAreCounted) {
+    SimulatedLog log;
+    SimulatedPreferences preferences(log);
+    preferences.setBytes("commands", "[]");
+    preferences.setBytes("commands", "[]");
+    preferences.setBytes("commands", "[1]");
+    preferences.setBoolean("dragToSnapEnabled", true);
+    EXPECT_EQ(preferences.changes("commands"), 2U);
+    EXPECT_EQ(preferences.changes(), 3U);
+    EXPECT_EQ(preferences.changes("oledSettings"), 0U);
+}
+
+TEST(SimulatedPreferences, aFullDiskKeepsTheNewValueInMemoryAndTheOldOneStored) {
+    SimulatedLog log;
+    SimulatedPreferences preferences(log);
+    preferences.setBytes("commands", "old");
+    preferences.setDiskFull(true);
+    preferences.setBytes("commands", "new");
+    EXPECT_EQ(preferences.bytes("commands"), "new");
+    EXPECT_EQ(preferences.disk().at("commands"), StoredValue(Bytes("old")));
+    ASSERT_EQ(log.lines().size(), 1U);
+    EXPECT_EQ(log.lines()[0], "Preferences: could not be written, no space left on the disk");
+
+    // The next change of anything brings everything to the disk.
+    preferences.setDiskFull(false);
+    preferences.setBoolean("dragToSnapEnabled", true);
+    preferences.restart();
+    EXPECT_EQ(preferences.bytes("commands"), "new");
+    EXPECT_EQ(log.lines().size(), 1U);
+}
+
+TEST(SimulatedPreferences, whatNeverReachedTheDiskIsGoneAfterARestart) {
+    SimulatedLog log;
+    SimulatedPreferences preferences(log);
+    preferences.setBytes("commands", "old");
+    preferences.setDiskFull(true);
+    preferences.setBytes("commands", "new");
+    preferences.restart();
+    EXPECT_EQ(preferences.bytes("commands"), "old");
+}
+
+}  // namespace
+}  // namespace lumatile
