@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "Lumatile/Preferences.h"
+#include "Lumatile/SystemLog.h"
+
+namespace lumatile {
+
+/// The user's settings in one file of key and value lines, which only the user can read. Every
+/// reading looks at the file, so a change that another process made is seen; every change is merged
+/// into what the file holds at that moment, and the file is replaced whole or not at all.
+class QSettingsPreferences final : public Preferences {
+public:
+    /// Settings in lumatile/lumatile.conf of the user's configuration folder.
+    /// @param log outlives the preferences
+    explicit QSettingsPreferences(SystemLog& log);
+
+    /// Settings in a file of one's own.
+    QSettingsPreferences(SystemLog& log, const std::string& path);
+
+    std::optional<Bytes> bytes(std::string_view key) override;
+    std::optional<bool> boolean(std::string_view key) override;
+    void setBytes(std::string_view key, const Bytes& value) override;
+    void setBoolean(std::string_view key, bool value) override;
+
+private:
+    QVariant read(std::string_view key) const;
+    void change(std::string_view key, QVariant value);
+    bool store() const;
+
+    SystemLog& log_;
+    QString path_;
+    std::map<QString, QVariant> unsaved_;  // What the disk has refused so far.
+};
+
+}  // namespace lumatile
