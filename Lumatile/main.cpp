@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "Lumatile/AppDelegate.h"
 #include "Lumatile/MainTexts.h"
@@ -20,6 +21,7 @@
 #include "platform/x11/X11HotKeyPlatform.h"
 #include "platform/x11/X11Monitors.h"
 #include "platform/x11/X11ScreenList.h"
+#include "platform/x11/X11ShortcutText.h"
 #include "platform/x11/X11Workspace.h"
 
 namespace {
@@ -38,9 +40,9 @@ bool isWaylandSession() {
 int main(int argc, char** argv) {
     using namespace lumatile;
 
-    QCoreApplication application(argc, argv);
     StandardErrorLog log;
     TerminationSignals signals;
+    QCoreApplication application(argc, argv);
     QtRunLoop runLoop;
 
     const std::unique_ptr<X11Connection> connection = X11Connection::open();
@@ -84,7 +86,11 @@ int main(int argc, char** argv) {
     const ServiceNotifier notifier;
     runLoop.post([&] {
         delegate.applicationDidFinishLaunching();
-        if (const auto refused = hotKeys.refusedRegistrations(); !refused.empty()) {
+        std::vector<std::string> refused;
+        for (const auto& [keyCode, modifiers] : hotKeys.refusedRegistrations()) {
+            refused.push_back(x11ShortcutText(keyCode, modifiers));
+        }
+        if (!refused.empty()) {
             log.write(MainTexts::program, MainTexts::refusedShortcuts(refused));
         }
         notifier.ready();

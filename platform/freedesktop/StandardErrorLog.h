@@ -10,6 +10,10 @@ namespace lumatile {
 /// The system log as lines on standard error, which a session's journal collects.
 class StandardErrorLog final : public SystemLog {
 public:
+    /// To be made before anything opens a descriptor: where standard error is closed, its number
+    /// would go to a file or a connection of this process, and the log would be written into that.
+    StandardErrorLog();
+
     /// A line is handed over whole. Where standard error is closed or full, it is lost.
     void write(std::string_view type, std::string_view message) override;
 

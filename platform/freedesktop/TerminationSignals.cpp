@@ -31,6 +31,7 @@ TerminationSignals::TerminationSignals() {
 
 TerminationSignals::~TerminationSignals() {
     if (descriptor_ >= 0) {
+        consume();  // Asked twice; the process is ending already.
         close(descriptor_);
         const sigset_t set = terminationSignals();
         pthread_sigmask(SIG_UNBLOCK, &set, nullptr);

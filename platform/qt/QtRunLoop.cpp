@@ -30,9 +30,12 @@ private:
 int wholeMilliseconds(double seconds) {
     constexpr double perSecond = 1000;
     const double milliseconds = std::round(seconds * perSecond);
-    // A timer of zero would never let the loop rest.
+    // A timer of zero would never let the loop rest. What is not a number fails the comparison.
+    if (!(milliseconds >= 1)) {
+        return 1;
+    }
     return static_cast<int>(
-        std::clamp(milliseconds, 1.0, static_cast<double>(std::numeric_limits<int>::max())));
+        std::min(milliseconds, static_cast<double>(std::numeric_limits<int>::max())));
 }
 
 }  // namespace
