@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 
 #include "oled_protection/JitterPolicy.h"
 #include "oled_protection/OrbitConfig.h"
@@ -11,6 +12,9 @@ namespace lumatile {
 /// The one value that configures the protections against burn-in. Nothing is clamped here; what is
 /// derived from it has floors of its own. The defaults of the fields are the recommended values.
 struct OLEDSettings {
+    /// Key of the preference that holds the settings.
+    static constexpr std::string_view preferenceKey = "oledSettings";
+
     bool orbitEnabled = true;
     double orbitAmplitude = 2;       ///< Half the side of the orbit's square, pixels.
     double orbitStepInterval = 300;  ///< Seconds between two steps.

@@ -159,10 +159,10 @@ void OrbitScheduler::stepWindow(const AXElementKey& key, const Offset& offset, d
         return;
     }
     Rect target = entry->home;
-    if (jitter_) {
+    if (const std::optional<JitterPolicy> jitter = jitter_) {
         const std::optional<Rect> area = bounds_ ? bounds_(entry->home) : std::nullopt;
         target =
-            jitter_->adjust(entry->home, area.value_or(entry->home.grownBy(unboundedMargin)), now);
+            jitter->adjust(entry->home, area.value_or(entry->home.grownBy(unboundedMargin)), now);
     }
     target = target.offsetBy(offset.dx, offset.dy);
     if (target.isWithin(placedTolerance, *current)) {
