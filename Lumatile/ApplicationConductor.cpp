@@ -1,6 +1,5 @@
 #include "Lumatile/ApplicationConductor.h"
 
-#include "Lumatile/PreferenceKey.h"
 #include "Lumatile/Preferences.h"
 #include "displays/NSScreenProvider.h"
 #include "displays/ScreenLookup.h"
@@ -11,7 +10,7 @@ namespace lumatile {
 namespace {
 
 OLEDSettings storedOLEDSettings(Preferences& preferences) {
-    const std::optional<Bytes> stored = preferences.bytes(PreferenceKey::oledSettings);
+    const std::optional<Bytes> stored = preferences.bytes(OLEDSettings::preferenceKey);
     if (!stored) {
         return OLEDSettings::recommended;
     }
@@ -22,7 +21,7 @@ OLEDSettings storedOLEDSettings(Preferences& preferences) {
 
 ApplicationConductor::ApplicationConductor(Platform platform)
     : platform_(platform),
-      store_(CommandStore::fromStored(platform.preferences.bytes(PreferenceKey::commands))),
+      store_(CommandStore::fromStored(platform.preferences.bytes(CommandStore::preferenceKey))),
       oledSettings_(storedOLEDSettings(platform.preferences)),
       snapExecution_({platform, store_, blacklist_, jitter_, orbit_,
                       [this]() -> const DisplayService& { return displays(); }}),
