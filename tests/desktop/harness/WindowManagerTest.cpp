@@ -100,6 +100,8 @@ TEST_P(EveryWindowManager, followsMonitorsAndLeavesRoomForPanels) {
     const auto panel = desktop.openPanel(0, 40);
     EXPECT_EQ(panel->frame(), (PixelRect{0, 1040, 1920, 40}));
     desktop.arrange(MonitorLayout::landscape());
+    desktop.layPanel(*panel, 0, 40);
+    EXPECT_EQ(panel->frame(), (PixelRect{0, 1040, 1920, 40}));
     const auto window = desktop.openWindow({});
     window->place({100, 100, 640, 480});
 }

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <set>
 #include <utility>
 
 #include "tests/desktop/support/DesktopError.h"
@@ -26,7 +27,15 @@ std::vector<char*> pointers(std::vector<std::string>& strings) {
     return result;
 }
 
+// The programs that were started here and whose end nobody has seen yet.
+std::set<pid_t>& startedHere() {
+    static std::set<pid_t> pids;
+    return pids;
+}
+
 }  // namespace
+
+bool ChildProcess::owns(pid_t pid) { return startedHere().contains(pid); }
 
 ChildProcess::ChildProcess(const Start& start) {
     // Everything that allocates happens before the fork.
@@ -66,6 +75,7 @@ ChildProcess::ChildProcess(const Start& start) {
         execvpe(arguments.front(), arguments.data(), environment.data());
         _exit(127);
     }
+    startedHere().insert(pid_);
     descriptor_ = static_cast<int>(syscall(SYS_pidfd_open, pid_, 0));
     if (descriptor_ < 0) {
         stop();
@@ -104,6 +114,7 @@ void ChildProcess::reap(bool block) {
     if (ended != pid_) {
         return;
     }
+    startedHere().erase(pid_);
     if (WIFEXITED(status)) {
         exit_ = Exit{WEXITSTATUS(status), 0};
     } else {

@@ -47,6 +47,9 @@ public:
     pid_t pid() const { return pid_; }
     bool isRunning();
 
+    /// Whether some object here has started the process and will wait for it.
+    static bool owns(pid_t pid);
+
     /// Readable once the program has ended; for poll(2).
     int descriptor() const { return descriptor_; }
 

@@ -1,69 +1,19 @@
 #include "tests/desktop/support/DesktopSession.h"
 
-#include <poll.h>
-#include <signal.h>
-#include <sys/syscall.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <charconv>
-#include <system_error>
 #include <vector>
 
 #include "tests/desktop/support/DesktopError.h"
+#include "tests/desktop/support/SessionProcesses.h"
 #include "tests/desktop/support/XClient.h"
 
 namespace lumatile::desktop {
-namespace {
-
-constexpr const char* markName = "LUMATILE_PRIVATE_DESKTOP";
-
-// The processes whose environment says that they belong to the session.
-std::vector<pid_t> processesMarked(const std::string& mark) {
-    // Variables end with a zero byte.
-    const std::string wanted = std::string(markName) + "=" + mark + '\0';
-    std::vector<pid_t> result;
-    std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator("/proc", error)) {
-        const std::string name = entry.path().filename().string();
-        pid_t pid = 0;
-        const auto [end, failure] = std::from_chars(name.data(), name.data() + name.size(), pid);
-        if (failure != std::errc{} || end != name.data() + name.size() || pid == getpid()) {
-            continue;
-        }
-        if (readFile(entry.path() / "environ").find(wanted) != std::string::npos) {
-            result.push_back(pid);
-        }
-    }
-    return result;
-}
-
-void end(pid_t pid) {
-    const int descriptor = static_cast<int>(syscall(SYS_pidfd_open, pid, 0));
-    if (descriptor < 0) {
-        return;
-    }
-    kill(pid, SIGTERM);
-    kill(pid, SIGCONT);
-    pollfd ended{descriptor, POLLIN, 0};
-    if (poll(&ended, 1, 2000) <= 0) {
-        kill(pid, SIGKILL);
-        poll(&ended, 1, 2000);
-    }
-    close(descriptor);
-    // Orphans of the session are our children by now; for others this does nothing.
-    waitpid(pid, nullptr, WNOHANG);
-}
-
-}  // namespace
-
 DesktopSession::DesktopSession(const std::string& display)
     : mark_(folder_.path().filename().string()), environment_(inheritedEnvironment()) {
     const std::filesystem::path runtime = folder() / "run";
     std::filesystem::create_directories(configuration());
     std::filesystem::create_directory(runtime);
     std::filesystem::permissions(runtime, std::filesystem::perms::owner_all);
-    environment_[markName] = mark_;
+    environment_[sessionMark] = mark_;
     environment_["DISPLAY"] = display;
     environment_["HOME"] = home().string();
     environment_["XDG_RUNTIME_DIR"] = runtime.string();
@@ -79,9 +29,8 @@ DesktopSession::DesktopSession(const std::string& display)
 
 DesktopSession::~DesktopSession() {
     bus_.stop();
-    for (const pid_t pid : processesMarked(mark_)) {
-        end(pid);
-    }
+    endProcessesOfSession(mark_);
+    reapOrphans(&ChildProcess::owns);
 }
 
 void DesktopSession::startBus() {
@@ -116,14 +65,7 @@ std::string DesktopSession::output(const std::string& name) const {
 }
 
 void DesktopSession::endProgram(const std::string& executable) const {
-    for (const pid_t pid : processesMarked(mark_)) {
-        std::error_code gone;
-        const auto program =
-            std::filesystem::read_symlink("/proc/" + std::to_string(pid) + "/exe", gone);
-        if (!gone && program.filename() == executable) {
-            end(pid);
-        }
-    }
+    endProcessesOfSession(mark_, executable);
 }
 
 }  // namespace lumatile::desktop

@@ -130,8 +130,22 @@ PrivateServer::PrivateServer(const MonitorLayout& layout, Kind kind)
                            readFile(folder_.path() / "server.log"));
     }
     display_ = ":" + answer;
+    layKeyboard();
     arranger_ = std::make_unique<ScreenArranger>(display_);
     arrange(layout);
+}
+
+void PrivateServer::layKeyboard() {
+    // Without devices Xorg numbers the keys in a way that no Linux desktop does; with them it would
+    // be this one.
+    ChildProcess::Start start;
+    start.command = {"setxkbmap", "-display", display_,  "-rules", "evdev",
+                     "-model",    "pc105",    "-layout", "us"};
+    start.environment = inheritedEnvironment();
+    start.output = folder_.path() / "keyboard.log";
+    if (ChildProcess(start).wait(Deadline::usual()) != ChildProcess::Exit{0, 0}) {
+        throw DesktopError("no keyboard layout:\n" + readFile(start.output));
+    }
 }
 
 void PrivateServer::arrange(const MonitorLayout& layout) {

@@ -37,6 +37,8 @@ public:
     void stop();
 
 private:
+    void layKeyboard();
+
     TemporaryFolder folder_;
     ChildProcess process_;
     std::string display_;

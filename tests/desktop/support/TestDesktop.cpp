@@ -53,20 +53,36 @@ std::unique_ptr<TestWindow> TestDesktop::openWindow(const TestWindow::Options& o
 }
 
 std::unique_ptr<TestWindow> TestDesktop::openPanel(std::size_t monitor, int height) {
-    const PixelRect& place = server_.layout().monitors.at(monitor);
     TestWindow::Options options;
     options.kind = TestWindow::Kind::dock;
     options.title = "panel";
     options.windowClass = "TestPanel";
     options.color = 0x202428;
-    options.area = {place.x, place.bottom() - height, place.width, height};
-    // Struts count from the edge of the root, not of the monitor.
-    options.strut[3] = static_cast<std::uint32_t>(server_.layout().root().height - options.area.y);
-    options.strut[10] = static_cast<std::uint32_t>(place.x);
-    options.strut[11] = static_cast<std::uint32_t>(place.right() - 1);
+    options.area = panelArea(monitor, height);
+    options.strut = panelStrut(options.area);
     auto panel = std::make_unique<TestWindow>(display(), options);
     panel->map();
     return panel;
+}
+
+void TestDesktop::layPanel(TestWindow& panel, std::size_t monitor, int height) {
+    const PixelRect area = panelArea(monitor, height);
+    panel.setStrut(panelStrut(area));
+    panel.place(area);
+}
+
+PixelRect TestDesktop::panelArea(std::size_t monitor, int height) const {
+    const PixelRect& place = server_.layout().monitors.at(monitor);
+    return {place.x, place.bottom() - height, place.width, height};
+}
+
+std::array<std::uint32_t, 12> TestDesktop::panelStrut(const PixelRect& panel) const {
+    std::array<std::uint32_t, 12> strut{};
+    // Struts count from the edge of the root, not of the monitor.
+    strut[3] = static_cast<std::uint32_t>(server_.layout().root().height - panel.y);
+    strut[10] = static_cast<std::uint32_t>(panel.x);
+    strut[11] = static_cast<std::uint32_t>(panel.right() - 1);
+    return strut;
 }
 
 TestDesktop::Program TestDesktop::openProgram(const std::vector<std::string>& command,

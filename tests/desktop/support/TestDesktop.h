@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -43,6 +45,9 @@ public:
     /// A panel of `height` along the lower edge of a monitor, mapped, its room reserved.
     std::unique_ptr<TestWindow> openPanel(std::size_t monitor, int height);
 
+    /// Lays an open panel along the lower edge of a monitor, as panels do when monitors change.
+    void layPanel(TestWindow& panel, std::size_t monitor, int height);
+
     /// A real program, started and with its window managed and active.
     struct Program {
         ChildProcess process;
@@ -52,6 +57,9 @@ public:
     Program openProgram(const std::vector<std::string>& command, const std::string& windowClass);
 
 private:
+    PixelRect panelArea(std::size_t monitor, int height) const;
+    std::array<std::uint32_t, 12> panelStrut(const PixelRect& panel) const;
+
     PrivateServer server_;
     DesktopSession session_;
     std::unique_ptr<WindowManager> windowManager_;

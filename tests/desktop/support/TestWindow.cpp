@@ -20,6 +20,14 @@ constexpr std::uint32_t baseSize = 256;
 // attempt to steal the focus.
 constexpr std::uint32_t fromPager = 2;
 
+// Left, right, top, bottom; zeros where the window has none.
+std::vector<std::uint32_t> extents(XClient& client, xcb_window_t window,
+                                   std::string_view property) {
+    std::vector<std::uint32_t> items = client.cardinals(window, property);
+    items.resize(4);
+    return items;
+}
+
 }  // namespace
 
 TestWindow::TestWindow(const std::string& display, const Options& options)
@@ -105,14 +113,16 @@ void TestWindow::describe(const Options& options) {
             break;
         case Kind::dock:
             type("_NET_WM_WINDOW_TYPE_DOCK");
-            setCardinals(window_, "_NET_WM_STRUT_PARTIAL", XCB_ATOM_CARDINAL,
-                         {options.strut.begin(), options.strut.end()});
-            setCardinals(window_, "_NET_WM_STRUT", XCB_ATOM_CARDINAL,
-                         {options.strut.begin(), options.strut.begin() + 4});
+            setStrut(options.strut);
             // All desktops.
             setCardinals(window_, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, {0xffffffff});
             break;
     }
+}
+
+void TestWindow::setStrut(const std::array<std::uint32_t, 12>& strut) {
+    setCardinals(window_, "_NET_WM_STRUT_PARTIAL", XCB_ATOM_CARDINAL, {strut.begin(), strut.end()});
+    setCardinals(window_, "_NET_WM_STRUT", XCB_ATOM_CARDINAL, {strut.begin(), strut.begin() + 4});
 }
 
 void TestWindow::handle(const xcb_generic_event_t& event) {
@@ -153,14 +163,20 @@ void TestWindow::followMaximization() {
     }
 }
 
-void TestWindow::map() {
+bool TestWindow::tryMap(Deadline deadline) {
     xcb_map_window(connection(), window_);
-    if (!waitUntil([this] {
+    return waitUntil(
+        [this] {
             const XReply<xcb_get_window_attributes_reply_t> attributes(
                 xcb_get_window_attributes_reply(
                     connection(), xcb_get_window_attributes(connection(), window_), nullptr));
             return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE && isManaged();
-        })) {
+        },
+        deadline);
+}
+
+void TestWindow::map() {
+    if (!tryMap(Deadline::usual())) {
         throw DesktopError("the window manager does not take the window over");
     }
 }
@@ -208,25 +224,37 @@ PixelRect TestWindow::client() {
 }
 
 void TestWindow::place(const PixelRect& wanted) {
-    const PixelRect outer = frame();
-    const PixelRect inner = client();
-    // North-west gravity means the corner of the whole frame; the corner of a window that draws its
-    // own is the client's, shadow included.
-    const std::vector<std::uint32_t> own = cardinals(window_, "_GTK_FRAME_EXTENTS");
-    const int left = own.size() == 4 ? static_cast<int>(own[0]) : 0;
-    const int top = own.size() == 4 ? static_cast<int>(own[2]) : 0;
-    const std::uint32_t all = 1U | (15U << 8U) | (fromPager << 12U);
-    ask(window_, "_NET_MOVERESIZE_WINDOW",
-        {all, static_cast<std::uint32_t>(wanted.x - left),
-         static_cast<std::uint32_t>(wanted.y - top),
-         static_cast<std::uint32_t>(wanted.width - outer.width + inner.width),
-         static_cast<std::uint32_t>(wanted.height - outer.height + inner.height)});
-    if (kind_ == Kind::sizeIncrement) {
-        waitUntil([&] { return frame().x == wanted.x && frame().y == wanted.y; });
-    } else if (!waitUntil([&] { return frame() == wanted; })) {
-        throw DesktopError("the window is at " + toString(frame()) + " instead of " +
-                           toString(wanted));
+    const Deadline deadline = Deadline::usual();
+    const auto arrived = [&] {
+        const PixelRect now = frame();
+        // Such a window keeps a size rule of its own.
+        return kind_ == Kind::sizeIncrement ? now.x == wanted.x && now.y == wanted.y
+                                            : now == wanted;
+    };
+    while (!deadline.isOver()) {
+        const std::vector<std::uint32_t> frame = extents(*this, window_, "_NET_FRAME_EXTENTS");
+        const std::vector<std::uint32_t> own = extents(*this, window_, "_GTK_FRAME_EXTENTS");
+        const auto value = [](int number) { return static_cast<std::uint32_t>(number); };
+        // North-west gravity means the corner of the whole frame; the corner of a window that draws
+        // its own is the client's, shadow included.
+        const std::uint32_t all = 1U | (15U << 8U) | (fromPager << 12U);
+        ask(window_, "_NET_MOVERESIZE_WINDOW",
+            {all, value(wanted.x) - own[0], value(wanted.y) - own[2],
+             value(wanted.width) - frame[0] - frame[1] + own[0] + own[1],
+             value(wanted.height) - frame[2] - frame[3] + own[2] + own[3]});
+        bool frameChanged = false;
+        waitUntil(
+            [&] {
+                // A window manager that has just started gives it another frame on the way.
+                frameChanged = extents(*this, window_, "_NET_FRAME_EXTENTS") != frame;
+                return arrived() || frameChanged;
+            },
+            deadline);
+        if (!frameChanged && arrived()) {
+            return;
+        }
     }
+    throw DesktopError("the window is at " + toString(frame()) + " instead of " + toString(wanted));
 }
 
 void TestWindow::setState(const std::vector<std::string>& states, bool on) {

@@ -54,6 +54,10 @@ public:
     /// @throws DesktopError when it does not
     void map();
 
+    /// Shows it.
+    /// @return whether the window manager has taken it over by the deadline
+    bool tryMap(Deadline deadline);
+
     /// Makes it the active window and waits until it is.
     void activate();
 
@@ -72,6 +76,9 @@ public:
 
     /// Asks the window manager for a place of the outer frame, the reliable way, and waits for it.
     void place(const PixelRect& frame);
+
+    /// The room that a dock reserves: _NET_WM_STRUT_PARTIAL.
+    void setStrut(const std::array<std::uint32_t, 12>& strut);
 
     /// Adds or removes states ("_NET_WM_STATE_MAXIMIZED_VERT" …) and waits until they are so.
     void setState(const std::vector<std::string>& states, bool on);

@@ -3,6 +3,7 @@
 #include <signal.h>
 
 #include "tests/desktop/support/DesktopError.h"
+#include "tests/desktop/support/TestWindow.h"
 #include "tests/desktop/support/WindowManagerSettings.h"
 #include "tests/desktop/support/XClient.h"
 
@@ -49,6 +50,19 @@ void WindowManager::waitUntilReady(DesktopSession& session) {
                            Deadline::usual(), {process_.descriptor()});
     if (!answered || !process_.isRunning()) {
         throw DesktopError(toString(kind_) + " did not start:\n" + session.output(toString(kind_)));
+    }
+    // Announced is not ready: keys are grabbed later, and a window that is mapped meanwhile may be
+    // overlooked. Whoever manages a new window has finished starting.
+    const Deadline deadline = Deadline::usual();
+    for (bool managed = false; !managed;) {
+        TestWindow::Options probe;
+        probe.title = "probe";
+        managed = TestWindow(session.environment().at("DISPLAY"), probe)
+                      .tryMap(Deadline::in(std::chrono::milliseconds(300)));
+        if (deadline.isOver()) {
+            throw DesktopError(toString(kind_) + " manages no windows:\n" +
+                               session.output(toString(kind_)));
+        }
     }
 }
 
