@@ -34,7 +34,10 @@ X11ProcessIds::Question X11ProcessIds::ask(const std::vector<xcb_window_t>& wind
     std::vector<xcb_window_t> clients;
     clients.reserve(windows.size());
     for (const xcb_window_t window : windows) {
-        clients.push_back(clientOf(window));
+        // Zero, the server itself, would stand for all clients.
+        if (const xcb_window_t client = clientOf(window); client != 0) {
+            clients.push_back(client);
+        }
     }
     std::sort(clients.begin(), clients.end());
     clients.erase(std::unique(clients.begin(), clients.end()), clients.end());

@@ -29,6 +29,7 @@ struct X11WindowFacts {
 
     X11Extents decoration;
     X11Extents shadow;
+    bool statesShadow = false;  ///< Draws its own decoration; a maximized one has no shadow.
     X11SizeHints sizeHints;
 
     std::optional<Pid> statedPid;  ///< By its own word.

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <optional>
+#include <span>
 #include <unordered_map>
 #include <vector>
 
@@ -61,42 +61,48 @@ public:
     xcb_window_t clientOf(xcb_window_t window) const { return processIds_.clientOf(window); }
 
 private:
-    struct RootAnswer;
+    struct Batch;
 
     void note(const xcb_generic_event_t& event);
     void noteProperty(const xcb_property_notify_event_t& event);
     void noteConfigured(xcb_window_t window);
     void noteReparented(xcb_window_t window);
     void noteDestroyed(xcb_window_t window);
-    void markStale(X11Window& window);
 
-    bool isStale() const;
-    void readStale();
-    std::vector<xcb_window_t> readRoot();
-    void takeList(const std::vector<std::uint32_t>& bottomFirst);
-    void readProperties();
-    void readTopLevels(const std::vector<xcb_window_t>& rootChildren);
-    void readPlaces();
-    void verifyWindowManager(xcb_window_t claimed);
-    void settleTopLevel(X11Window& window, xcb_window_t topLevel);
+    bool isStale() const { return isRootStale_ || !stale_.empty(); }
+    X11Window& markStale(X11Window& window);
+    std::vector<xcb_window_t> takeStale();
     void forget(xcb_window_t window);
 
-    template <typename Action>
-    void forEachStale(Action action);
+    void readStale();
+    std::vector<xcb_window_t> readRoot();
+    void takeList(std::span<const std::uint32_t> bottomFirst);
+    void takeWindowManager(xcb_window_t claimed);
+    void add(xcb_window_t window);
+
+    void askFacts(Batch& batch);
+    void takeFacts(Batch& batch);
+    void askTopLevels(Batch& batch, const std::vector<xcb_window_t>& rootChildren);
+    void takeTopLevels(Batch& batch);
+    void climb(Batch& batch);
+    void settleTopLevel(xcb_window_t window, xcb_window_t topLevel);
+    void askPlaces(Batch& batch);
+    void takePlaces(Batch& batch);
 
     X11Connection& connection_;
     X11WindowProperties properties_;
     X11ProcessIds processIds_;
 
     std::unordered_map<xcb_window_t, X11Window> windows_;
-    std::unordered_multimap<xcb_window_t, xcb_window_t> framed_;  // top level → clients
+    std::unordered_multimap<xcb_window_t, xcb_window_t> framed_;  // Top level to clients.
     std::vector<xcb_window_t> stacking_;
     std::vector<xcb_window_t> stale_;
-    std::vector<xcb_window_t> new_;  // Their process ids are not known yet.
+    std::vector<xcb_window_t> withoutProcess_;  // New: not asked about yet.
     std::uint64_t lastSerial_ = 0;
 
     xcb_window_t active_ = XCB_WINDOW_NONE;
-    xcb_window_t windowManager_ = XCB_WINDOW_NONE;
+    xcb_window_t windowManager_ = XCB_WINDOW_NONE;  // Its check window, while that lives.
+    xcb_window_t claimedWindowManager_ = XCB_WINDOW_NONE;
     std::optional<std::uint32_t> currentDesktop_;
     bool isShowingDesktop_ = false;
     bool isRootStale_ = true;

@@ -68,6 +68,7 @@ void tellDecoration(const X11WindowProperties& /*properties*/, const X11Property
 void tellShadow(const X11WindowProperties& /*properties*/, const X11Property& property,
                 X11WindowFacts& facts) {
     facts.shadow = extents(property);
+    facts.statesShadow = property.isList();
 }
 
 void tellSizeHints(const X11WindowProperties& /*properties*/, const X11Property& property,

@@ -1,0 +1,316 @@
+#include "platform/x11/X11AccessibilityPlatform.h"
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "platform/x11/X11PixelRect.h"
+#include "platform/x11/X11Reply.h"
+#include "windows/AXAttribute.h"
+
+namespace lumatile {
+
+namespace {
+
+// Deeper than any toolkit nests its windows; a bound on what one look at a point can cost.
+constexpr int mostLevels = 32;
+
+const X11Element* known(const AXElement& element) {
+    return dynamic_cast<const X11Element*>(element.get());
+}
+
+AXElement make(X11Element::Kind kind, std::int64_t value, std::uint64_t serial) {
+    return std::make_shared<X11Element>(kind, value, serial);
+}
+
+AXElement bareWindow(xcb_window_t window) { return make(X11Element::Kind::window, window, 0); }
+
+xcb_window_t idOf(const X11Element& element) { return static_cast<xcb_window_t>(element.value()); }
+
+bool isOrdinary(const X11Window& window) { return window.facts.kind() == X11WindowKind::normal; }
+
+}  // namespace
+
+X11AccessibilityPlatform::X11AccessibilityPlatform(X11Connection& connection, X11Monitors& monitors,
+                                                   X11WindowMirror& mirror)
+    : connection_(connection),
+      monitors_(monitors),
+      mirror_(mirror),
+      writer_(connection, monitors, mirror) {}
+
+bool X11AccessibilityPlatform::isTrusted(bool /*prompt*/) {
+    mirror_.refresh();
+    return mirror_.hasWindowManager() && !connection_.isLost();
+}
+
+AXElement X11AccessibilityPlatform::systemWideElement() {
+    return make(X11Element::Kind::systemWide, 0, 0);
+}
+
+AXElement X11AccessibilityPlatform::applicationElement(Pid pid) {
+    return make(X11Element::Kind::application, pid, 0);
+}
+
+std::optional<AXElement> X11AccessibilityPlatform::elementAtPoint(const Point& point) {
+    mirror_.refresh();
+    // The pixel that the point lies in. Rounding half a pixel on gives its lower edge.
+    const Point root = monitors_.toRoot(point);
+    const auto x = X11PixelRect::roundedEdge(root.x - 0.5);
+    const auto y = X11PixelRect::roundedEdge(root.y - 0.5);
+    if (!x || !y) {
+        return std::nullopt;
+    }
+    xcb_window_t innermost = connection_.root();
+    for (int level = 0; level < mostLevels; ++level) {
+        const X11Reply<xcb_translate_coordinates_reply_t> reply(xcb_translate_coordinates_reply(
+            connection_.get(),
+            xcb_translate_coordinates(connection_.get(), connection_.root(), innermost,
+                                      static_cast<std::int16_t>(*x), static_cast<std::int16_t>(*y)),
+            nullptr));
+        if (!reply || reply->child == XCB_WINDOW_NONE) {
+            break;
+        }
+        innermost = reply->child;
+    }
+    if (innermost == connection_.root()) {
+        return std::nullopt;
+    }
+    const X11Window* window = mirror_.find(innermost);
+    return window != nullptr ? elementOf(*window) : bareWindow(innermost);
+}
+
+std::optional<AXValue> X11AccessibilityPlatform::read(const AXElement& element,
+                                                      std::string_view attribute) {
+    const X11Element* target = known(element);
+    if (target == nullptr) {
+        return std::nullopt;
+    }
+    mirror_.refresh();
+    switch (target->kind()) {
+        case X11Element::Kind::systemWide:
+            return readSystemWide(attribute);
+        case X11Element::Kind::application:
+        case X11Element::Kind::client:
+            return readApplication(*target, attribute);
+        case X11Element::Kind::window:
+            break;
+    }
+    if (attribute == AXAttribute::parent) {
+        if (std::optional<AXElement> parent = parentOf(*target)) {
+            return AXValue(*std::move(parent));
+        }
+        return std::nullopt;
+    }
+    const X11Window* window = windowOf(*target);
+    return window != nullptr ? readWindow(*window, attribute) : std::nullopt;
+}
+
+std::optional<AXValue> X11AccessibilityPlatform::readSystemWide(std::string_view attribute) {
+    const X11Window* active = mirror_.active();
+    if (attribute != AXAttribute::focusedApplication || active == nullptr) {
+        return std::nullopt;
+    }
+    return AXValue(applicationOf(*active));
+}
+
+std::optional<AXValue> X11AccessibilityPlatform::readApplication(const X11Element& element,
+                                                                 std::string_view attribute) {
+    const std::vector<X11Window*> windows = windowsOf(element);
+    if (windows.empty()) {
+        return std::nullopt;
+    }
+    const X11Window* active = mirror_.active();
+    const bool hasFocus = active != nullptr && belongsTo(*active, element);
+    const bool focusOnFurniture = hasFocus && isFurniture(active->facts.kind());
+    if (attribute == AXAttribute::role) {
+        return AXValue(std::string("AXApplication"));
+    }
+    if (attribute == AXAttribute::windows) {
+        std::vector<AXElement> elements;
+        elements.reserve(windows.size());
+        for (const X11Window* window : windows) {
+            elements.push_back(elementOf(*window));
+        }
+        return AXValue(std::move(elements));
+    }
+    if (attribute == AXAttribute::focusedWindow && hasFocus && !focusOnFurniture) {
+        return AXValue(elementOf(*active));
+    }
+    if (attribute == AXAttribute::mainWindow && !focusOnFurniture) {
+        const auto main = std::find_if(windows.begin(), windows.end(), [this](X11Window* window) {
+            return isOrdinary(*window) && !mirror_.isMinimized(*window);
+        });
+        if (main != windows.end()) {
+            return AXValue(elementOf(**main));
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<AXValue> X11AccessibilityPlatform::readWindow(const X11Window& window,
+                                                            std::string_view attribute) {
+    if (attribute == AXAttribute::role) {
+        return AXValue(std::string(AXAttribute::windowRole));
+    }
+    if (attribute == AXAttribute::subrole) {
+        return AXValue(std::string(subroleOf(window.facts.kind())));
+    }
+    if (attribute == AXAttribute::position) {
+        return AXValue(writer_.frame(window).origin());
+    }
+    if (attribute == AXAttribute::size) {
+        return AXValue(writer_.frame(window).size());
+    }
+    if (attribute == AXAttribute::minimized) {
+        return AXValue(mirror_.isMinimized(window));
+    }
+    if (attribute == AXAttribute::fullScreen) {
+        return AXValue(window.facts.isFullScreen);
+    }
+    return std::nullopt;
+}
+
+std::optional<AXElement> X11AccessibilityPlatform::parentOf(const X11Element& element) {
+    const xcb_window_t id = idOf(element);
+    if (const X11Window* window = windowOf(element)) {
+        return applicationOf(*window);
+    }
+    if (element.serial() != 0) {
+        return std::nullopt;  // Was a window of the mirror and is none now.
+    }
+    if (const X11Window* framed = mirror_.framedBy(id)) {
+        return elementOf(*framed);
+    }
+    const X11Reply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection_.get(), xcb_query_tree(connection_.get(), id), nullptr));
+    if (!tree || tree->parent == XCB_WINDOW_NONE || tree->parent == tree->root) {
+        return std::nullopt;
+    }
+    const X11Window* window = mirror_.find(tree->parent);
+    return window != nullptr ? elementOf(*window) : bareWindow(tree->parent);
+}
+
+bool X11AccessibilityPlatform::write(const AXElement& element, std::string_view attribute,
+                                     const AXValue& value) {
+    const X11Element* target = known(element);
+    if (target == nullptr || target->kind() != X11Element::Kind::window) {
+        return false;
+    }
+    mirror_.refresh();
+    const X11Window* window = windowOf(*target);
+    if (window == nullptr) {
+        return false;
+    }
+    const double timeout = timeoutOf(*window);
+    if (const Point* position = std::get_if<Point>(&value);
+        position != nullptr && attribute == AXAttribute::position) {
+        return writer_.writePosition(window->id, window->serial, *position, timeout);
+    }
+    if (const Size* size = std::get_if<Size>(&value);
+        size != nullptr && attribute == AXAttribute::size) {
+        return writer_.writeSize(window->id, window->serial, *size, timeout);
+    }
+    return false;
+}
+
+std::optional<bool> X11AccessibilityPlatform::isSettable(const AXElement& element,
+                                                         std::string_view attribute) {
+    const X11Element* target = known(element);
+    if (target == nullptr) {
+        return std::nullopt;
+    }
+    mirror_.refresh();
+    const X11Window* window = windowOf(*target);
+    if (window == nullptr) {
+        return std::nullopt;
+    }
+    const X11WindowFacts& facts = window->facts;
+    const bool isFree = !facts.isMaximized() && !facts.isShaded && !facts.isFullScreen;
+    return (attribute == AXAttribute::position && facts.allowsMove && isFree) ||
+           (attribute == AXAttribute::size && facts.allowsResize && isFree);
+}
+
+std::optional<Pid> X11AccessibilityPlatform::pid(const AXElement& element) {
+    const X11Element* target = known(element);
+    if (target == nullptr) {
+        return std::nullopt;
+    }
+    mirror_.refresh();
+    if (target->kind() == X11Element::Kind::application) {
+        return windowsOf(*target).empty() ? std::nullopt : std::optional<Pid>(target->value());
+    }
+    const X11Window* window = windowOf(*target);
+    return window != nullptr ? window->owner() : std::nullopt;
+}
+
+void X11AccessibilityPlatform::setMessagingTimeout(const AXElement& element, double seconds) {
+    const X11Element* target = known(element);
+    if (target == nullptr || !(seconds >= 0)) {
+        return;
+    }
+    if (target->kind() == X11Element::Kind::window) {
+        if (X11Window* window = windowOf(*target)) {
+            window->timeout = seconds;
+        }
+    } else if (target->kind() == X11Element::Kind::application) {
+        if (seconds < X11WindowWriter::longestTimeout) {
+            timeouts_[target->value()] = seconds;
+        } else {
+            timeouts_.erase(target->value());
+        }
+    }
+}
+
+X11Window* X11AccessibilityPlatform::windowOf(const X11Element& element) {
+    return element.kind() == X11Element::Kind::window
+               ? mirror_.findManaged(idOf(element), element.serial())
+               : nullptr;
+}
+
+AXElement X11AccessibilityPlatform::elementOf(const X11Window& window) const {
+    return make(X11Element::Kind::window, window.id, window.serial);
+}
+
+AXElement X11AccessibilityPlatform::applicationOf(const X11Window& window) const {
+    const std::optional<Pid> owner = window.owner();
+    return owner ? make(X11Element::Kind::application, *owner, 0)
+                 : make(X11Element::Kind::client, mirror_.clientOf(window.id), 0);
+}
+
+bool X11AccessibilityPlatform::belongsTo(const X11Window& window,
+                                         const X11Element& application) const {
+    const std::optional<Pid> owner = window.owner();
+    return application.kind() == X11Element::Kind::application
+               ? owner == application.value()
+               : !owner && mirror_.clientOf(window.id) == idOf(application);
+}
+
+std::vector<X11Window*> X11AccessibilityPlatform::windowsOf(const X11Element& application) {
+    std::vector<X11Window*> result;
+    if (application.kind() == X11Element::Kind::systemWide ||
+        application.kind() == X11Element::Kind::window) {
+        return result;
+    }
+    for (const xcb_window_t id : mirror_.stacking()) {
+        X11Window* window = mirror_.find(id);
+        if (window != nullptr && belongsTo(*window, application)) {
+            result.push_back(window);
+        }
+    }
+    return result;
+}
+
+double X11AccessibilityPlatform::timeoutOf(const X11Window& window) const {
+    double timeout = std::min(X11WindowWriter::longestTimeout,
+                              window.timeout.value_or(X11WindowWriter::longestTimeout));
+    if (const std::optional<Pid> owner = window.owner()) {
+        const auto found = timeouts_.find(*owner);
+        if (found != timeouts_.end()) {
+            timeout = std::min(timeout, found->second);
+        }
+    }
+    return timeout;
+}
+
+}  // namespace lumatile

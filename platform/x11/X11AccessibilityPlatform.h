@@ -1,0 +1,69 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/x11/X11Connection.h"
+#include "platform/x11/X11Element.h"
+#include "platform/x11/X11Monitors.h"
+#include "platform/x11/X11WindowMirror.h"
+#include "platform/x11/X11WindowWriter.h"
+#include "windows/AccessibilityPlatform.h"
+
+namespace lumatile {
+
+/// The windows of an X desktop, as the window manager knows them.
+///
+/// Windows ("AXWindow") are those on the window manager's list; every other X window has no role.
+/// An application is a process, or, for programs whose process is not known, a client of the
+/// server. The parent of an X window is its parent in the server's tree, that of a window manager's
+/// frame is the client in it, and that of a client is its application.
+class X11AccessibilityPlatform final : public AccessibilityPlatform {
+public:
+    /// All outlive the platform.
+    X11AccessibilityPlatform(X11Connection& connection, X11Monitors& monitors,
+                             X11WindowMirror& mirror);
+
+    /// Whether a window manager lives that windows can be placed through. There is no permission
+    /// that could be asked for.
+    bool isTrusted(bool prompt) override;
+
+    AXElement systemWideElement() override;
+    AXElement applicationElement(Pid pid) override;
+    std::optional<AXElement> elementAtPoint(const Point& point) override;
+    std::optional<AXValue> read(const AXElement& element, std::string_view attribute) override;
+
+    /// "AXPosition" and "AXSize" of windows alone can be written.
+    bool write(const AXElement& element, std::string_view attribute, const AXValue& value) override;
+
+    /// Position and size: no for a window whose manager says so, and for one that the user has
+    /// maximized (on either axis), shaded or made full-screen; writing takes it out of the first
+    /// two all the same.
+    std::optional<bool> isSettable(const AXElement& element, std::string_view attribute) override;
+
+    std::optional<Pid> pid(const AXElement& element) override;
+    void setMessagingTimeout(const AXElement& element, double seconds) override;
+
+private:
+    X11Window* windowOf(const X11Element& element);
+    AXElement elementOf(const X11Window& window) const;
+    AXElement applicationOf(const X11Window& window) const;
+    bool belongsTo(const X11Window& window, const X11Element& application) const;
+    std::vector<X11Window*> windowsOf(const X11Element& application);
+    double timeoutOf(const X11Window& window) const;
+
+    std::optional<AXValue> readSystemWide(std::string_view attribute);
+    std::optional<AXValue> readApplication(const X11Element& element, std::string_view attribute);
+    std::optional<AXValue> readWindow(const X11Window& window, std::string_view attribute);
+    std::optional<AXElement> parentOf(const X11Element& element);
+
+    X11Connection& connection_;
+    X11Monitors& monitors_;
+    X11WindowMirror& mirror_;
+    X11WindowWriter writer_;
+    std::unordered_map<Pid, double> timeouts_;  // Of applications, where shorter than the longest.
+};
+
+}  // namespace lumatile

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+
+#include <xcb/xcb.h>
+
+namespace lumatile {
+
+/// Looking into an event of the server.
+struct X11Event {
+    X11Event() = delete;
+
+    /// Its kind, be it the server's own or sent on by another program; 0 for an error.
+    static std::uint8_t type(const xcb_generic_event_t& event) {
+        return event.response_type & std::uint8_t{0x7f};
+    }
+
+    /// The event as the structure that belongs to its type.
+    template <typename Event>
+    static const Event& as(const xcb_generic_event_t& event) {
+        // The protocol library's own way: all events share one buffer of 32 bytes or more.
+        return reinterpret_cast<const Event&>(event);  // NOLINT(*-reinterpret-cast)
+    }
+};
+
+}  // namespace lumatile

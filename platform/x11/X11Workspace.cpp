@@ -1,0 +1,43 @@
+#include "platform/x11/X11Workspace.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <unordered_map>
+
+namespace lumatile {
+
+std::optional<RunningApplication> X11Workspace::frontmostApplication() {
+    const std::vector<RunningApplication> applications = runningApplications();
+    const X11Window* active = mirror_.active();
+    const std::optional<Pid> owner = active != nullptr ? active->owner() : std::nullopt;
+    const auto found = std::find_if(
+        applications.begin(), applications.end(),
+        [&](const RunningApplication& application) { return owner == application.pid; });
+    return found != applications.end() ? std::optional(*found) : std::nullopt;
+}
+
+std::vector<RunningApplication> X11Workspace::runningApplications() {
+    mirror_.refresh();
+    std::vector<RunningApplication> applications;
+    std::unordered_map<Pid, std::size_t> places;
+    for (const xcb_window_t id : mirror_.stacking()) {
+        const X11Window* window = mirror_.find(id);
+        const std::optional<Pid> owner = window != nullptr ? window->owner() : std::nullopt;
+        if (!owner) {
+            continue;
+        }
+        const auto [place, isNew] = places.try_emplace(*owner, applications.size());
+        if (isNew) {
+            applications.push_back({*owner, std::nullopt, false, true});
+        }
+        RunningApplication& application = applications[place->second];
+        if (!application.bundleIdentifier) {
+            application.bundleIdentifier = window->facts.identifier();
+        }
+        application.isRegular |= window->facts.kind() == X11WindowKind::normal;
+        application.isHidden &= mirror_.isMinimized(*window) || mirror_.isShowingDesktop();
+    }
+    return applications;
+}
+
+}  // namespace lumatile

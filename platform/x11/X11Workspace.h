@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "Lumatile/Workspace.h"
+#include "platform/x11/X11WindowMirror.h"
+
+namespace lumatile {
+
+/// The applications of an X desktop: the processes that own its managed windows.
+class X11Workspace final : public Workspace {
+public:
+    /// @param mirror outlives the workspace
+    explicit X11Workspace(X11WindowMirror& mirror) : mirror_(mirror) {}
+
+    std::optional<RunningApplication> frontmostApplication() override;
+
+    /// In the order of their topmost windows.
+    std::vector<RunningApplication> runningApplications() override;
+
+private:
+    X11WindowMirror& mirror_;
+};
+
+}  // namespace lumatile
