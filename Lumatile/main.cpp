@@ -22,6 +22,7 @@
 #include "platform/x11/X11Monitors.h"
 #include "platform/x11/X11ScreenList.h"
 #include "platform/x11/X11ShortcutText.h"
+#include "platform/x11/X11WindowMirror.h"
 #include "platform/x11/X11Workspace.h"
 
 namespace {
@@ -41,7 +42,7 @@ int main(int argc, char** argv) {
     using namespace lumatile;
 
     StandardErrorLog log;
-    TerminationSignals signals;
+    TerminationSignals termination;
     QCoreApplication application(argc, argv);
     QtRunLoop runLoop;
 
@@ -56,8 +57,9 @@ int main(int argc, char** argv) {
 
     X11Monitors monitors(*connection);
     X11ScreenList screenList(*connection, monitors);
-    X11AccessibilityPlatform accessibility(*connection, monitors);
-    X11Workspace workspace(accessibility);
+    X11WindowMirror mirror(*connection);
+    X11AccessibilityPlatform accessibility(*connection, monitors, mirror);
+    X11Workspace workspace(mirror);
     X11HotKeyPlatform hotKeys(*connection);
     QSettingsPreferences preferences(log);
     AppDelegate delegate(
@@ -77,8 +79,8 @@ int main(int argc, char** argv) {
     };
     const auto serverWatch = runLoop.watchDescriptor(connection->fileDescriptor(), dispatch);
     const auto beforeBlocking = runLoop.beforeBlocking(dispatch);
-    const auto signalWatch = runLoop.watchDescriptor(signals.fileDescriptor(), [&] {
-        if (signals.consume()) {
+    const auto signalWatch = runLoop.watchDescriptor(termination.fileDescriptor(), [&] {
+        if (termination.consume()) {
             QCoreApplication::exit(EXIT_SUCCESS);
         }
     });
