@@ -48,7 +48,7 @@ void InputDriver::keyUp(std::uint8_t key) {
     send(XCB_KEY_RELEASE, key);
 }
 
-void InputDriver::press(const std::vector<std::uint8_t>& modifiers, std::uint8_t key) {
+void InputDriver::press(std::span<const std::uint8_t> modifiers, std::uint8_t key) {
     for (const std::uint8_t modifier : modifiers) {
         keyDown(modifier);
     }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
+#include <span>
 #include <vector>
 
 #include "tests/desktop/support/KeyPosition.h"
@@ -20,7 +22,11 @@ public:
     void keyUp(std::uint8_t key);
 
     /// Holds the modifiers, presses and releases the key, lets go of the modifiers.
-    void press(const std::vector<std::uint8_t>& modifiers, std::uint8_t key);
+    void press(std::span<const std::uint8_t> modifiers, std::uint8_t key);
+
+    void press(std::initializer_list<std::uint8_t> modifiers, std::uint8_t key) {
+        press(std::span(modifiers.begin(), modifiers.size()), key);
+    }
 
     /// Turns a lock on or off by pressing its key, where it is not so already.
     /// @return false for a key that locks nothing on this server
