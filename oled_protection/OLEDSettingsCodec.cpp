@@ -1,5 +1,6 @@
 #include "oled_protection/OLEDSettingsCodec.h"
 
+#include <array>
 #include <cmath>
 #include <nlohmann/json.hpp>
 #include <variant>
@@ -36,7 +37,7 @@ struct Field {
 };
 
 /// The one table that reading and writing share, in field order.
-constexpr Field fields[] = {
+constexpr std::array<Field, 9> fields{{
     {"orbitEnabled", &OLEDSettings::orbitEnabled},
     {"orbitAmplitude", Quantity{&OLEDSettings::orbitAmplitude, isDistance}},
     {"orbitStepInterval", Quantity{&OLEDSettings::orbitStepInterval, isSeconds}},
@@ -46,7 +47,7 @@ constexpr Field fields[] = {
     {"idleDimEnabled", &OLEDSettings::idleDimEnabled},
     {"idleThreshold", Quantity{&OLEDSettings::idleThreshold, isSeconds}},
     {"idleDimStrength", Quantity{&OLEDSettings::idleDimStrength, isFraction}},
-};
+}};
 
 bool read(const nlohmann::json& value, Switch field, OLEDSettings& settings) {
     const std::optional<bool> flag = BoundedJSON::boolean(value);

@@ -1,5 +1,6 @@
 #include "geometry/Rect.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -41,7 +42,7 @@ TEST(Rect, containsItsMinEdgesAndNotItsMaxEdges) {
     const Rect rect{10, 20, 30, 40};
     struct Case {
         Point point;
-        bool inside;
+        bool inside = false;
     };
     const double justInside = std::nextafter(40.0, 0.0);
     const double justOutside = std::nextafter(10.0, 0.0);
@@ -101,7 +102,7 @@ TEST(Rect, isWithinComparesEachOfFourNumbersInclusively) {
     const Rect base{100, 100, 50, 50};
     struct Case {
         Rect other;
-        bool within;
+        bool within = false;
     };
     for (const Case& c : {Case{base, true}, Case{{101.5, 98.5, 51.5, 48.5}, true},
                           Case{{101.625, 100, 50, 50}, false}, Case{{100, 98.375, 50, 50}, false},

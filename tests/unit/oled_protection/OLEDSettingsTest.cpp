@@ -1,6 +1,9 @@
 #include "oled_protection/OLEDSettings.h"
 
+#include <array>
+#include <cstdint>
 #include <limits>
+#include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -57,6 +60,7 @@ TEST(OLEDSettings, sevenStepIntervalsAndTheirLabels) {
     const std::vector<std::string> labels{"5 s",   "15 s",  "30 s",  "1 min",
                                           "2 min", "5 min", "10 min"};
     std::vector<std::string> shown;
+    shown.reserve(labels.size());
     for (const double seconds : OLEDSettings::orbitStepIntervalChoices) {
         shown.push_back(OLEDSettings::orbitStepIntervalLabel(seconds));
     }

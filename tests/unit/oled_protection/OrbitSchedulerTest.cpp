@@ -230,7 +230,7 @@ TEST(OrbitStep, aWindowThatTheUserDraggedStaysAndItsPlaceBecomesHome) {
 TEST(OrbitStep, movesOfUpToOneAndAHalfPixelsAreNotFromOutside) {
     struct Case {
         Rect change;
-        bool isFromOutside;
+        bool isFromOutside = false;
     };
     for (const Case& c : {
              Case{{1.5, 0, 0, 0}, false},
