@@ -3,7 +3,7 @@
 #include <stdlib.h>
 
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <string>
 #include <system_error>
 
@@ -26,7 +26,7 @@ TemporaryFolder::~TemporaryFolder() {
 
 std::filesystem::path TemporaryFolder::write(const std::filesystem::path& relative,
                                              std::string_view text) const {
-    const std::filesystem::path file = path_ / relative;
+    std::filesystem::path file = path_ / relative;
     std::filesystem::create_directories(file.parent_path());
     std::ofstream stream(file, std::ios::binary);
     stream.write(text.data(), static_cast<std::streamsize>(text.size()));
@@ -39,7 +39,9 @@ std::filesystem::path TemporaryFolder::write(const std::filesystem::path& relati
 
 std::string readFile(const std::filesystem::path& path) {
     std::ifstream stream(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    std::ostringstream text;
+    text << stream.rdbuf();
+    return text.str();
 }
 
 }  // namespace lumatile::desktop
