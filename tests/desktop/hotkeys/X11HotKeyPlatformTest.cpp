@@ -394,6 +394,7 @@ TEST_F(HotKeyTest, aCombinationThatAnotherHasInOneLockStateIsRefusedWhole) {
         EXPECT_THAT(desk_.hotKeys().refusedRegistrations(),
                     ElementsAre(X11HotKeyPlatform::Refused{leftArrow, controlOption}));
         // Nothing of it is kept: a third program gets every other state of the locks.
+        desk_.connection().synchronize();
         for (const unsigned state : lockStates) {
             EXPECT_EQ(third.take(KeyPosition::left, controlAlt | state), state != taken);
             third.giveBack(KeyPosition::left, controlAlt | state);
