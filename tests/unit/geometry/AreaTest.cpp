@@ -70,7 +70,11 @@ TEST(Area, hashTellsOrdersAndFieldsApart) {
     const CellRect b{18, 6, 6, 6};
     EXPECT_EQ(hash(Area({a, b})), hash(Area({a, b})));
     EXPECT_NE(hash(Area({a, b})), hash(Area({b, a})));
-    EXPECT_NE(hash(Area(CellRect{1, 2, 3, 4})), hash(Area(CellRect{2, 1, 3, 4})));
+    const CellRect base{1, 2, 3, 4};
+    for (const CellRect& other : {CellRect{0, 2, 3, 4}, CellRect{1, 0, 3, 4}, CellRect{1, 2, 0, 4},
+                                  CellRect{1, 2, 3, 0}, CellRect{2, 1, 3, 4}}) {
+        EXPECT_NE(hash(Area(base)), hash(Area(other)));
+    }
 }
 
 TEST(Area, setsKeepTheSameBlocksInAnotherOrderApart) {

@@ -323,9 +323,21 @@ TEST(OrbitStep, aTargetHalfAPixelAwayIsNotWritten) {
     EXPECT_EQ(window->writes(), 0);
     window->current.x = inTheMiddle.x + 0.625;
     orbit.step(2);
-    // A size half a pixel off is written along with a place that is too far off.
-    EXPECT_EQ(window->frameWrites, 1);
+    EXPECT_EQ(window->writes(), 1);
     EXPECT_EQ(window->current, inTheMiddle);
+}
+
+TEST(OrbitStep, aSizeHalfAPixelOffIsWrittenAlongWithThePlace) {
+    for (const Size& off : {Size{0.5, 0}, Size{0, 0.5}, Size{-0.5, 0}, Size{0, -0.5}}) {
+        OrbitScheduler orbit;
+        const auto window = makeWindow();
+        orbit.sync({window});
+        window->current.width += off.width;
+        window->current.height += off.height;
+        orbit.step(1);
+        EXPECT_EQ(window->frameWrites, 1) << off.width << " " << off.height;
+        EXPECT_EQ(window->current, inTheMiddle.offsetBy(-1, -2));
+    }
 }
 
 TEST(OrbitStep, aSizeLessThanHalfAPixelOffIsLeftToTheWindow) {
