@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tests/desktop/support/ChildProcess.h"
+#include "tests/desktop/support/DesktopSession.h"
+
+namespace lumatile::benchmark {
+
+/// sxhkd with some shortcuts, each of which starts a command.
+class HotKeyDaemon {
+public:
+    struct Shortcut {
+        std::string keys;  ///< In the daemon's notation: "ctrl + alt + x"
+        std::string command;
+    };
+
+    /// Started; it takes its keys a moment later.
+    HotKeyDaemon(desktop::DesktopSession& session, const std::vector<Shortcut>& shortcuts);
+
+private:
+    desktop::TemporaryFolder folder_;
+    desktop::ChildProcess process_;
+};
+
+}  // namespace lumatile::benchmark
