@@ -1,0 +1,82 @@
+// What the panel protection costs beside the window system: one orbit step over many windows, and
+// reading the stored settings at launch.
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+#include "oled_protection/OLEDSettingsCodec.h"
+#include "oled_protection/OrbitScheduler.h"
+
+namespace lumatile {
+namespace {
+
+class NumberedHandle final : public AXElementHandle {
+public:
+    explicit NumberedHandle(std::size_t number) : number_(number) {}
+
+    bool equals(const AXElementHandle& other) const override { return other.hash() == number_; }
+    std::size_t hash() const override { return number_; }
+
+private:
+    std::size_t number_;
+};
+
+/// A window that goes where it is told, at no cost.
+class PlainWindow final : public WindowControlling {
+public:
+    PlainWindow(std::size_t number, const Rect& frame)
+        : key_{std::make_shared<NumberedHandle>(number)}, frame_(frame) {}
+
+    AXElementKey key() const override { return key_; }
+    std::optional<Rect> frame() const override { return frame_; }
+    void setFrame(const Rect& frame) override { frame_ = frame; }
+    void setPosition(const Point& position) override {
+        frame_ = {position.x, position.y, frame_.width, frame_.height};
+    }
+    std::optional<Pid> pid() const override { return 1; }
+    bool isWindow() const override { return true; }
+
+private:
+    AXElementKey key_;
+    Rect frame_;
+};
+
+/// One step with orbit and jitter on, the candidates gathered anew as before every step.
+void orbitStep(benchmark::State& state) {
+    const Rect area{0, 0, 1920, 1080};
+    OrbitScheduler orbit({}, JitterPolicy{3, 3600});
+    orbit.setBounds([&area](const Rect&) { return area; });
+    std::vector<std::shared_ptr<WindowControlling>> windows;
+    const auto count = static_cast<std::size_t>(state.range(0));
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto place = static_cast<double>(i % 500);
+        windows.push_back(std::make_shared<PlainWindow>(i, Rect{place, place, 800, 500}));
+    }
+    double now = 1'700'000'000;
+    for (auto _ : state) {
+        orbit.sync(windows);
+        orbit.step(now);
+        now += 1;
+    }
+    if (orbit.lastShift()->at != now - 1) {
+        state.SkipWithError("a step moved nothing");
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(orbitStep)->Arg(20)->Arg(200);
+
+void decodeSettings(benchmark::State& state) {
+    const std::string text = OLEDSettingsCodec::encode(OLEDSettings::recommended);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(OLEDSettingsCodec::decode(text));
+    }
+}
+BENCHMARK(decodeSettings);
+
+}  // namespace
+}  // namespace lumatile
