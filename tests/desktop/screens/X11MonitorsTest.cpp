@@ -46,7 +46,7 @@ protected:
 };
 
 TEST_F(MonitorsTest, thePrimaryComesFirstThenTheServersOrder) {
-    start({"three", {left, middle, right}, 1});
+    start({"three", {left, middle, right}, 1}, PrivateServer::Kind::virtualFramebuffer);
     EXPECT_THAT(
         monitors_->rootRects(),
         ElementsAre(Rect{1920, 0, 1080, 1920}, Rect{0, 0, 1920, 1080}, Rect{3000, 240, 800, 600}));
