@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "Lumatile/Platform.h"
 #include "platform/simulated/SimulatedAccessibility.h"
@@ -26,6 +27,7 @@ public:
     SimulatedDesktop();
     SimulatedDesktop(const SimulatedDesktop&) = delete;
     SimulatedDesktop& operator=(const SimulatedDesktop&) = delete;
+    ~SimulatedDesktop() = default;
 
     /// The ports, for the application to run on; the desktop outlives it.
     Platform platform();
@@ -35,7 +37,9 @@ public:
 
     // What the user does.
 
-    ApplicationID launch(SimulatedApplicationTraits traits) { return programs.launch(traits); }
+    ApplicationID launch(SimulatedApplicationTraits traits) {
+        return programs.launch(std::move(traits));
+    }
     void quit(ApplicationID id) { programs.quit(id); }
     WindowID open(ApplicationID application, SimulatedWindowTraits traits);
 

@@ -328,11 +328,11 @@ TEST(ApplicationConductor, damagedStoredValuesAreReplacedInMemoryAndLeftOnTheDis
 
 /// One column of what the settings mean to the running services.
 struct Applied {
-    const char* settings;
-    bool exaggerated;
+    const char* settings = nullptr;
+    bool exaggerated = false;
     OrbitConfig orbit;
     JitterPolicy jitter;
-    bool isOrbitJittered;
+    bool isOrbitJittered = false;
 
     friend std::ostream& operator<<(std::ostream& stream, const Applied& row) {
         return stream << row.settings << (row.exaggerated ? " exaggerated" : "");

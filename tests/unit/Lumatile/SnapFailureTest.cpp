@@ -13,11 +13,11 @@ const Rect before{2000, 300, 640, 480};
 /// A command, the one frame read of it that fails, and what comes of it. The window lies on the
 /// second screen; a window without a frame counts as at the origin, on the first one.
 struct FailedRead {
-    const char* nameKey;
-    std::size_t read;
+    const char* nameKey = nullptr;
+    std::size_t read = 0;
     Rect becomes;
-    bool isRemembered;
-    bool isTracked;
+    bool isRemembered = false;
+    bool isTracked = false;
 
     friend std::ostream& operator<<(std::ostream& stream, const FailedRead& row) {
         return stream << row.nameKey << ", read " << row.read;
@@ -210,8 +210,8 @@ TEST(SnapFailure, aHungApplicationCostsABoundedTimeAndNothingHappens) {
 
 /// What may happen between any two questions of a command.
 struct Mishap {
-    const char* name;
-    void (*happen)(DesktopWithConductor& desk, WindowID window);
+    const char* name = nullptr;
+    void (*happen)(DesktopWithConductor& desk, WindowID window) = nullptr;
 
     friend std::ostream& operator<<(std::ostream& stream, const Mishap& mishap) {
         return stream << mishap.name;

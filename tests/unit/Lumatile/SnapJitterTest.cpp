@@ -15,7 +15,7 @@ constexpr std::string_view recommended = "{}";
 constexpr double toNextSlot = 3600 - 800;
 
 struct Row {
-    const char* nameKey;
+    const char* nameKey = nullptr;
     Rect target;
     Rect jittered;
 };

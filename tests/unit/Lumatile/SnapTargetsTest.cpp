@@ -14,8 +14,8 @@ constexpr std::uint32_t controlOptionCommand = 6400;
 /// One shortcut and where it puts a window, in pixels from the visible frame's top-left corner: on
 /// a landscape frame of 1920 × 1080 and on a portrait frame of 1080 × 1920.
 struct Row {
-    const char* nameKey;
-    std::uint32_t keyCode;
+    const char* nameKey = nullptr;
+    std::uint32_t keyCode = 0;
     Rect landscape;
     Rect portrait;
 
