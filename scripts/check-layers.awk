@@ -23,6 +23,14 @@ function exists(path,    line, found) {
     return found
 }
 
+function links_qt(folder,    pair, part) {
+    for (pair in reached) {
+        split(pair, part, SUBSEP)
+        if (part[1] == folder && part[2] ~ /^Qt6::/) return 1
+    }
+    return 0
+}
+
 function forbid(why) {
     print place ": " text "  (" why ")"
     bad = 1
@@ -67,6 +75,14 @@ FNR == NR {
             sub(/\.h$/, ".cpp", path)
             if (exists(root "/" path)) forbid("not a port")
         }
+        next
+    }
+    # Only the system can flush a file to the disk, which a durable replacement needs.
+    if (file == "commands/AtomicFile.cpp" && text ~ /<(fcntl|unistd|sys\/stat)\.h>/) next
+    if (layer == "adapter" && text ~ /<(Q|xcb\/|X11\/|nlohmann\/)/) {
+        if (text ~ /<Q/ && links_qt(own)) next
+        if (text ~ /<xcb\// && ((own, "PkgConfig::xcb") in reached)) next
+        forbid("a library that " own " does not wrap")
         next
     }
     if (layer == "adapter" || text ~ /<[a-z0-9_]+>/) next
