@@ -30,7 +30,7 @@ struct SnapCommandCodec {
     /// Bounds of what is read. A longer list than this was not made by a person, and a larger text
     /// than this holds no such list.
     static constexpr std::size_t maxCommands = 10'000;
-    static constexpr std::size_t maxBytes = 16 * 1024 * 1024;
+    static constexpr std::size_t maxBytes = std::size_t{16} * 1024 * 1024;
 
     /// Longest string; ample for 40 characters of a name, whatever they are composed of.
     static constexpr std::size_t maxStringBytes = 4096;

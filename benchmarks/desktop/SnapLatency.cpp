@@ -167,6 +167,7 @@ SnapLatency SnapLatency::measure(int rounds) {
         }
     }
     std::vector<SnapMethod> methods;
+    methods.reserve(contestants.size());
     for (const Contestant& contestant : contestants) {
         methods.push_back({contestant.name, Statistics::of(contestant.samples)});
     }

@@ -14,6 +14,8 @@ namespace lumatile::desktop {
 class InputDriver : public XClient {
 public:
     explicit InputDriver(const std::string& display);
+    InputDriver(const InputDriver&) = delete;
+    InputDriver& operator=(const InputDriver&) = delete;
 
     /// Lets go of everything it holds and of the locks.
     ~InputDriver() override;
