@@ -97,8 +97,7 @@ void TestWindow::describe(const Options& options) {
         case Kind::sizeIncrement:
             break;  // Like many old programs it states no type.
         case Kind::clientSide:
-            setCardinals(window_, "_GTK_FRAME_EXTENTS", XCB_ATOM_CARDINAL,
-                         {shadow.begin(), shadow.end()});
+            castShadow(true);
             [[fallthrough]];
         case Kind::undecorated:
             type("_NET_WM_WINDOW_TYPE_NORMAL");
@@ -154,12 +153,22 @@ void TestWindow::followMaximization() {
     // A maximized window casts no shadow.
     const bool whole =
         hasState("_NET_WM_STATE_MAXIMIZED_VERT") && hasState("_NET_WM_STATE_MAXIMIZED_HORZ");
-    std::vector<std::uint32_t> extents(4);
-    if (!whole) {
-        extents.assign(shadow.begin(), shadow.end());
+    castShadow(!whole);
+}
+
+void TestWindow::castShadow(bool on) {
+    // A window manager that does not know the hint would take the shadow for a part of the window,
+    // so toolkits draw none there.
+    const std::vector<std::uint32_t> hints = cardinals(root(), "_NET_SUPPORTED");
+    if (std::find(hints.begin(), hints.end(), atom("_GTK_FRAME_EXTENTS")) == hints.end()) {
+        return;
     }
-    if (cardinals(window_, "_GTK_FRAME_EXTENTS") != extents) {
-        setCardinals(window_, "_GTK_FRAME_EXTENTS", XCB_ATOM_CARDINAL, extents);
+    std::vector<std::uint32_t> wanted(4);
+    if (on) {
+        wanted.assign(shadow.begin(), shadow.end());
+    }
+    if (cardinals(window_, "_GTK_FRAME_EXTENTS") != wanted) {
+        setCardinals(window_, "_GTK_FRAME_EXTENTS", XCB_ATOM_CARDINAL, wanted);
     }
 }
 

@@ -41,8 +41,8 @@ public:
     static constexpr int stepWidth = 9;
     static constexpr int stepHeight = 17;
 
-    /// The shadow of a client-side window: left, right, top, bottom. All different, so that a
-    /// mix-up shows.
+    /// The shadow of a client-side window where the window manager knows of shadows: left, right,
+    /// top, bottom. All different, so that a mix-up shows.
     static constexpr std::array<std::uint32_t, 4> shadow{22, 26, 18, 30};
 
     TestWindow(const std::string& display, const Options& options);
@@ -95,6 +95,7 @@ protected:
 private:
     void describe(const Options& options);
     void followMaximization();
+    void castShadow(bool on);
 
     xcb_window_t window_;
     Kind kind_;

@@ -1,0 +1,59 @@
+#include "tests/desktop/snapping/SnapDesktop.h"
+
+namespace lumatile::desktop {
+
+SnapDesktop::SnapDesktop(const Setup& setup)
+    : desktop_(setup.layout, setup.windowManager, setup.options), expected_(setup.layout) {
+    if (setup.panel) {
+        panel_ = desktop_.openPanel(*setup.panel, panelHeight);
+        expected_.reserve(*setup.panel, panelHeight);
+    }
+    program_ =
+        std::make_unique<LumatileProcess>(desktop_.session(), LUMATILE_PROGRAM, setup.settings);
+}
+
+void SnapDesktop::press(const DefaultShortcut& shortcut) {
+    input().press(shortcut.modifiers(), shortcut.key);
+}
+
+bool SnapDesktop::settle(TestWindow& window) {
+    TestWindow::Options options;
+    options.title = "marker";
+    const std::unique_ptr<TestWindow> marker = desktop_.openWindow(options);
+    marker->place({300, 200, 400, 300});
+    // No window manager has this combination.
+    press("maximize");
+    const bool answered =
+        XClient::waitUntil([&] { return !observer().messages(marker->id()).empty(); }) &&
+        XClient::waitUntil(
+            [&] { return marker->frame().width > 400 && marker->frame().height > 300; });
+    marker->close();
+    window.activate();
+    return answered;
+}
+
+std::string SnapDesktop::endProgram() {
+    const auto exit = program_->stop();
+    std::string complaint;
+    if (!LumatileProcess::isClean(exit)) {
+        complaint = "it ended with " +
+                    (exit && exit->status ? "status " + std::to_string(*exit->status)
+                                          : "signal " + std::to_string(exit ? exit->signal : 0)) +
+                    ":\n" + program_->output();
+    }
+    return complaint;
+}
+
+testing::AssertionResult reaches(TestWindow& window, const PixelRect& wanted) {
+    if (XClient::waitUntil([&] { return window.frame() == wanted; }, Deadline::usual())) {
+        return testing::AssertionSuccess();
+    }
+    return testing::AssertionFailure()
+           << "the window is at " << window.frame() << " instead of " << wanted;
+}
+
+std::string nameOf(const testing::TestParamInfo<WindowManager::Kind>& kind) {
+    return toString(kind.param);
+}
+
+}  // namespace lumatile::desktop
