@@ -9,8 +9,8 @@ namespace lumatile {
 /// that a seam between two windows does not rest on the same pixels all day. Edges on the border of
 /// the display stay, so no gap opens there and nothing spills off the screen.
 struct JitterPolicy {
-    double tolerancePx = 0;     ///< Largest shift of an edge, pixels, either sign; 0 or less: none.
-    double stepSeconds = 3600;  ///< Length of a time slot, seconds; 0 or less: no shift.
+    double tolerancePx = 0;     ///< Pixels an edge may go either way; none unless positive.
+    double stepSeconds = 3600;  ///< Seconds that a slot lasts; no shift unless positive.
 
     bool operator==(const JitterPolicy&) const = default;
 
