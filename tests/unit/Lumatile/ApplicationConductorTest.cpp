@@ -127,6 +127,9 @@ TEST(ApplicationConductor, aSecondStartRegistersNothingTwice) {
     EXPECT_EQ(std::adjacent_find(registered.begin(), registered.end()), registered.end());
     desk.press(controlOptionLeft);
     EXPECT_EQ(desk.traffic.count(AccessKind::write), 3U);
+    // The registrations are still the first ones: theirs were the first ids.
+    desk.hotKeys.deliver(HotKeyID{HotkeyService::signature, 1});
+    EXPECT_EQ(desk.traffic.count(AccessKind::write), 6U);
 }
 
 TEST(ApplicationConductor, registeringAgainReplacesWhatWasRegistered) {
