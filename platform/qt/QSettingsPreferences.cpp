@@ -3,23 +3,33 @@
 #include <sys/stat.h>
 
 #include <QByteArray>
+#include <QDateTime>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QLockFile>
 #include <QMetaType>
 #include <QSettings>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <utility>
+
+#include "platform/qt/SettingsText.h"
 
 namespace lumatile {
 
 namespace {
 
-constexpr mode_t onlyForTheUser = S_IRUSR | S_IWUSR;
 constexpr mode_t nobodyElse = S_IRWXG | S_IRWXO;
 
 // The longest list of commands is 16 MiB; in the file a byte takes up to four characters.
 constexpr off_t largestFile = off_t{128} * 1024 * 1024;
+
+// Others hold the lock only while they write.
+constexpr int lockPatienceMilliseconds = 1000;
 
 /// What is made while this lives is the user's alone, folders as well, from the first moment on.
 class PrivateFiles {
@@ -33,14 +43,82 @@ private:
     mode_t former_;
 };
 
-/// False for what must not even be opened: a pipe would block for ever, an absurdly long file would
-/// take all memory.
-bool mayBeOpened(const QString& path) {
-    struct stat status {};
-    if (stat(QFile::encodeName(path).constData(), &status) != 0) {
-        return errno == ENOENT;
+/// A file that exists for the time of one change under a name that was never used before: the
+/// toolkit remembers what it read and wrote by the names of files.
+class Draft {
+public:
+    explicit Draft(const QString& path)
+        : path_(path + QLatin1Char('.') + QString::number(++count_) + QLatin1String(".new")) {
+        QFile::remove(path_);
     }
-    return S_ISREG(status.st_mode) && status.st_size <= largestFile;
+    Draft(const Draft&) = delete;
+    Draft& operator=(const Draft&) = delete;
+    ~Draft() {
+        QFile::remove(path_);
+        // The toolkit forgets the values when it looks for the file again.
+        const QSettings forgotten(path_, QSettings::NativeFormat);
+    }
+
+    const QString& path() const { return path_; }
+    bool renameTo(const QString& path) const {
+        return std::rename(QFile::encodeName(path_).constData(),
+                           QFile::encodeName(path).constData()) == 0;
+    }
+
+private:
+    inline static quint64 count_ = 0;
+    QString path_;
+};
+
+std::map<QString, QVariant> valuesIn(const QSettings& settings) {
+    std::map<QString, QVariant> values;
+    for (const QString& key : settings.allKeys()) {
+        if (!key.isEmpty()) {  // A damaged line; it could not be written either.
+            values[key] = settings.value(key);
+        }
+    }
+    return values;
+}
+
+bool endsWithALine(const QString& path) {
+    QFile file(path);
+    char last = 0;
+    return file.open(QIODevice::ReadOnly) && file.seek(file.size() - 1) && file.getChar(&last) &&
+           last == '\n';
+}
+
+/// Writes a file whole. The toolkit takes a write that a full disk cut short for a success. A file
+/// that was cut lacks a key or the end of its last line, so it is read back, under another name, of
+/// which the toolkit remembers nothing.
+bool write(const std::map<QString, QVariant>& values, const Draft& draft, const Draft& readBack) {
+    {
+        QSettings settings(draft.path(), QSettings::NativeFormat);
+        for (const auto& [key, value] : values) {
+            settings.setValue(key, value);
+        }
+        settings.sync();
+        if (settings.status() != QSettings::NoError) {
+            return false;
+        }
+    }
+    if (!draft.renameTo(readBack.path())) {
+        return false;
+    }
+    const QSettings settings(readBack.path(), QSettings::NativeFormat);
+    const std::map<QString, QVariant> found = valuesIn(settings);
+    return settings.status() == QSettings::NoError && endsWithALine(readBack.path()) &&
+           std::equal(found.begin(), found.end(), values.begin(), values.end(),
+                      [](const auto& one, const auto& other) { return one.first == other.first; });
+}
+
+/// The toolkit sees a change of a file by its size and its time in milliseconds.
+void makeNewer(const QString& path, const QString& than) {
+    QFile file(path);
+    const QDateTime former = QFileInfo(than).lastModified();
+    if (former.isValid() && QFileInfo(path).lastModified() <= former &&
+        file.open(QIODevice::ReadWrite)) {
+        file.setFileTime(former.addMSecs(1), QFileDevice::FileModificationTime);
+    }
 }
 
 QString text(std::string_view key) {
@@ -68,11 +146,8 @@ std::optional<Bytes> QSettingsPreferences::bytes(std::string_view key) {
 }
 
 std::optional<bool> QSettingsPreferences::boolean(std::string_view key) {
-    const QVariant value = read(key);
-    if (value.typeId() == QMetaType::Bool) {
-        return value.toBool();
-    }
     // The file does not tell a boolean from a text.
+    const QVariant value = read(key);
     if (value.typeId() == QMetaType::QString) {
         if (value.toString() == QLatin1String("true")) {
             return true;
@@ -88,18 +163,49 @@ void QSettingsPreferences::setBytes(std::string_view key, const Bytes& value) {
     change(key, QByteArray::fromStdString(value));
 }
 
-void QSettingsPreferences::setBoolean(std::string_view key, bool value) { change(key, value); }
+void QSettingsPreferences::setBoolean(std::string_view key, bool value) {
+    // As the file gives it back.
+    change(key, value ? QStringLiteral("true") : QStringLiteral("false"));
+}
 
-QVariant QSettingsPreferences::read(std::string_view key) const {
+QVariant QSettingsPreferences::read(std::string_view key) {
     const auto unsaved = unsaved_.find(text(key));
     if (unsaved != unsaved_.end()) {
         return unsaved->second;
     }
-    if (!mayBeOpened(path_)) {
+    if (!mayBeRead()) {
         return {};
     }
     const QSettings settings(path_, QSettings::NativeFormat);
     return settings.value(text(key));
+}
+
+/// False for what must not even be opened (a pipe would block for ever, an absurdly long file would
+/// take all memory) and for a text that the toolkit would not survive.
+bool QSettingsPreferences::mayBeRead() {
+    struct stat status {};
+    if (stat(QFile::encodeName(path_).constData(), &status) != 0) {
+        return errno == ENOENT;
+    }
+    if (!S_ISREG(status.st_mode) || status.st_size > largestFile) {
+        return false;
+    }
+    const std::string state = std::to_string(status.st_ino) + ' ' + std::to_string(status.st_size) +
+                              ' ' + std::to_string(status.st_mtim.tv_sec) + '.' +
+                              std::to_string(status.st_mtim.tv_nsec);
+    if (state == checkedState_) {
+        return true;
+    }
+    QFile file(path_);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    const QByteArray bytes = file.read(largestFile);
+    if (!SettingsText::isSafeToRead({bytes.constData(), static_cast<std::size_t>(bytes.size())})) {
+        return false;
+    }
+    checkedState_ = state;
+    return true;
 }
 
 void QSettingsPreferences::change(std::string_view key, QVariant value) {
@@ -113,28 +219,27 @@ void QSettingsPreferences::change(std::string_view key, QVariant value) {
                                   "with the next one");
 }
 
-bool QSettingsPreferences::store() const {
-    if (!mayBeOpened(path_)) {
+bool QSettingsPreferences::store() {
+    const PrivateFiles privateFiles;
+    if (!QDir().mkpath(QFileInfo(path_).absolutePath())) {
         return false;
     }
-    const PrivateFiles privateFiles;
-    // A file with damaged lines reports the damage where the outcome of the writing would be told;
-    // the second time nothing is left to read, and the outcome can be seen.
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        QSettings settings(path_, QSettings::NativeFormat);
-        for (const auto& [key, value] : unsaved_) {
-            settings.setValue(key, value);
-        }
-        settings.sync();
-        if (settings.status() == QSettings::NoError) {
-            chmod(QFile::encodeName(path_).constData(), onlyForTheUser);
-            return true;
-        }
-        if (settings.status() == QSettings::AccessError) {
-            return false;
-        }
+    // The lock that every settings object of this file takes when it writes.
+    QLockFile lock(path_ + QStringLiteral(".lock"));
+    if (!lock.tryLock(lockPatienceMilliseconds) || !mayBeRead()) {
+        return false;
     }
-    return false;
+    Values values = valuesIn(QSettings(path_, QSettings::NativeFormat));
+    for (const auto& [key, value] : unsaved_) {
+        values[key] = value;
+    }
+    const Draft draft(path_);
+    const Draft readBack(path_);
+    if (!write(values, draft, readBack)) {
+        return false;
+    }
+    makeNewer(readBack.path(), path_);
+    return readBack.renameTo(path_);
 }
 
 }  // namespace lumatile

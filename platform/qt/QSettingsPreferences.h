@@ -31,13 +31,17 @@ public:
     void setBoolean(std::string_view key, bool value) override;
 
 private:
-    QVariant read(std::string_view key) const;
+    using Values = std::map<QString, QVariant>;
+
+    QVariant read(std::string_view key);
     void change(std::string_view key, QVariant value);
-    bool store() const;
+    bool store();
+    bool mayBeRead();
 
     SystemLog& log_;
     QString path_;
-    std::map<QString, QVariant> unsaved_;  // What the disk has refused so far.
+    Values unsaved_;            // What the disk has refused so far.
+    std::string checkedState_;  // Of the file, when it was last found safe to read.
 };
 
 }  // namespace lumatile
