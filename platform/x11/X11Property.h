@@ -15,6 +15,9 @@ namespace lumatile {
 /// a value of another form than asked for, or one longer than the reader's bound, counts as absent.
 class X11Property {
 public:
+    /// Bound for properties that hold one item; xfwm4 writes a second one behind some.
+    static constexpr std::uint32_t singleItem = 4;
+
     /// @param longLength bound on the length, in items of 32 bits
     static xcb_get_property_cookie_t ask(xcb_connection_t* connection, xcb_window_t window,
                                          xcb_atom_t name, xcb_atom_t type,

@@ -1,34 +1,76 @@
 #include "platform/x11/X11WindowManagerProbe.h"
 
+#include <algorithm>
+#include <string>
+
 #include "platform/x11/X11Event.h"
+#include "platform/x11/X11Property.h"
+#include "platform/x11/X11Reply.h"
 #include "platform/x11/X11RootMessage.h"
 
 namespace lumatile {
+
+namespace {
+
+/// The selection that is owned by the window manager of the connection's screen.
+xcb_atom_t managerSelection(const X11Connection& connection) {
+    int number = 0;
+    for (auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection.get()));
+         screens.rem > 1 && screens.data->root != connection.root(); xcb_screen_next(&screens)) {
+        ++number;
+    }
+    const std::string name = "WM_S" + std::to_string(number);
+    const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+        connection.get(),
+        xcb_intern_atom(connection.get(), 0, static_cast<std::uint16_t>(name.size()), name.data()),
+        nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+}  // namespace
 
 X11WindowManagerProbe::X11WindowManagerProbe(X11Connection& connection, X11WindowMirror& mirror)
     : connection_(connection),
       mirror_(mirror),
       request_(connection.atoms()["_NET_REQUEST_FRAME_EXTENTS"]),
       answer_(connection.atoms()["_NET_FRAME_EXTENTS"]),
+      selection_(managerSelection(connection)),
+      version_(connection.atoms()["VERSION"]),
       subscription_(connection.observe([this](const xcb_generic_event_t& event) { note(event); })) {
 }
 
 X11WindowManagerProbe::~X11WindowManagerProbe() {
-    destroyWindow();
+    for (const xcb_window_t window : windows_) {
+        xcb_destroy_window(connection_.get(), window);
+    }
     xcb_flush(connection_.get());
+}
+
+bool X11WindowManagerProbe::takesExtentsRequests() {
+    constexpr std::uint32_t longestSupportedList = 1024;
+    xcb_connection_t* connection = connection_.get();
+    return X11Property(connection, X11Property::ask(connection, connection_.root(),
+                                                    connection_.atoms()["_NET_SUPPORTED"],
+                                                    XCB_ATOM_ATOM, longestSupportedList))
+        .has(request_);
 }
 
 void X11WindowManagerProbe::ask() {
     // A new window each time, or a late answer would be taken for that to a later question. It is
     // never mapped, and its own event mask sees the answer.
-    destroyWindow();
-    window_ = xcb_generate_id(connection_.get());
+    const xcb_window_t window = xcb_generate_id(connection_.get());
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_create_window(connection_.get(), XCB_COPY_FROM_PARENT, window_, connection_.root(), -1, -1,
+    xcb_create_window(connection_.get(), XCB_COPY_FROM_PARENT, window, connection_.root(), -1, -1,
                       1, 1, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
                       XCB_CW_EVENT_MASK, &events);
-    sendRootMessage(connection_, window_, request_, {});
+    windows_.push_back(window);
     isAnswered_ = false;
+    if (takesExtentsRequests()) {
+        sendRootMessage(connection_, window, request_, {});
+    } else {
+        xcb_convert_selection(connection_.get(), window, selection_, version_, version_,
+                              XCB_CURRENT_TIME);
+    }
 }
 
 void X11WindowManagerProbe::noteSilence() { silentSince_ = mirror_.windowManagerActivity(); }
@@ -38,22 +80,36 @@ bool X11WindowManagerProbe::isSilent() const {
 }
 
 void X11WindowManagerProbe::note(const xcb_generic_event_t& event) {
-    if (window_ == XCB_WINDOW_NONE || X11Event::type(event) != XCB_PROPERTY_NOTIFY) {
+    const std::optional<xcb_window_t> window = answeredWindow(event);
+    if (!window) {
         return;
     }
-    const auto& change = X11Event::as<xcb_property_notify_event_t>(event);
-    if (change.window == window_ && change.atom == answer_) {
-        isAnswered_ = true;
-        destroyWindow();
-        mirror_.noteWindowManagerActivity();
+    const auto found = std::find(windows_.begin(), windows_.end(), *window);
+    if (found == windows_.end()) {
+        return;
     }
+    isAnswered_ = isAnswered_ || *found == windows_.back();
+    windows_.erase(found);
+    xcb_destroy_window(connection_.get(), *window);
+    mirror_.noteWindowManagerActivity();
 }
 
-void X11WindowManagerProbe::destroyWindow() {
-    if (window_ != XCB_WINDOW_NONE) {
-        xcb_destroy_window(connection_.get(), window_);
-        window_ = XCB_WINDOW_NONE;
+std::optional<xcb_window_t> X11WindowManagerProbe::answeredWindow(
+    const xcb_generic_event_t& event) const {
+    if (X11Event::type(event) == XCB_PROPERTY_NOTIFY) {
+        const auto& change = X11Event::as<xcb_property_notify_event_t>(event);
+        if (change.atom == answer_) {
+            return change.window;
+        }
     }
+    if (X11Event::type(event) == XCB_SELECTION_NOTIFY) {
+        const auto& change = X11Event::as<xcb_selection_notify_event_t>(event);
+        // Without an owner the server answers by itself, and with nothing.
+        if (change.property != XCB_ATOM_NONE) {
+            return change.requestor;
+        }
+    }
+    return std::nullopt;
 }
 
 }  // namespace lumatile

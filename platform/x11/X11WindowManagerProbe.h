@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include <xcb/xcb.h>
 
@@ -10,9 +11,11 @@
 
 namespace lumatile {
 
-/// Finds out whether the window manager still handles messages: it is asked for something that it
-/// must answer, the frame extents of a window of our own, and it answers in the order of its
-/// messages. So once it has answered, it has dealt with everything that was asked before.
+/// Finds out whether the window manager still handles messages: it is asked for something that has
+/// an answer, and it answers in the order of its messages. So once it has, it has dealt with
+/// everything that was asked before. The question is for the frame extents of a window of our own;
+/// to a window manager that does not support it (kwin) it is a conversion of the selection by which
+/// that owns the screen.
 class X11WindowManagerProbe {
 public:
     /// @param connection outlives the probe
@@ -22,7 +25,7 @@ public:
     X11WindowManagerProbe& operator=(const X11WindowManagerProbe&) = delete;
     ~X11WindowManagerProbe();
 
-    /// Asks, without waiting.
+    /// Asks, without waiting for the answer.
     void ask();
 
     /// Whether the last question has been answered, and so everything before it dealt with.
@@ -35,14 +38,19 @@ public:
     bool isSilent() const;
 
 private:
+    bool takesExtentsRequests();
     void note(const xcb_generic_event_t& event);
-    void destroyWindow();
+    std::optional<xcb_window_t> answeredWindow(const xcb_generic_event_t& event) const;
 
     X11Connection& connection_;
     X11WindowMirror& mirror_;
-    xcb_window_t window_ = XCB_WINDOW_NONE;
     xcb_atom_t request_;
     xcb_atom_t answer_;
+    xcb_atom_t selection_;
+    xcb_atom_t version_;
+    // One for each question that has no answer yet, the last question's at the end. None of them
+    // may go before its answer, or some window managers die of writing it.
+    std::vector<xcb_window_t> windows_;
     bool isAnswered_ = false;
     std::optional<std::uint64_t> silentSince_;  // The activity then.
     X11Connection::Subscription subscription_;  // Last: its observer names the fields above.

@@ -149,9 +149,10 @@ void X11WindowMirror::note(const xcb_generic_event_t& event) {
 void X11WindowMirror::noteProperty(const xcb_property_notify_event_t& event) {
     if (event.window == connection_.root()) {
         X11Atoms& atoms = connection_.atoms();
-        const std::array names{atoms["_NET_CLIENT_LIST_STACKING"], atoms["_NET_ACTIVE_WINDOW"],
-                               atoms["_NET_SUPPORTING_WM_CHECK"], atoms["_NET_CURRENT_DESKTOP"],
-                               atoms["_NET_SHOWING_DESKTOP"]};
+        const std::array names{
+            atoms["_NET_CLIENT_LIST"],         atoms["_NET_CLIENT_LIST_STACKING"],
+            atoms["_NET_ACTIVE_WINDOW"],       atoms["_NET_CURRENT_DESKTOP"],
+            atoms["_NET_SUPPORTING_WM_CHECK"], atoms["_NET_SHOWING_DESKTOP"]};
         if (std::find(names.begin(), names.end(), event.atom) != names.end()) {
             isRootStale_ = true;
             ++activity_;
@@ -273,14 +274,17 @@ std::vector<xcb_window_t> X11WindowMirror::readRoot() {
     const auto ask = [&](std::string_view name, xcb_atom_t type, std::uint32_t length) {
         return X11Property::ask(connection, connection_.root(), atoms[name], type, length);
     };
-    const auto list = ask("_NET_CLIENT_LIST_STACKING", XCB_ATOM_WINDOW, longestWindowList);
-    const auto active = ask("_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW, 1);
-    const auto windowManager = ask("_NET_SUPPORTING_WM_CHECK", XCB_ATOM_WINDOW, 1);
-    const auto desktop = ask("_NET_CURRENT_DESKTOP", XCB_ATOM_CARDINAL, 1);
-    const auto showing = ask("_NET_SHOWING_DESKTOP", XCB_ATOM_CARDINAL, 1);
+    const auto list = ask("_NET_CLIENT_LIST", XCB_ATOM_WINDOW, longestWindowList);
+    const auto stacking = ask("_NET_CLIENT_LIST_STACKING", XCB_ATOM_WINDOW, longestWindowList);
+    const auto active = ask("_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW, X11Property::singleItem);
+    const auto windowManager =
+        ask("_NET_SUPPORTING_WM_CHECK", XCB_ATOM_WINDOW, X11Property::singleItem);
+    const auto desktop = ask("_NET_CURRENT_DESKTOP", XCB_ATOM_CARDINAL, X11Property::singleItem);
+    const auto showing = ask("_NET_SHOWING_DESKTOP", XCB_ATOM_CARDINAL, X11Property::singleItem);
     const auto treeCookie = xcb_query_tree(connection, connection_.root());
 
-    takeList(X11Property(connection, list).items());
+    const X11Property managed(connection, list);
+    takeList(managed.items(), X11Property(connection, stacking).items());
     active_ = X11Property(connection, active).first().value_or(XCB_WINDOW_NONE);
     takeWindowManager(X11Property(connection, windowManager).first().value_or(XCB_WINDOW_NONE));
     currentDesktop_ = X11Property(connection, desktop).first();
@@ -289,15 +293,17 @@ std::vector<xcb_window_t> X11WindowMirror::readRoot() {
     return tree ? childrenOf(*tree) : std::vector<xcb_window_t>();
 }
 
-void X11WindowMirror::takeList(std::span<const std::uint32_t> bottomFirst) {
+void X11WindowMirror::takeList(std::span<const std::uint32_t> oldestFirst,
+                               std::span<const std::uint32_t> bottomFirst) {
     for (auto& [id, window] : windows_) {
         window.isManaged = false;
     }
+    const std::unordered_set<xcb_window_t> managed(oldestFirst.begin(), oldestFirst.end());
+    const std::unordered_set<xcb_window_t> placed(bottomFirst.begin(), bottomFirst.end());
     stacking_.clear();
-    for (std::size_t index = bottomFirst.size(); index-- > 0;) {
-        const xcb_window_t id = bottomFirst[index];
+    const auto take = [this](xcb_window_t id) {
         if (id == XCB_WINDOW_NONE || id == connection_.root()) {
-            continue;
+            return;
         }
         if (find(id) == nullptr) {
             add(id);
@@ -306,6 +312,17 @@ void X11WindowMirror::takeList(std::span<const std::uint32_t> bottomFirst) {
         if (!window.isManaged) {
             window.isManaged = true;
             stacking_.push_back(id);
+        }
+    };
+    // xfwm4 states the stacking order late; what is not in it yet is new and so on top.
+    for (std::size_t index = oldestFirst.size(); index-- > 0;) {
+        if (placed.count(oldestFirst[index]) == 0) {
+            take(oldestFirst[index]);
+        }
+    }
+    for (std::size_t index = bottomFirst.size(); index-- > 0;) {
+        if (managed.count(bottomFirst[index]) != 0) {
+            take(bottomFirst[index]);
         }
     }
 }

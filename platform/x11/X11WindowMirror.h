@@ -76,7 +76,8 @@ private:
 
     void readStale();
     std::vector<xcb_window_t> readRoot();
-    void takeList(std::span<const std::uint32_t> bottomFirst);
+    void takeList(std::span<const std::uint32_t> oldestFirst,
+                  std::span<const std::uint32_t> bottomFirst);
     void takeWindowManager(xcb_window_t claimed);
     void add(xcb_window_t window);
 

@@ -136,16 +136,16 @@ X11WindowProperties::X11WindowProperties(X11Atoms& atoms)
     const xcb_atom_t atom = XCB_ATOM_ATOM;
     const xcb_atom_t cardinal = XCB_ATOM_CARDINAL;
     rows_ = {
-        {wmState, wmState, 2, true, tellWmState},
+        {wmState, wmState, X11Property::singleItem, true, tellWmState},
         {atoms["_NET_WM_STATE"], atom, longestAtomList, true, tellState},
         {atoms["_NET_WM_ALLOWED_ACTIONS"], atom, longestAtomList, true, tellActions},
         {atoms["_NET_FRAME_EXTENTS"], cardinal, 4, true, tellDecoration},
-        {atoms["_NET_WM_DESKTOP"], cardinal, 1, true, tellDesktop},
+        {atoms["_NET_WM_DESKTOP"], cardinal, X11Property::singleItem, true, tellDesktop},
         {atoms["_NET_WM_WINDOW_TYPE"], atom, longestAtomList, false, tellKind},
-        {XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, 1, false, tellTransient},
+        {XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, X11Property::singleItem, false, tellTransient},
         {atoms["_GTK_FRAME_EXTENTS"], cardinal, 4, false, tellShadow},
         {XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS, sizeHintItems, false, tellSizeHints},
-        {atoms["_NET_WM_PID"], cardinal, 1, false, tellPid},
+        {atoms["_NET_WM_PID"], cardinal, X11Property::singleItem, false, tellPid},
         {XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, longestText, false, tellClass},
         {atoms["_GTK_APPLICATION_ID"], text, longestText, false, tellGtkApplication},
         {atoms["_KDE_NET_WM_DESKTOP_FILE"], text, longestText, false, tellDesktopFile},

@@ -119,15 +119,17 @@ bool X11WindowWriter::writePosition(xcb_window_t id, std::uint64_t serial, const
         return false;
     }
     const X11PixelRect outer = window->frame().outer();
-    const Rect current = frame(*window);
+    const bool isUnderWay = window->written && window->written->givenUpAt == outer;
+    // A size that is still under way will be there when the position is.
+    const Size current = (isUnderWay ? window->written->frame : frame(*window)).size();
+    const X11PixelRect& sized = isUnderWay ? window->written->became : outer;
     const Order order{.id = id,
                       .serial = serial,
                       .frame = {position.x, position.y, current.width, current.height},
                       .origin = rootOrigin(),
-                      .target = moved({*left, *top, outer.width, outer.height}, rootOrigin()),
+                      .target = moved({*left, *top, sized.width, sized.height}, rootOrigin()),
                       .withSize = false,
                       .leavesState = window->facts.isMaximized()};
-    const bool isUnderWay = window->written && window->written->givenUpAt == outer;
     if (outer == order.target && !isUnderWay) {
         settle(order, *window);
         return true;
@@ -210,7 +212,11 @@ bool X11WindowWriter::awaitAnswer(const Order& order, Wait& wait) {
     while (true) {
         mirror_.refresh();
         X11Window* window = mirror_.findManaged(order.id, order.serial);
-        if (window == nullptr || !mirror_.hasWindowManager() || connection_.isLost()) {
+        if (window == nullptr || connection_.isLost()) {
+            return false;
+        }
+        if (!mirror_.hasWindowManager()) {
+            window->written.reset();  // Nobody is left who could still carry it out.
             return false;
         }
         wait.now = Clock::now();
