@@ -134,12 +134,14 @@ void ScreenArranger::arrange(const MonitorLayout& layout) {
     }
     xcb_randr_set_output_primary(client_.connection(), client_.root(),
                                  before.outputs.at(layout.primary));
+    // The server asks an output whether it is connected only when somebody wants to know; until
+    // then toolkits would read that it is not.
+    static_cast<void>(resources());
     xcb_ungrab_server(client_.connection());
     client_.roundTrip();
 }
 
 void ScreenArranger::arrangeVirtually(const MonitorLayout& layout) {
-    const PixelRect root = layout.root();
     const Resources now = resources();
     for (std::size_t index = 0; index < layout.monitors.size(); ++index) {
         const PixelRect& monitor = layout.monitors[index];
@@ -161,13 +163,13 @@ void ScreenArranger::arrangeVirtually(const MonitorLayout& layout) {
         xcb_randr_delete_monitor(client_.connection(), client_.root(), request.info.name);
         xcb_randr_set_monitor(client_.connection(), client_.root(), &request.info);
     }
-    static_cast<void>(root);
     client_.roundTrip();
 }
 
 void ScreenArranger::unplug(std::size_t monitor) {
     xcb_grab_server(client_.connection());
     configure(resources(), monitor, 0, 0, XCB_NONE);
+    static_cast<void>(resources());
     xcb_ungrab_server(client_.connection());
     client_.roundTrip();
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "tests/desktop/support/DesktopError.h"
+#include "tests/desktop/support/WindowPlacing.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -19,14 +20,6 @@ constexpr std::uint32_t baseSize = 256;
 // The source indications of messages to the window manager. A pager's wish is never taken for an
 // attempt to steal the focus.
 constexpr std::uint32_t fromPager = 2;
-
-// Left, right, top, bottom; zeros where the window has none.
-std::vector<std::uint32_t> extents(XClient& client, xcb_window_t window,
-                                   std::string_view property) {
-    std::vector<std::uint32_t> items = client.cardinals(window, property);
-    items.resize(4);
-    return items;
-}
 
 }  // namespace
 
@@ -233,37 +226,7 @@ PixelRect TestWindow::client() {
 }
 
 void TestWindow::place(const PixelRect& wanted) {
-    const Deadline deadline = Deadline::usual();
-    const auto arrived = [&] {
-        const PixelRect now = frame();
-        // Such a window keeps a size rule of its own.
-        return kind_ == Kind::sizeIncrement ? now.x == wanted.x && now.y == wanted.y
-                                            : now == wanted;
-    };
-    while (!deadline.isOver()) {
-        const std::vector<std::uint32_t> frame = extents(*this, window_, "_NET_FRAME_EXTENTS");
-        const std::vector<std::uint32_t> own = extents(*this, window_, "_GTK_FRAME_EXTENTS");
-        const auto value = [](int number) { return static_cast<std::uint32_t>(number); };
-        // North-west gravity means the corner of the whole frame; the corner of a window that draws
-        // its own is the client's, shadow included.
-        const std::uint32_t all = 1U | (15U << 8U) | (fromPager << 12U);
-        ask(window_, "_NET_MOVERESIZE_WINDOW",
-            {all, value(wanted.x) - own[0], value(wanted.y) - own[2],
-             value(wanted.width) - frame[0] - frame[1] + own[0] + own[1],
-             value(wanted.height) - frame[2] - frame[3] + own[2] + own[3]});
-        bool frameChanged = false;
-        waitUntil(
-            [&] {
-                // A window manager that has just started gives it another frame on the way.
-                frameChanged = extents(*this, window_, "_NET_FRAME_EXTENTS") != frame;
-                return arrived() || frameChanged;
-            },
-            deadline);
-        if (!frameChanged && arrived()) {
-            return;
-        }
-    }
-    throw DesktopError("the window is at " + toString(frame()) + " instead of " + toString(wanted));
+    placeWindow(*this, window_, wanted, kind_ == Kind::sizeIncrement);
 }
 
 void TestWindow::setState(const std::vector<std::string>& states, bool on) {
