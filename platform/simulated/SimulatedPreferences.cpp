@@ -42,11 +42,12 @@ std::optional<Wanted> SimulatedPreferences::value(std::string_view key) const {
 
 void SimulatedPreferences::set(std::string_view key, StoredValue value) {
     const auto found = values_.find(key);
-    if (found != values_.end() && found->second == value) {
+    if (found == values_.end() || found->second != value) {
+        values_.insert_or_assign(std::string(key), std::move(value));
+        ++changes_[std::string(key)];
+    } else if (disk_ == values_) {
         return;
     }
-    values_.insert_or_assign(std::string(key), std::move(value));
-    ++changes_[std::string(key)];
     if (isDiskFull_) {
         log_.write("Preferences", "could not be written, no space left on the disk");
         return;

@@ -62,6 +62,17 @@ TEST(SimulatedPreferences, aFullDiskKeepsTheNewValueInMemoryAndTheOldOneStored) 
     EXPECT_EQ(log.lines().size(), 1U);
 }
 
+TEST(SimulatedPreferences, settingTheSameValueAgainTriesTheDiskAgain) {
+    SimulatedLog log;
+    SimulatedPreferences preferences(log);
+    preferences.setDiskFull(true);
+    preferences.setBytes("commands", "new");
+    preferences.setDiskFull(false);
+    preferences.setBytes("commands", "new");
+    EXPECT_EQ(preferences.disk().at("commands"), StoredValue(Bytes("new")));
+    EXPECT_EQ(preferences.changes("commands"), 1U);
+}
+
 TEST(SimulatedPreferences, whatNeverReachedTheDiskIsGoneAfterARestart) {
     SimulatedLog log;
     SimulatedPreferences preferences(log);
