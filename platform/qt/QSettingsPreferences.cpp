@@ -121,6 +121,12 @@ void makeNewer(const QString& path, const QString& than) {
     }
 }
 
+/// The file that is replaced: people keep their settings elsewhere and link to them.
+QString fileBehind(const QString& path) {
+    const QString behind = QFileInfo(path).canonicalFilePath();
+    return behind.isEmpty() ? path : behind;  // Empty where there is no file yet.
+}
+
 QString text(std::string_view key) {
     return QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()));
 }
@@ -233,13 +239,14 @@ bool QSettingsPreferences::store() {
     for (const auto& [key, value] : unsaved_) {
         values[key] = value;
     }
-    const Draft draft(path_);
-    const Draft readBack(path_);
+    const QString target = fileBehind(path_);
+    const Draft draft(target);
+    const Draft readBack(target);
     if (!write(values, draft, readBack)) {
         return false;
     }
-    makeNewer(readBack.path(), path_);
-    return readBack.renameTo(path_);
+    makeNewer(readBack.path(), target);
+    return readBack.renameTo(target);
 }
 
 }  // namespace lumatile

@@ -164,6 +164,18 @@ TEST_F(QSettingsPreferencesTest, leavesAFolderThatWasThereAsItIs) {
     EXPECT_EQ(modeOf(file_), 0600U);
 }
 
+TEST_F(QSettingsPreferencesTest, aLinkToAFileElsewhereStays) {
+    const fs::path elsewhere = folder_.path() / "elsewhere" / "settings";
+    write(elsewhere, "[General]\ncommands=@ByteArray(old)\n");
+    fs::create_directories(file_.parent_path());
+    fs::create_symlink(elsewhere, file_);
+    EXPECT_EQ(preferences_.bytes("commands"), "old");
+    preferences_.setBytes("commands", "[1]");
+    EXPECT_EQ(preferences_.bytes("commands"), "[1]");
+    EXPECT_TRUE(fs::is_symlink(file_));
+    EXPECT_THAT(contents(elsewhere), HasSubstr("commands=@ByteArray([1])\n"));
+}
+
 // --- Types ---
 
 TEST_F(QSettingsPreferencesTest, everyByteValueComesBack) {
