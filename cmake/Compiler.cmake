@@ -18,3 +18,14 @@ if(LUMATILE_SANITIZE)
     -Wno-null-dereference -Wno-maybe-uninitialized)
   target_link_options(lumatile_flags INTERFACE -fsanitize=address,undefined)
 endif()
+
+if(LUMATILE_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    message(FATAL_ERROR "LUMATILE_FUZZ needs Clang, which the fuzzer belongs to.")
+  endif()
+  # The fuzzer is led by what the code that it calls counts, so every library is instrumented; only
+  # the fuzz targets link its main function.
+  target_compile_options(lumatile_flags INTERFACE
+    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(lumatile_flags INTERFACE -fsanitize=address,undefined)
+endif()

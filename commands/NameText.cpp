@@ -78,6 +78,9 @@ std::string_view NameText::trimmed(std::string_view text) {
 
 std::string_view NameText::prefix(std::string_view text, std::size_t maxCharacters,
                                   std::size_t maxBytes) {
+    if (maxCharacters == 0) {
+        return {};
+    }
     // Where the last whole character that still fits ends.
     std::size_t end = 0;
     std::size_t characters = 0;
@@ -101,7 +104,7 @@ std::string_view NameText::prefix(std::string_view text, std::size_t maxCharacte
         }
         previous = point.value;
     }
-    return maxCharacters == 0 ? std::string_view{} : text;
+    return text;
 }
 
 std::string NameText::title(std::string_view key) {
