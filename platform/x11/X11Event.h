@@ -15,6 +15,11 @@ struct X11Event {
         return event.response_type & std::uint8_t{0x7f};
     }
 
+    /// Whether another program made it up, as window managers do to tell programs of their place.
+    static bool isSent(const xcb_generic_event_t& event) {
+        return (event.response_type & std::uint8_t{0x80}) != 0;
+    }
+
     /// The event as the structure that belongs to its type.
     template <typename Event>
     static const Event& as(const xcb_generic_event_t& event) {

@@ -20,6 +20,7 @@ namespace lumatile {
 struct X11WrittenFrame {
     Rect frame;           ///< Unrounded, accessibility space.
     Point origin;         ///< Where that space began on the root then.
+    Point asked;          ///< The position as it was asked for, also where another came of it.
     X11PixelRect became;  ///< The outer rectangle that the server had or was still to have for it.
 
     /// The outer rectangle when the answer was given up on; until it changes, the writing counts.
@@ -41,9 +42,14 @@ struct X11Window {
     std::uint64_t answers = 0;
     X11Connection::Clock::time_point answeredAt;
 
+    /// How often the window manager has told the program where its window is: its last word about
+    /// a move.
+    std::uint64_t tellings = 0;
+
     std::optional<X11WrittenFrame> written;
-    std::optional<std::uint64_t> unansweredAt;  ///< Value of `answers` when a write had no answer.
-    std::optional<double> timeout;              ///< Seconds.
+    /// Value of `answers` when a write came to nothing or to something else.
+    std::optional<std::uint64_t> refusedAt;
+    std::optional<double> timeout;  ///< Seconds.
 
     // What has to be read again.
     X11WindowProperties::Mask staleProperties = 0;

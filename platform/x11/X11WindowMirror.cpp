@@ -129,9 +129,14 @@ void X11WindowMirror::note(const xcb_generic_event_t& event) {
         case XCB_PROPERTY_NOTIFY:
             noteProperty(X11Event::as<xcb_property_notify_event_t>(event));
             break;
-        case XCB_CONFIGURE_NOTIFY:
-            noteConfigured(X11Event::as<xcb_configure_notify_event_t>(event).window);
+        case XCB_CONFIGURE_NOTIFY: {
+            const xcb_window_t id = X11Event::as<xcb_configure_notify_event_t>(event).window;
+            noteConfigured(id);
+            if (X11Window* window = find(id); window != nullptr && X11Event::isSent(event)) {
+                ++window->tellings;
+            }
             break;
+        }
         case XCB_GRAVITY_NOTIFY:
             noteConfigured(X11Event::as<xcb_gravity_notify_event_t>(event).window);
             break;

@@ -15,9 +15,10 @@ using Clock = X11Connection::Clock;
 using TimePoint = Clock::time_point;
 using std::chrono::milliseconds;
 
-// An answer of a window manager often comes in several steps within a millisecond. When the window
-// is not where it should be so long after the last of them, the window manager has its own idea.
-constexpr milliseconds settlingTime{10};
+// An answer of a window manager often comes in several steps, with the drawing of its frame between
+// them. When the window is not where it should be so long after the last of them, the window
+// manager is asked whether it has its own idea.
+constexpr milliseconds settlingTime{40};
 
 // For the last question when it has its own idea: far more than a living one takes.
 constexpr milliseconds probeTime{60};
@@ -81,6 +82,8 @@ struct X11WindowWriter::Wait {
     TimePoint start;
     TimePoint deadline;
     std::uint64_t answersBefore;
+    std::uint64_t tellingsBefore;
+    X11PixelRect outerBefore;
     X11Extents shadowBefore;
     TimePoint now{};
     TimePoint until{};  ///< When to look again without an event.
@@ -145,7 +148,11 @@ bool X11WindowWriter::writeSize(xcb_window_t id, std::uint64_t serial, const Siz
     }
     const X11PixelRect outer = window->frame().outer();
     const bool isUnderWay = window->written && window->written->givenUpAt == outer;
-    const Point corner = isUnderWay ? window->written->frame.origin() : frame(*window).origin();
+    const bool isInForce = window->written && window->written->became == outer &&
+                           window->written->origin == rootOrigin();
+    // metacity keeps windows on the screen, so that a place which suits the size to come may be
+    // refused to the size of now: what was asked for counts.
+    const Point corner = isUnderWay || isInForce ? window->written->asked : frame(*window).origin();
     const Rect wanted{corner.x, corner.y, size.width, size.height};
     const auto rounded = X11PixelRect::rounding(wanted);
     if (!rounded) {
@@ -189,20 +196,23 @@ bool X11WindowWriter::carryOut(const Order& order, double timeout) {
     Wait wait{.start = now,
               .deadline = after(now, timeout),
               .answersBefore = window->answers,
+              .tellingsBefore = window->tellings,
+              .outerBefore = window->frame().outer(),
               .shadowBefore = window->facts.shadow,
               .now = now};
     if (order.leavesState) {
         sendStateRemovals(*window, order.withSize && window->facts.isShaded);
     }
     send(order, *window, wait);
-    window->written = {order.frame, order.origin, order.target, window->frame().outer()};
+    window->written = {order.frame, order.origin, order.frame.origin(), order.target,
+                       window->frame().outer()};
     if (probe_.isSilent()) {
         xcb_flush(connection_.get());
         return false;
     }
-    if (window->unansweredAt == window->answers) {
-        // It takes messages but ignored the last one about this window; so whether it ignores this
-        // one as well is known as soon as it has dealt with it.
+    if (window->refusedAt == window->answers) {
+        // It takes messages but had its own idea the last time; so whether it has again is known
+        // as soon as it has dealt with this one.
         probe(wait);
     }
     return awaitAnswer(order, wait);
@@ -278,14 +288,15 @@ bool X11WindowWriter::isGivenUp(const Order& order, X11Window& window, Wait& wai
         } else {
             probe_.noteSilence();
         }
-        if (!answered) {
-            window.unansweredAt = window.answers;
-        }
+        window.refusedAt = window.answers;
         return true;
     }
     if (!wait.probedAt) {
-        const TimePoint probeAt = answered ? window.answeredAt + settlingTime
-                                           : wait.start + (wait.deadline - wait.start) / 2;
+        const bool movedElsewhere = !order.withSize && window.tellings != wait.tellingsBefore &&
+                                    window.frame().outer() != wait.outerBefore;
+        const TimePoint probeAt = movedElsewhere ? wait.now
+                                  : answered     ? window.answeredAt + settlingTime
+                                                 : wait.start + (wait.deadline - wait.start) / 2;
         if (wait.now >= probeAt) {
             probe(wait);
         } else {
@@ -357,7 +368,7 @@ void X11WindowWriter::settle(const Order& order, X11Window& window) {
     if (outer.height == order.target.height) {
         kept.height = order.frame.height;
     }
-    window.written = {kept, order.origin, outer, std::nullopt};
+    window.written = {kept, order.origin, order.frame.origin(), outer, std::nullopt};
 }
 
 }  // namespace lumatile

@@ -251,6 +251,20 @@ TEST_P(X11WindowPlacement, primaryMonitorNeedNotLieAtTheRootsOrigin) {
     EXPECT_EQ(target.frame(), (Rect{-1000.4, 20, 500.3, 400}));
 }
 
+TEST_P(X11WindowPlacement, placeThatOnlyTheNewSizeFitsIsReached) {
+    start();
+    const auto window = open(Kind::decorated);
+    AXWindow target = adapter().window(window->id());
+    for (int turn = 0; turn < 10; ++turn) {
+        target.setFrame({0, 0, 960, 1080});
+        EXPECT_EQ(window->frame(), (PixelRect{0, 0, 960, 1080}));
+        // At its height of now it would stick out at the bottom.
+        target.setFrame({960, 540, 960, 540});
+        EXPECT_EQ(window->frame(), (PixelRect{960, 540, 960, 540}));
+        EXPECT_EQ(target.frame(), (Rect{960, 540, 960, 540}));
+    }
+}
+
 TEST_P(X11WindowPlacement, placeBeyondTheTopLeftCornerIsAnsweredQuickly) {
     start();
     const auto window = open(Kind::decorated);
