@@ -34,6 +34,7 @@ SnapCommand bound(std::string nameKey, Axis axis, Shortcut shortcut) {
 
 std::vector<std::string> keysOf(const std::vector<SnapCommand>& commands) {
     std::vector<std::string> keys;
+    keys.reserve(commands.size());
     for (const SnapCommand& command : commands) {
         keys.push_back(command.nameKey);
     }

@@ -29,7 +29,8 @@ TEST(NameText, trimsEveryWhiteSpaceAndLineBreakAtBothEnds) {
         "\u2029", "\u202F", "\u205F", "\u3000", "\r\n",   " \t\u3000 ",
     };
     for (const std::string& space : spaces) {
-        EXPECT_EQ(NameText::trimmed(space + "a" + space + "b" + space), "a" + space + "b")
+        const std::string inner = std::string("a").append(space).append("b");
+        EXPECT_EQ(NameText::trimmed(std::string(space).append(inner).append(space)), inner)
             << testing::PrintToString(space);
         EXPECT_EQ(NameText::trimmed(space), "") << testing::PrintToString(space);
     }

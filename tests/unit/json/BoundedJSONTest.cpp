@@ -107,7 +107,7 @@ TEST(BoundedJSON, refusesTextThatIsNotUTF8) {
         R"("\ud800")",
         R"("\udc00")",
         R"("\ud800\u0041")",
-        "\xFF\xFE[\x00]\x00",  // another encoding
+        "\xFF\xFE[\0]\0"s,  // another encoding
     };
     for (const std::string& text : malformed) {
         EXPECT_FALSE(parse(text)) << testing::PrintToString(text);
