@@ -100,7 +100,7 @@ X11Window* X11WindowMirror::active() {
 }
 
 X11Window* X11WindowMirror::framedBy(xcb_window_t topLevel) {
-    if (framed_.count(topLevel) == 0) {
+    if (!framed_.contains(topLevel)) {
         return nullptr;
     }
     for (const xcb_window_t id : stacking_) {
@@ -321,12 +321,12 @@ void X11WindowMirror::takeList(std::span<const std::uint32_t> oldestFirst,
     };
     // xfwm4 states the stacking order late; what is not in it yet is new and so on top.
     for (std::size_t index = oldestFirst.size(); index-- > 0;) {
-        if (placed.count(oldestFirst[index]) == 0) {
+        if (!placed.contains(oldestFirst[index])) {
             take(oldestFirst[index]);
         }
     }
     for (std::size_t index = bottomFirst.size(); index-- > 0;) {
-        if (managed.count(bottomFirst[index]) != 0) {
+        if (managed.contains(bottomFirst[index])) {
             take(bottomFirst[index]);
         }
     }
@@ -448,7 +448,7 @@ void X11WindowMirror::takeTopLevels(Batch& batch) {
         const auto grandparent = batch.parents.find(parent);
         if (parent == clients[index]->root) {
             settleTopLevel(id, id);
-        } else if (batch.topLevels.count(parent) != 0) {
+        } else if (batch.topLevels.contains(parent)) {
             settleTopLevel(id, parent);
         } else if (grandparent != batch.parents.end()) {
             settleTopLevel(id, grandparent->second);
@@ -493,7 +493,7 @@ void X11WindowMirror::settleTopLevel(xcb_window_t window, xcb_window_t topLevel)
     }
     client->topLevel = topLevel;
     // A client without a frame has its events selected already, more of them than a frame has.
-    if (framed_.count(topLevel) == 0 && find(topLevel) == nullptr) {
+    if (!framed_.contains(topLevel) && find(topLevel) == nullptr) {
         selectEvents(connection_.get(), topLevel, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     }
     framed_.emplace(topLevel, window);

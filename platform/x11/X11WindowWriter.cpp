@@ -68,21 +68,21 @@ bool hasSideWithoutShadow(const X11Extents& shadow) {
 
 /// What is to become of a window.
 struct X11WindowWriter::Order {
-    xcb_window_t id;
-    std::uint64_t serial;
+    xcb_window_t id = XCB_WINDOW_NONE;
+    std::uint64_t serial = 0;
     Rect frame;           ///< Unrounded, accessibility space.
     Point origin;         ///< Of that space, on the root.
     X11PixelRect target;  ///< The outer rectangle.
-    bool withSize;
-    bool leavesState;  ///< Out of maximized or shaded first.
+    bool withSize = false;
+    bool leavesState = false;  ///< Out of maximized or shaded first.
 };
 
 /// How far the waiting for an answer has come.
 struct X11WindowWriter::Wait {
     TimePoint start;
     TimePoint deadline;
-    std::uint64_t answersBefore;
-    std::uint64_t tellingsBefore;
+    std::uint64_t answersBefore = 0;
+    std::uint64_t tellingsBefore = 0;
     X11PixelRect outerBefore;
     X11Extents shadowBefore;
     TimePoint now{};

@@ -7,8 +7,6 @@
 namespace lumatile::desktop {
 namespace {
 
-using testing::ElementsAre;
-
 class X11WindowAttributes : public X11DesktopTest {
 protected:
     std::vector<AXElement> windowsOf(Pid pid) {
