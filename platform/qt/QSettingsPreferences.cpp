@@ -216,24 +216,28 @@ bool QSettingsPreferences::mayBeRead() {
 
 void QSettingsPreferences::change(std::string_view key, QVariant value) {
     unsaved_[text(key)] = std::move(value);
-    if (store()) {
+    const std::optional<std::string> obstacle = store();
+    if (!obstacle) {
         unsaved_.clear();
         return;
     }
-    log_.write("Preferences", path_.toStdString() +
-                                  " cannot be written; the change holds for now and is written "
-                                  "with the next one");
+    log_.write("Preferences", path_.toStdString() + ' ' + *obstacle +
+                                  "; the change holds for now and is written with the next one");
 }
 
-bool QSettingsPreferences::store() {
+std::optional<std::string> QSettingsPreferences::store() {
+    const std::string unwritable = "cannot be written";
     const PrivateFiles privateFiles;
     if (!QDir().mkpath(QFileInfo(path_).absolutePath())) {
-        return false;
+        return unwritable;
     }
     // The lock that every settings object of this file takes when it writes.
     QLockFile lock(path_ + QStringLiteral(".lock"));
-    if (!lock.tryLock(lockPatienceMilliseconds) || !mayBeRead()) {
-        return false;
+    if (!lock.tryLock(lockPatienceMilliseconds)) {
+        return unwritable;
+    }
+    if (!mayBeRead()) {
+        return "holds what this program has not stored, and is left alone";
     }
     Values values = valuesIn(QSettings(path_, QSettings::NativeFormat));
     for (const auto& [key, value] : unsaved_) {
@@ -243,10 +247,10 @@ bool QSettingsPreferences::store() {
     const Draft draft(target);
     const Draft readBack(target);
     if (!write(values, draft, readBack)) {
-        return false;
+        return unwritable;
     }
     makeNewer(readBack.path(), target);
-    return readBack.renameTo(target);
+    return readBack.renameTo(target) ? std::nullopt : std::optional(unwritable);
 }
 
 }  // namespace lumatile

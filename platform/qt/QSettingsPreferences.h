@@ -35,7 +35,8 @@ private:
 
     QVariant read(std::string_view key);
     void change(std::string_view key, QVariant value);
-    bool store();
+    /// @return what stood in the way; absent when all is stored
+    std::optional<std::string> store();
     bool mayBeRead();
 
     SystemLog& log_;

@@ -2,37 +2,76 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cstddef>
+#include <string>
 
 namespace lumatile {
 
 namespace {
 
-// A level of nesting takes eight bytes; some ten thousand of them end the stack.
-constexpr std::size_t longestSerialised = 4096;
-
-// Values that are plain text behind their mark, and a text that begins with the sign itself.
-constexpr std::array<std::string_view, 7> plainMarks = {
-    "@ByteArray(", "@String(", "@Size(", "@Point(", "@Rect(", "@Invalid(", "@@"};
+// The marks of values that the toolkit decodes; behind its other marks there is plain text.
+constexpr std::array<std::u16string_view, 2> serialisedMarks = {u"@Variant(", u"@DateTime("};
+constexpr std::size_t longestMark = 10;
 
 bool isLineEnd(char c) { return c == '\n' || c == '\r'; }
 bool isSpace(char c) { return c == ' ' || c == '\t' || isLineEnd(c); }
 
-/// @param value one value of the file, from its first character to its end
-bool mayBeSerialised(std::string_view value) {
-    // Quotes, blanks and line ends that are taken back do not count.
-    while (!value.empty() && (isSpace(value[0]) || value[0] == '"' ||
-                              (value[0] == '\\' && value.size() > 1 && isLineEnd(value[1])))) {
+/// The number behind "\x" (hexadecimal) or a backslash (octal), which may have any length; the
+/// toolkit keeps its last sixteen bits.
+char16_t takeNumber(std::string_view& digits, unsigned base) {
+    unsigned number = 0;
+    for (; !digits.empty(); digits.remove_prefix(1)) {
+        constexpr std::string_view values = "0123456789abcdef";
+        const auto lower = static_cast<char>(std::tolower(static_cast<unsigned char>(digits[0])));
+        const std::size_t value = values.find(lower);
+        if (value >= base) {
+            break;
+        }
+        number = (number * base + static_cast<unsigned>(value)) & 0xffffU;
+    }
+    return static_cast<char16_t>(number);
+}
+
+/// The first characters of a value as the toolkit reads them: without quotes, escapes resolved.
+std::u16string beginning(std::string_view value) {
+    std::u16string text;
+    while (!value.empty() && text.size() < longestMark) {
+        const char c = value[0];
         value.remove_prefix(1);
+        if (c == '"' || (text.empty() && isSpace(c))) {
+            continue;
+        }
+        if (c != '\\' || value.empty()) {
+            text += static_cast<unsigned char>(c);
+            continue;
+        }
+        const char escaped = value[0];
+        if (escaped == 'x') {
+            value.remove_prefix(1);
+            text += takeNumber(value, 16);
+        } else if (escaped >= '0' && escaped <= '7') {
+            text += takeNumber(value, 8);
+        } else {
+            value.remove_prefix(1);
+            if (isLineEnd(escaped)) {
+                // The line goes on. Its end may be two characters.
+                if (!value.empty() && isLineEnd(value[0]) && value[0] != escaped) {
+                    value.remove_prefix(1);
+                }
+            } else {
+                text += static_cast<unsigned char>(escaped);
+            }
+        }
     }
-    if (value.starts_with('@')) {
-        return std::none_of(plainMarks.begin(), plainMarks.end(),
-                            [&](std::string_view mark) { return value.starts_with(mark); });
-    }
-    // The sign may be written by its number.
-    constexpr std::string_view numberMarks = "x01234567";
-    return value.size() > 1 && value[0] == '\\' &&
-           numberMarks.find(value[1]) != std::string_view::npos;
+    return text;
+}
+
+/// @param value one value of the file, from its first character to its end
+bool isSerialised(std::string_view value) {
+    const std::u16string text = beginning(value);
+    return std::any_of(serialisedMarks.begin(), serialisedMarks.end(),
+                       [&](std::u16string_view mark) { return text.starts_with(mark); });
 }
 
 /// Goes through the text as the toolkit does: lines end where no quote is open, a semicolon ends
@@ -66,7 +105,7 @@ private:
         bool safe = true;
         const auto endValue = [&] {
             const std::string_view value = text_.substr(valueStart, place_ - valueStart);
-            safe = safe && !(inValue && value.size() > longestSerialised && mayBeSerialised(value));
+            safe = safe && !(inValue && isSerialised(value));
         };
         for (; place_ < text_.size() && safe; ++place_) {
             const char c = text_[place_];

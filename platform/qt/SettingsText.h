@@ -8,9 +8,9 @@ namespace lumatile {
 struct SettingsText {
     SettingsText() = delete;
 
-    /// False for a text with a long serialised value. The toolkit decodes such values while it
-    /// reads the file, one inside the other as deep as the file says, until its stack ends. The
-    /// program stores none; a short one, as other versions may store, is harmless.
+    /// False for a text with a serialised value, which the program never stores. The toolkit
+    /// decodes such values while it reads the file, one inside the other as deep as the file says
+    /// until its stack ends, and makes room for as many elements as the file says there are.
     static bool isSafeToRead(std::string_view text);
 };
 

@@ -27,7 +27,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::UnorderedElementsAre;
 using Keys = std::vector<std::uint8_t>;
 
 constexpr std::uint32_t controlOption = ClassicModifier::control | ClassicModifier::option;

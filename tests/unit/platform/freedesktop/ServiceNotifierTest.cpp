@@ -58,7 +58,7 @@ std::ptrdiff_t openDescriptors() {
 
 class ServiceNotifierTest : public testing::Test {
 protected:
-    ~ServiceNotifierTest() override { unsetenv("NOTIFY_SOCKET"); }
+    void TearDown() override { unsetenv("NOTIFY_SOCKET"); }
 
     static std::string unusedName(const std::string& start) {
         return start + "lumatile-notify-" + std::to_string(getpid());

@@ -203,7 +203,7 @@ RC_GTEST_FIXTURE_PROP(QSettingsPreferencesTest, anyBytesComeBack, (const Bytes& 
 }
 
 TEST_F(QSettingsPreferencesTest, theLongestListComesBack) {
-    constexpr std::size_t length = 16 * 1024 * 1024;
+    constexpr std::size_t length = std::size_t{16} * 1024 * 1024;
     // Control characters take the most room in the file.
     Bytes value(length, '\0');
     for (std::size_t i = 0; i < length; ++i) {
@@ -431,10 +431,6 @@ TEST_F(QSettingsPreferencesTest, aDamagedFileStillTakesChanges) {
         "[General]\n=value\n==\n[]\n]\n",
         "[General]\ncommands=@ByteArray(",
         "[General]\ncommands=\"@ByteArray([1]",
-        "[General]\ncommands=@Variant(garbage)",
-        "[General]\ncommands=@Variant(\\0\\0\\0\\t\\xff\\xff\\xff\\xff)",
-        "[General]\ncommands=@Variant(\\0\\0\\0\\f\\0\\x7f\\xff\\xff\\xff)",
-        "[General]\ncommands=@DateTime(\\0\\0)",
         "[General]\ncommands=\\x",
         "[General]\ncommands=\\xffffffffffffffffffff",
         "[General]\ncommands=\\777777",
@@ -460,9 +456,9 @@ TEST_F(QSettingsPreferencesTest, aDamagedFileStillTakesChanges) {
 
 TEST_F(QSettingsPreferencesTest, oddValuesOfOthersSurviveAndStopNothing) {
     write(file_,
-          "[General]\nfloat=@Variant(\\0\\0\\0\\x87\\x7f\\xc0\\0\\0)\nlist=one, \"two, three\", "
+          "[General]\nfloat=1.5\nlist=one, \"two, three\", "
           "@@four\n"
-          "list2=@Variant(\\0\\0\\0\\x9\\0\\0\\0\\x1\\0\\0\\0\\x2\\0\\0\\0\\x5)\nempty=@Invalid()\n"
+          "point=@Point(1 2)\nempty=@Invalid()\n"
           "%U4e2d\\deep\\key%20name=\xc3\xa4\n[%General]\ninner=1\n");
     preferences_.setBytes("commands", "[1]");
     preferences_.setBytes("commands", "[2]");
@@ -471,9 +467,27 @@ TEST_F(QSettingsPreferencesTest, oddValuesOfOthersSurviveAndStopNothing) {
     const std::string text = contents(file_);
     // In the form that the toolkit prefers.
     for (const char* line :
-         {"float=nan\n", "list=one, \"two, three\", @@four\n", "list2=@Variant(",
+         {"float=1.5\n", "list=one, \"two, three\", @@four\n", "point=@Point(1 2)\n",
           "empty=@Invalid()\n", "[%U4E2D]\ndeep\\key%20name=\xc3\xa4\n", "[%General]\ninner=1\n"}) {
         EXPECT_THAT(text, HasSubstr(line));
+    }
+}
+
+TEST_F(QSettingsPreferencesTest, serialisedValuesAreNeitherDecodedNorOverwritten) {
+    const std::vector<std::string> serialised = {
+        "[General]\ncommands=@Variant(garbage)",
+        "[General]\ncommands=@Variant(\\0\\0\\0\\t\\xff\\xff\\xff\\xff)",
+        "[General]\ncommands=@Variant(\\0\\0\\0\\f\\0\\x7f\\xff\\xff\\xff)",
+        "[General]\ncommands=@DateTime(\\0\\0)",
+    };
+    for (const std::string& text : serialised) {
+        log_.lines.clear();
+        write(file_, text);
+        EXPECT_EQ(preferences_.boolean("commands"), std::nullopt) << text;
+        preferences_.setBytes("oledSettings", "{}");
+        EXPECT_EQ(preferences_.bytes("oledSettings"), "{}") << text;
+        EXPECT_THAT(log_.lines, ElementsAre(HasSubstr("left alone"))) << text;
+        EXPECT_EQ(contents(file_), text);
     }
 }
 

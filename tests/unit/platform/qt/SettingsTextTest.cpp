@@ -22,41 +22,29 @@ TEST(SettingsText, plainValuesMayBeAsLongAsTheyLike) {
     }
 }
 
-TEST(SettingsText, shortSerialisedValuesAreHarmless) {
-    EXPECT_TRUE(
-        SettingsText::isSafeToRead("[General]\nkey=@Variant(\\0\\0\\0\\x87)\nkey2=@DateTime()"));
-    EXPECT_TRUE(SettingsText::isSafeToRead(""));
-}
-
-TEST(SettingsText, longSerialisedValuesAreNotReadHoweverTheyAreWritten) {
+TEST(SettingsText, serialisedValuesAreNotReadHoweverTheyAreWritten) {
     for (const std::string start :
          {"key=@Variant(", "key=@DateTime(", "key= \t@Variant(", "key=\"@Variant(",
           "key=\"\"@Variant(", "key=\\x40Variant(", "key=\"\\x40Variant(", "key=\\100Variant(",
-          "key=@\\x56ariant(", "key=one, @Variant(", "key=\"one, two\", @Variant(",
+          "key=@V\\x61riant(", "key=one, @Variant(", "key=\"one, two\", @Variant(",
           "key=\\\n@Variant(", "key=\\\r\n@Variant(", "key=a\\\nb, @Variant(",
           "a=\"\n\"\nkey=@Variant(", "; a \" in a comment\nkey=@Variant(",
-          "a=1 ; a \" in a comment\nkey=@Variant(", "a=\\\"\nkey=@Variant(", "key=@Something("}) {
-        EXPECT_FALSE(SettingsText::isSafeToRead("[General]\n" + start + longTail)) << start;
-        EXPECT_TRUE(SettingsText::isSafeToRead("[General]\n" + start + "x")) << start;
+          "a=1 ; a \" in a comment\nkey=@Variant(", "a=\\\"\nkey=@Variant("}) {
+        std::string text = "[General]\n";
+        text += start;
+        EXPECT_FALSE(SettingsText::isSafeToRead(text)) << text;
+        EXPECT_FALSE(SettingsText::isSafeToRead(text + longTail)) << text;
     }
 }
 
-TEST(SettingsText, lengthIsThatOfOneValue) {
-    std::string text = "[General]\n";
-    for (int line = 0; line < 1000; ++line) {
-        text += "key" + std::to_string(line) + "=@Variant(short), @Variant(short)\n";
-    }
-    EXPECT_TRUE(SettingsText::isSafeToRead(text));
-}
-
-RC_GTEST_PROP(SettingsTextProperties, anyTextIsWalkedToItsEnd,
+RC_GTEST_PROP(SettingsTextProperties, textsWithoutTheSignAndNumbersAreSafe,
               (const std::vector<unsigned char>& picks)) {
-    constexpr std::string_view letters = "\"\\\n\r;=,@x0 []a";
+    constexpr std::string_view letters = "\"\\\n\r;=, []abc";
     std::string text;
     for (const unsigned char pick : picks) {
         text += letters[pick % letters.size()];
     }
-    RC_ASSERT(SettingsText::isSafeToRead(text));  // Too short to hold anything long.
+    RC_ASSERT(SettingsText::isSafeToRead(text));
 }
 
 }  // namespace
