@@ -62,8 +62,9 @@ class X11DesktopTest : public testing::TestWithParam<WindowManager::Kind> {
 protected:
     using Kind = TestWindow::Kind;
 
-    void start(const MonitorLayout& layout = MonitorLayout::landscape()) {
-        desktop_ = std::make_unique<TestDesktop>(layout, GetParam());
+    void start(const MonitorLayout& layout = MonitorLayout::landscape(),
+               WindowManager::Options options = {}) {
+        desktop_ = std::make_unique<TestDesktop>(layout, GetParam(), options);
         adapter_ = std::make_unique<X11Adapter>(desktop_->display());
     }
 

@@ -1,3 +1,6 @@
+#include <algorithm>
+
+#include "tests/desktop/support/OuterFrame.h"
 #include "tests/desktop/x11/X11DesktopTest.h"
 
 namespace lumatile::desktop {
@@ -59,6 +62,35 @@ TEST_P(X11WindowState, snapTakesAWindowOutOfMaximized) {
             }
             EXPECT_EQ(movable(target), true);
         }
+    }
+}
+
+TEST_P(X11WindowState, toolkitWindowIsTakenOutOfMaximizedWithItsShadow) {
+    // openbox has no compositor, and without one the toolkit draws no shadow.
+    start(MonitorLayout::landscape(), {.compositing = GetParam() != WindowManager::Kind::openbox});
+    auto program = desktop().openProgram({LUMATILE_CLIENT_SIDE_WINDOW}, "ClientSideWindow");
+    DesktopObserver& observer = desktop().observer();
+    const auto seen = [&] { return outerFrame(observer, program.window).value_or(PixelRect{}); };
+    const auto maximized = [&] {
+        const auto states = observer.cardinals(program.window, "_NET_WM_STATE");
+        return std::find(states.begin(), states.end(), observer.atom(maximizedVertically)) !=
+               states.end();
+    };
+    AXWindow target = adapter().window(program.window);
+    for (const Rect& rect : {Rect{120, 80, 803, 611}, Rect{0, 0, 960, 1080}}) {
+        target.setFrame(rect);
+        EXPECT_EQ(rectOf(seen()), rect);
+        observer.ask(
+            program.window, "_NET_WM_STATE",
+            {1, observer.atom(maximizedVertically), observer.atom(maximizedHorizontally), 2});
+        ASSERT_TRUE(XClient::waitUntil([&] {
+            return maximized() && seen() == PixelRect{0, 0, 1920, 1080};
+        }));
+        adapter().connection->synchronize();
+        target.setFrame(rect);
+        EXPECT_EQ(rectOf(seen()), rect);
+        EXPECT_EQ(target.frame(), rect);
+        EXPECT_FALSE(maximized());
     }
 }
 
