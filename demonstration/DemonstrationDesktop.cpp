@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <exception>
 #include <iostream>
+#include <utility>
 
 #include "demonstration/Screenshot.h"
 #include "tests/desktop/support/DesktopError.h"
@@ -33,9 +34,13 @@ const char* const terminalScript =
     "  Ctrl+Alt+Super+\\033[1mLeft Right\\033[0m     the other screen\\n\\n"
     "\\033[32m$\\033[0m '; exec sleep 100000";
 
+// Two monitors as they stand on a desk, their middles level. The primary one does not begin at the
+// root's origin, which is no special case.
+MonitorLayout deskLayout() { return {"desk", {{0, 420, 1920, 1080}, {1920, 0, 1080, 1920}}, 0}; }
+
 desktop::TestDesktop makeDesktop() {
     const Step step("Starting an X server with two monitors, and openbox");
-    return {MonitorLayout::landscapeAndPortrait(), desktop::WindowManager::Kind::openbox};
+    return {deskLayout(), desktop::WindowManager::Kind::openbox};
 }
 
 }  // namespace
@@ -54,13 +59,13 @@ const std::vector<DemonstrationDesktop::Screen>& DemonstrationDesktop::screens()
 }
 
 DemonstrationDesktop::DemonstrationDesktop(const std::filesystem::path& program)
-    : desktop_(makeDesktop()), expected_(MonitorLayout::landscapeAndPortrait()) {
+    : desktop_(makeDesktop()), expected_(deskLayout()) {
     expected_.reserve(0, captionHeight);
     paintBackground();
     {
         const Step step("Starting a few programs");
         openCaption();
-        for (const char* const kind : {"picture", "notes", "calendar"}) {
+        for (const char* const kind : {"picture", "notes", "calendar", "waves"}) {
             windows_.push_back(open({LUMATILE_SCENE_WINDOW, kind}, std::string("Scene-") + kind));
         }
         logo_ = open({"xlogo", "-bg", "#f4f1ea", "-fg", "#c2553b"}, "XLogo");
@@ -76,7 +81,7 @@ DemonstrationDesktop::DemonstrationDesktop(const std::filesystem::path& program)
 void DemonstrationDesktop::paintBackground() {
     XClient& client = desktop_.observer();
     xcb_connection_t* connection = client.connection();
-    const PixelRect root = MonitorLayout::landscapeAndPortrait().root();
+    const PixelRect root = deskLayout().root();
     const xcb_pixmap_t picture = xcb_generate_id(connection);
     xcb_create_pixmap(connection, client.screen().root_depth, picture, client.root(),
                       static_cast<std::uint16_t>(root.width),
@@ -111,7 +116,7 @@ xcb_window_t DemonstrationDesktop::open(const std::vector<std::string>& command,
 }
 
 void DemonstrationDesktop::openCaption() {
-    const MonitorLayout layout = MonitorLayout::landscapeAndPortrait();
+    const MonitorLayout layout = deskLayout();
     programs_.push_back(desktop_.session().start(
         {LUMATILE_SCENE_WINDOW, "caption", std::to_string(layout.monitors[0].width),
          std::to_string(layout.monitors[0].bottom()), std::to_string(layout.root().height)},
@@ -152,9 +157,18 @@ void DemonstrationDesktop::caption(const std::string& markup) {
 }
 
 void DemonstrationDesktop::save(const std::filesystem::path& file) {
-    // When a program has painted shows in no event; a picture is taken until two agree.
-    XClient::waitUntil([] { return false; }, desktop::Deadline::in(std::chrono::milliseconds(400)));
-    saveScreenshot(desktop_.observer(), file);
+    Screenshot shown = Screenshot::take(desktop_.observer());
+    const desktop::Deadline deadline = desktop::Deadline::in(std::chrono::seconds(5));
+    // That a program has painted shows in no event: the picture stands when it has not changed for
+    // a while.
+    for (bool changes = true; changes && !deadline.isOver();) {
+        XClient::waitUntil([] { return false; },
+                           desktop::Deadline::in(std::chrono::milliseconds(250)));
+        Screenshot later = Screenshot::take(desktop_.observer());
+        changes = later != shown;
+        shown = std::move(later);
+    }
+    shown.save(file, deskLayout().monitors);
 }
 
 }  // namespace lumatile::demonstration

@@ -1,11 +1,10 @@
-// Windows for the demonstration's pictures: "picture" (a landscape), "notes" (a text), "calendar",
-// and "caption" (a panel that says what was pressed). They draw their own frames, as programs of
-// this toolkit do.
+// Windows for the demonstration's pictures: "picture" and "waves" (drawings), "notes" (a text),
+// "calendar", and "caption" (a panel that says what was pressed). They draw their own frames, as
+// programs of this toolkit do.
 
 #include <gtk/gtk.h>
 
 #include <cmath>
-#include <cstring>
 #include <string>
 
 namespace {
@@ -58,10 +57,29 @@ gboolean drawPicture(GtkWidget* area, cairo_t* cairo, gpointer /*unused*/) {
     return TRUE;
 }
 
-GtkWidget* makePicture() {
+gboolean drawWaves(GtkWidget* area, cairo_t* cairo, gpointer /*unused*/) {
+    const double width = gtk_widget_get_allocated_width(area);
+    const double height = gtk_widget_get_allocated_height(area);
+    fillGradient(cairo, width, height, {0.80, 0.92, 0.93}, {0.95, 0.97, 0.94});
+    drawRidge(cairo, width, height, 0.46, 1.4, 1.0, {0.53, 0.79, 0.80});
+    drawRidge(cairo, width, height, 0.60, 1.9, 2.6, {0.28, 0.63, 0.69});
+    drawRidge(cairo, width, height, 0.76, 1.2, 0.2, {0.13, 0.44, 0.55});
+    return TRUE;
+}
+
+GtkWidget* makeDrawing(const std::string& what) {
     GtkWidget* area = gtk_drawing_area_new();
-    g_signal_connect(area, "draw", G_CALLBACK(drawPicture), nullptr);
+    g_signal_connect(area, "draw", G_CALLBACK(what == "waves" ? drawWaves : drawPicture), nullptr);
     return area;
+}
+
+// Lets the window become smaller than what is in it.
+GtkWidget* scrolling(GtkWidget* content) {
+    GtkWidget* pane = gtk_scrolled_window_new(nullptr, nullptr);
+    gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(pane), GTK_POLICY_EXTERNAL,
+                                   GTK_POLICY_EXTERNAL);
+    gtk_container_add(GTK_CONTAINER(pane), content);
+    return pane;
 }
 
 GtkWidget* makeNotes() {
@@ -158,13 +176,25 @@ void loadStyle() {
     g_object_unref(provider);
 }
 
+const char* titleOf(const std::string& what) {
+    if (what == "notes") {
+        return "Notes";
+    }
+    if (what == "calendar") {
+        return "Calendar";
+    }
+    return what == "waves" ? "Waves.png" : "Evening.png";
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     gtk_init(&argc, &argv);
     if (argc < 2) {
-        g_printerr("usage: %s picture|notes|calendar|caption WIDTH LOWER-EDGE ROOT-HEIGHT\n",
-                   argv[0]);
+        g_printerr(
+            "usage: %s picture|waves|notes|calendar\n"
+            "       %s caption WIDTH LOWER-EDGE ROOT-HEIGHT\n",
+            argv[0], argv[0]);
         return 2;
     }
     loadStyle();
@@ -178,15 +208,13 @@ int main(int argc, char** argv) {
         window = gtk_window_new(GTK_WINDOW_TOPLEVEL);
         GtkWidget* bar = gtk_header_bar_new();
         gtk_header_bar_set_show_close_button(GTK_HEADER_BAR(bar), TRUE);
-        const bool picture = what == "picture";
-        gtk_header_bar_set_title(GTK_HEADER_BAR(bar), picture           ? "Evening.png"
-                                                      : what == "notes" ? "Notes"
-                                                                        : "Calendar");
+        gtk_header_bar_set_title(GTK_HEADER_BAR(bar), titleOf(what));
         gtk_window_set_titlebar(GTK_WINDOW(window), bar);
         gtk_window_set_default_size(GTK_WINDOW(window), 640, 460);
-        gtk_container_add(GTK_CONTAINER(window), picture           ? makePicture()
-                                                 : what == "notes" ? makeNotes()
-                                                                   : makeCalendar());
+        gtk_container_add(GTK_CONTAINER(window),
+                          scrolling(what == "notes"      ? makeNotes()
+                                    : what == "calendar" ? makeCalendar()
+                                                         : makeDrawing(what)));
     }
     g_signal_connect(window, "destroy", G_CALLBACK(gtk_main_quit), nullptr);
     gtk_widget_show_all(window);

@@ -111,21 +111,14 @@ std::vector<std::filesystem::path> savePictures(DemonstrationDesktop& desktop,
     const xcb_window_t picture = desktop.windows().at(0);
     const xcb_window_t notes = desktop.windows().at(1);
     const xcb_window_t calendar = desktop.windows().at(2);
+    const xcb_window_t second = desktop.windows().at(3);
     const xcb_window_t logo = desktop.logo();
     const xcb_window_t terminal = desktop.terminal();
     const std::vector<Picture> pictures{
-        {"free.png",
-         "Windows where they happened to open",
-         {{logo, 0, "center"},
-          {calendar, 1, "center"},
-          {picture, 0, "restore"},
-          {notes, 1, "restore"},
-          {terminal, 0, "restore"}}},
         {"halves.png",
          "Halves:  <b>Ctrl+Alt+Left</b>  <b>Right</b>   and on the upright screen  "
          "<b>Up</b>  <b>Down</b>",
-         {{calendar, 1, "bottom"},
-          {logo, 1, "bottom"},
+         {{logo, 0, "right"},
           {terminal, 0, "left"},
           {picture, 0, "right"},
           {calendar, 1, "bottom"},
@@ -137,15 +130,14 @@ std::vector<std::filesystem::path> savePictures(DemonstrationDesktop& desktop,
           {picture, 0, "right"},
           {terminal, 1, "leftThird"},
           {calendar, 1, "centerThird"},
-          {logo, 1, "rightThird"},
-          {logo, 0, "bottomLeft"}}},
+          {second, 1, "rightThird"}}},
         {"two-thirds.png",
          "Thirds and two thirds:  <b>Ctrl+Alt+D F G</b>   and   <b>E R T</b>",
-         {{terminal, 0, "leftTwoThirds"},
+         {{logo, 1, "bottomLeft"},
+          {terminal, 0, "leftTwoThirds"},
           {notes, 0, "rightThird"},
           {picture, 1, "leftTwoThirds"},
-          {logo, 1, "bottomLeft"},
-          {calendar, 1, "rightThird"}}},
+          {second, 1, "rightThird"}}},
     };
     std::vector<std::filesystem::path> files;
     for (const Picture& each : pictures) {

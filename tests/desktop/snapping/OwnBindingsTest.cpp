@@ -40,6 +40,7 @@ TEST_P(OwnBindings, refusedCombinationsDoNothingAndAllOthersWork) {
             continue;
         }
         SCOPED_TRACE(std::string(shortcut.command));
+        ASSERT_TRUE(desktop.settle(*window));
         window->place(free);
         desktop.observer().forget();
         desktop.press(shortcut);

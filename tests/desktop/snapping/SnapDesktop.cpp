@@ -18,9 +18,11 @@ void SnapDesktop::press(const DefaultShortcut& shortcut) {
 
 bool SnapDesktop::settle(TestWindow& window) {
     TestWindow::Options options;
+    options.kind = TestWindow::Kind::undecorated;  // A frame would be painted for a moment only.
     options.title = "marker";
     const std::unique_ptr<TestWindow> marker = desktop_.openWindow(options);
-    marker->place({300, 200, 400, 300});
+    const PixelRect& screen = desktop_.server().layout().monitors.front();
+    marker->place({screen.x + 300, screen.y + 200, 400, 300});
     // No window manager has this combination.
     press("maximize");
     const bool answered =

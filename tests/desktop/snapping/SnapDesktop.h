@@ -42,8 +42,10 @@ public:
     void press(const DefaultShortcut& shortcut);
     void press(std::string_view command) { press(defaultShortcut(command)); }
 
-    /// Returns when the program has dealt with every shortcut that was pressed before: it snaps a
-    /// window of our own and gives the focus back to `window`.
+    /// Returns when the program has dealt with every shortcut that was pressed before. A window is
+    /// where it should be a little before that, and to be touched only then: the snap's last write
+    /// would undo what a test does to the window. It snaps a window of our own and gives the focus
+    /// back to `window`.
     /// @return false when it does not answer
     bool settle(TestWindow& window);
 

@@ -24,6 +24,7 @@ protected:
             desktop.press(command);
             EXPECT_TRUE(reaches(window, desktop.expected().area(defaultShortcut(command), 0)));
         }
+        ASSERT_TRUE(desktop.settle(window));
         window.place({200, 160, 600, 400});
         desktop.press("center");
         EXPECT_TRUE(reaches(window, desktop.expected().centered({200, 160, 600, 400}, 0)));
@@ -48,9 +49,11 @@ TEST_P(WindowManagerReplaced, everythingWorksAgainWithoutRestart) {
     expectEverythingWorks(desktop, *window);
 
     TestWindow::Options options;
-    options.kind = TestWindow::Kind::undecorated;
+    options.kind = TestWindow::Kind::dialog;
     const auto later = desktop.desktop().openWindow(options);
     expectEverythingWorks(desktop, *later);
+    EXPECT_TRUE(desktop.desktop().windowManager().isRunning())
+        << desktop.desktop().session().output(toString(after(GetParam())));
     EXPECT_EQ(desktop.endProgram(), "");
 }
 

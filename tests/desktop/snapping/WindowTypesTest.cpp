@@ -74,6 +74,27 @@ TEST_P(WindowTypes, theActiveWindowOfAProgramIsTheOneThatSnaps) {
     EXPECT_EQ(desktop.endProgram(), "");
 }
 
+TEST_P(WindowTypes, aWindowSnapsOnTheScreenToWhichItHasJustBeenMoved) {
+    SnapDesktop::Setup setup;
+    setup.windowManager = GetParam();
+    setup.layout = MonitorLayout::landscapeAndPortrait();
+    SnapDesktop desktop(setup);
+    const auto window = desktop.desktop().openWindow({});
+    for (int round = 0; round < 10; ++round) {
+        for (const std::size_t monitor : {0U, 1U}) {
+            const PixelRect screen = desktop.expected().visible(monitor);
+            // The end of the last snap would take the window back.
+            ASSERT_TRUE(desktop.settle(*window));
+            window->place({screen.x + 150, screen.y + 120, 600, 400});
+            desktop.press("bottomLeft");
+            ASSERT_TRUE(
+                reaches(*window, desktop.expected().area(defaultShortcut("bottomLeft"), monitor)))
+                << "round " << round;
+        }
+    }
+    EXPECT_EQ(desktop.endProgram(), "");
+}
+
 INSTANTIATE_TEST_SUITE_P(Desktop, WindowTypes, testing::ValuesIn(WindowManager::kinds), nameOf);
 
 }  // namespace

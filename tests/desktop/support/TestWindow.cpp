@@ -90,7 +90,7 @@ void TestWindow::describe(const Options& options) {
         case Kind::sizeIncrement:
             break;  // Like many old programs it states no type.
         case Kind::clientSide:
-            castShadow(true);
+            castShadow();
             [[fallthrough]];
         case Kind::undecorated:
             type("_NET_WM_WINDOW_TYPE_NORMAL");
@@ -130,7 +130,7 @@ void TestWindow::handle(const xcb_generic_event_t& event) {
         case XCB_PROPERTY_NOTIFY: {
             const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
             if (property.window == window_ && property.atom == atom("_NET_WM_STATE")) {
-                followMaximization();
+                castShadow();
             }
             break;
         }
@@ -139,27 +139,24 @@ void TestWindow::handle(const xcb_generic_event_t& event) {
     }
 }
 
-void TestWindow::followMaximization() {
-    if (kind_ != Kind::clientSide) {
-        return;
-    }
-    // A maximized window casts no shadow.
-    const bool whole =
-        hasState("_NET_WM_STATE_MAXIMIZED_VERT") && hasState("_NET_WM_STATE_MAXIMIZED_HORZ");
-    castShadow(!whole);
-}
-
-void TestWindow::castShadow(bool on) {
+std::vector<std::uint32_t> TestWindow::shadowNow() {
     // A window manager that does not know the hint would take the shadow for a part of the window,
     // so toolkits draw none there.
     const std::vector<std::uint32_t> hints = cardinals(root(), "_NET_SUPPORTED");
-    if (std::find(hints.begin(), hints.end(), atom("_GTK_FRAME_EXTENTS")) == hints.end()) {
-        return;
+    const bool isKnown =
+        std::find(hints.begin(), hints.end(), atom("_GTK_FRAME_EXTENTS")) != hints.end();
+    if (kind_ != Kind::clientSide || !isKnown) {
+        return {};
     }
-    std::vector<std::uint32_t> wanted(4);
-    if (on) {
-        wanted.assign(shadow.begin(), shadow.end());
-    }
+    // A maximized window casts none either.
+    const bool isWhole =
+        hasState("_NET_WM_STATE_MAXIMIZED_VERT") && hasState("_NET_WM_STATE_MAXIMIZED_HORZ");
+    return isWhole ? std::vector<std::uint32_t>(4)
+                   : std::vector<std::uint32_t>(shadow.begin(), shadow.end());
+}
+
+void TestWindow::castShadow() {
+    const std::vector<std::uint32_t> wanted = shadowNow();
     if (cardinals(window_, "_GTK_FRAME_EXTENTS") != wanted) {
         setCardinals(window_, "_GTK_FRAME_EXTENTS", XCB_ATOM_CARDINAL, wanted);
     }
@@ -236,7 +233,8 @@ void TestWindow::setState(const std::vector<std::string>& states, bool on) {
          fromPager});
     if (!waitUntil([&] {
             return std::all_of(states.begin(), states.end(),
-                               [&](const std::string& state) { return hasState(state) == on; });
+                               [&](const std::string& state) { return hasState(state) == on; }) &&
+                   cardinals(window_, "_GTK_FRAME_EXTENTS") == shadowNow();
         })) {
         throw DesktopError("the window's state stays without " + states.front());
     }

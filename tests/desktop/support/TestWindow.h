@@ -94,8 +94,8 @@ protected:
 
 private:
     void describe(const Options& options);
-    void followMaximization();
-    void castShadow(bool on);
+    std::vector<std::uint32_t> shadowNow();
+    void castShadow();
 
     xcb_window_t window_;
     Kind kind_;

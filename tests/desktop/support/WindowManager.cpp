@@ -56,6 +56,9 @@ void WindowManager::waitUntilReady(DesktopSession& session) {
     const Deadline deadline = Deadline::usual();
     for (bool managed = false; !managed;) {
         TestWindow::Options probe;
+        // Metacity may end over a frame that goes while it is still being painted for the first
+        // time, so this one has none.
+        probe.kind = TestWindow::Kind::undecorated;
         probe.title = "probe";
         managed = TestWindow(session.environment().at("DISPLAY"), probe)
                       .tryMap(Deadline::in(std::chrono::milliseconds(300)));

@@ -1,5 +1,6 @@
 #include "tests/desktop/support/WindowPlacing.h"
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -52,7 +53,12 @@ void placeWindow(XClient& client, xcb_window_t window, const PixelRect& wanted, 
             return;
         }
     }
-    throw DesktopError("the window is at " + toString(now()) + " instead of " + toString(wanted));
+    std::string states;
+    for (const std::uint32_t state : client.cardinals(window, "_NET_WM_STATE")) {
+        states += " " + client.atomName(state);
+    }
+    throw DesktopError("the window is at " + toString(now()) + " instead of " + toString(wanted) +
+                       states);
 }
 
 }  // namespace lumatile::desktop
