@@ -139,7 +139,10 @@ void DemonstrationDesktop::activate(xcb_window_t window) {
 }
 
 void DemonstrationDesktop::place(xcb_window_t window, const PixelRect& frame) {
-    desktop::placeWindow(desktop_.observer(), window, frame, window == terminal_);
+    desktop::placeWindow(desktop_.observer(), window, frame, [&](const PixelRect& now) {
+        // A terminal keeps whole lines.
+        return window == terminal_ ? now.x == frame.x && now.y == frame.y : now == frame;
+    });
 }
 
 void DemonstrationDesktop::press(const desktop::DefaultShortcut& shortcut) {

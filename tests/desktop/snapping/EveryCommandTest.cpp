@@ -90,16 +90,8 @@ protected:
         return {screen.x + 101, screen.y + 203, 600, 450};
     }
 
-    // A stepping window has the corner exactly and a size of its own rule: the largest number of
-    // whole steps that fits, or the size as asked where the window manager disregards steps.
     bool isAt(const PixelRect& wanted, const PixelRect& frame) {
-        if (!hasSteps()) {
-            return frame == wanted;
-        }
-        return frame.x == wanted.x && frame.y == wanted.y && frame.width <= wanted.width &&
-               frame.width > wanted.width - TestWindow::stepWidth &&
-               frame.height <= wanted.height &&
-               frame.height > wanted.height - TestWindow::stepHeight;
+        return hasSteps() ? TestWindow::isStepped(frame, wanted) : frame == wanted;
     }
 
     // With locks on and off in turn: they must not make a difference.

@@ -223,7 +223,15 @@ PixelRect TestWindow::client() {
 }
 
 void TestWindow::place(const PixelRect& wanted) {
-    placeWindow(*this, window_, wanted, kind_ == Kind::sizeIncrement);
+    placeWindow(*this, window_, wanted, [&](const PixelRect& frame) {
+        return kind_ == Kind::sizeIncrement ? isStepped(frame, wanted) : frame == wanted;
+    });
+}
+
+bool TestWindow::isStepped(const PixelRect& frame, const PixelRect& wanted) {
+    return frame.x == wanted.x && frame.y == wanted.y && frame.width <= wanted.width &&
+           frame.width > wanted.width - stepWidth && frame.height <= wanted.height &&
+           frame.height > wanted.height - stepHeight;
 }
 
 void TestWindow::setState(const std::vector<std::string>& states, bool on) {

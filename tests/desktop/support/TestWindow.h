@@ -74,6 +74,11 @@ public:
     PixelRect frame();
     PixelRect client();
 
+    /// Whether `frame` is what a size-increment window may make of `wanted`: the same corner, and
+    /// the largest whole steps that fit, or the very size where the window manager disregards
+    /// steps.
+    static bool isStepped(const PixelRect& frame, const PixelRect& wanted);
+
     /// Asks the window manager for a place of the outer frame, the reliable way, and waits for it.
     void place(const PixelRect& frame);
 

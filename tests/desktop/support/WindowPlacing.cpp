@@ -26,13 +26,15 @@ std::uint32_t item(int number) { return static_cast<std::uint32_t>(number); }
 
 }  // namespace
 
-void placeWindow(XClient& client, xcb_window_t window, const PixelRect& wanted, bool cornerOnly) {
+void placeWindow(XClient& client, xcb_window_t window, const PixelRect& wanted) {
+    placeWindow(client, window, wanted, [&](const PixelRect& frame) { return frame == wanted; });
+}
+
+void placeWindow(XClient& client, xcb_window_t window, const PixelRect& wanted,
+                 const std::function<bool(const PixelRect&)>& accepts) {
     const Deadline deadline = Deadline::usual();
     const auto now = [&] { return outerFrame(client, window).value_or(PixelRect{}); };
-    const auto arrived = [&] {
-        const PixelRect frame = now();
-        return cornerOnly ? frame.x == wanted.x && frame.y == wanted.y : frame == wanted;
-    };
+    const auto arrived = [&] { return accepts(now()); };
     while (!deadline.isOver()) {
         const std::vector<std::uint32_t> frame = extents(client, window, "_NET_FRAME_EXTENTS");
         // The corner of a window that draws its own frame is the client's, shadow included.
