@@ -4,6 +4,7 @@ namespace lumatile::desktop {
 
 SnapDesktop::SnapDesktop(const Setup& setup)
     : desktop_(setup.layout, setup.windowManager, setup.options), expected_(setup.layout) {
+    panelMonitor_ = setup.panel;
     if (setup.panel) {
         panel_ = desktop_.openPanel(*setup.panel, panelHeight);
         expected_.reserve(*setup.panel, panelHeight);
@@ -17,18 +18,22 @@ void SnapDesktop::press(const DefaultShortcut& shortcut) {
 }
 
 bool SnapDesktop::settle(TestWindow& window) {
+    const MonitorLayout& layout = desktop_.server().layout();
+    ExpectedFrame now(layout);
+    if (panel_) {
+        now.reserve(*panelMonitor_, panelHeight);
+    }
+    const PixelRect whole = now.area(defaultShortcut("maximize"), 0);
+    const PixelRect& screen = layout.monitors.front();
     TestWindow::Options options;
+    options.area = {screen.x + 300, screen.y + 200, 400, 300};
     options.kind = TestWindow::Kind::undecorated;  // A frame would be painted for a moment only.
     options.title = "marker";
     const std::unique_ptr<TestWindow> marker = desktop_.openWindow(options);
-    const PixelRect& screen = desktop_.server().layout().monitors.front();
-    marker->place({screen.x + 300, screen.y + 200, 400, 300});
-    // No window manager has this combination.
+    // No window manager has the combination. A shortcut that was still on its way may reach the
+    // marker, too; this one comes after it.
     press("maximize");
-    const bool answered =
-        XClient::waitUntil([&] { return !observer().messages(marker->id()).empty(); }) &&
-        XClient::waitUntil(
-            [&] { return marker->frame().width > 400 && marker->frame().height > 300; });
+    const bool answered = XClient::waitUntil([&] { return marker->frame() == whole; });
     marker->close();
     window.activate();
     return answered;

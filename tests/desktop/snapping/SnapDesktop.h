@@ -56,6 +56,7 @@ public:
 private:
     TestDesktop desktop_;
     ExpectedFrame expected_;
+    std::optional<std::size_t> panelMonitor_;
     std::unique_ptr<TestWindow> panel_;
     std::unique_ptr<LumatileProcess> program_;
 };

@@ -1,5 +1,6 @@
 #include "tests/desktop/support/LumatileProcess.h"
 
+#include <signal.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -100,7 +101,8 @@ LumatileProcess::LumatileProcess(DesktopSession& session, const std::filesystem:
     start.environment = session.environment();
     start.output = folder_.path() / "lumatile.log";
     // A fault that a sanitizer finds must not end like an ordinary run.
-    const std::string status = "exitcode=" + std::to_string(sanitizerStatus);
+    // And a program that hangs should tell where.
+    const std::string status = "exitcode=" + std::to_string(sanitizerStatus) + ":handle_abort=1";
     for (const char* name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"}) {
         start.environment[name] = withOption(session.environment(), name, status);
     }
@@ -131,7 +133,14 @@ LumatileProcess::~LumatileProcess() { process_.stop(); }
 
 std::string LumatileProcess::output() const { return readFile(folder_.path() / "lumatile.log"); }
 
-std::optional<ChildProcess::Exit> LumatileProcess::stop() { return process_.stop(); }
+std::optional<ChildProcess::Exit> LumatileProcess::stop() {
+    process_.signal(SIGTERM);
+    if (!process_.wait(Deadline::in(std::chrono::seconds(10)))) {
+        process_.signal(SIGABRT);
+        process_.wait(Deadline::in(std::chrono::seconds(10)));
+    }
+    return process_.stop();
+}
 
 std::optional<ChildProcess::Exit> LumatileProcess::wait(Deadline deadline) {
     return process_.wait(deadline);
