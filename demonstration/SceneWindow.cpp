@@ -32,11 +32,12 @@ void fillGradient(cairo_t* cairo, double width, double height, const Color& top,
 void drawRidge(cairo_t* cairo, double width, double height, double level, double wave, double phase,
                const Color& color) {
     cairo_move_to(cairo, 0, height);
-    for (double x = 0; x <= width + 8; x += 8) {
-        const double part = x / width * fullCircle;
+    constexpr int pieces = 160;
+    for (int piece = 0; piece <= pieces; ++piece) {
+        const double part = static_cast<double>(piece) / pieces * fullCircle;
         const double y = height * (level + 0.05 * std::sin(part * wave + phase) +
                                    0.03 * std::sin(part * wave * 2.3 + phase * 1.7));
-        cairo_line_to(cairo, x, y);
+        cairo_line_to(cairo, width * piece / pieces, y);
     }
     cairo_line_to(cairo, width, height);
     cairo_close_path(cairo);

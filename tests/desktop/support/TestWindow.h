@@ -46,6 +46,8 @@ public:
     static constexpr std::array<std::uint32_t, 4> shadow{22, 26, 18, 30};
 
     TestWindow(const std::string& display, const Options& options);
+    TestWindow(const TestWindow&) = delete;
+    TestWindow& operator=(const TestWindow&) = delete;
     ~TestWindow() override;
 
     xcb_window_t id() const { return window_; }
@@ -80,7 +82,7 @@ public:
     static bool isStepped(const PixelRect& frame, const PixelRect& wanted);
 
     /// Asks the window manager for a place of the outer frame, the reliable way, and waits for it.
-    void place(const PixelRect& frame);
+    void place(const PixelRect& wanted);
 
     /// The room that a dock reserves: _NET_WM_STRUT_PARTIAL.
     void setStrut(const std::array<std::uint32_t, 12>& strut);

@@ -11,8 +11,8 @@ namespace lumatile::desktop {
 /// until it is there.
 /// @param accepts whether a frame is good enough, for windows that have a size rule of their own
 /// @throws DesktopError when it does not get there
-void placeWindow(XClient& client, xcb_window_t window, const PixelRect& frame,
+void placeWindow(XClient& client, xcb_window_t window, const PixelRect& wanted,
                  const std::function<bool(const PixelRect&)>& accepts);
-void placeWindow(XClient& client, xcb_window_t window, const PixelRect& frame);
+void placeWindow(XClient& client, xcb_window_t window, const PixelRect& wanted);
 
 }  // namespace lumatile::desktop

@@ -140,14 +140,19 @@ bool XClient::handleArrived() {
     return any;
 }
 
+bool XClient::handleAllArrived() {
+    bool any = false;
+    // Over a copy: handling an event may add a client.
+    for (XClient* client : std::vector(clients())) {
+        any = client->handleArrived() || any;
+    }
+    return any;
+}
+
 bool XClient::waitUntil(const std::function<bool()>& condition, Deadline deadline,
                         const std::vector<int>& alsoWatch) {
     for (;;) {
-        bool any = false;
-        // By index: handling an event may add a client.
-        for (std::size_t index = 0; index < clients().size(); ++index) {
-            any = clients()[index]->handleArrived() || any;
-        }
+        handleAllArrived();
         if (condition()) {
             return true;
         }
@@ -155,10 +160,7 @@ bool XClient::waitUntil(const std::function<bool()>& condition, Deadline deadlin
             return false;
         }
         // The condition's own questions may have brought events along.
-        for (std::size_t index = 0; index < clients().size(); ++index) {
-            any = clients()[index]->handleArrived() || any;
-        }
-        if (any) {
+        if (handleAllArrived()) {
             continue;
         }
         std::vector<pollfd> descriptors;

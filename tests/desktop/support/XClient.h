@@ -71,6 +71,7 @@ protected:
 
 private:
     bool handleArrived();
+    static bool handleAllArrived();
 
     xcb_connection_t* connection_;
     xcb_screen_t* screen_ = nullptr;
