@@ -3,6 +3,7 @@
 #include <csignal>
 
 #include "platform/x11/X11SizeHints.h"
+#include "tests/desktop/support/HeldWindowManager.h"
 #include "tests/desktop/x11/X11DesktopTest.h"
 
 namespace lumatile::desktop {
@@ -301,7 +302,7 @@ TEST_P(X11WindowPlacement, silentWindowManagerIsWaitedForOnce) {
     AXWindow target = adapter().window(first->id());
     AXWindow other = adapter().window(second->id());
     target.setFrame({100, 100, 500, 400});
-    kill(desktop().windowManager().pid(), SIGSTOP);
+    HeldWindowManager held(desktop().windowManager(), desktop().observer());
     const double longest = X11WindowWriter::longestTimeout;
     const double seconds = secondsFor([&] { target.setFrame({300, 200, 700, 500}); });
     EXPECT_GE(seconds, longest);
@@ -309,7 +310,7 @@ TEST_P(X11WindowPlacement, silentWindowManagerIsWaitedForOnce) {
     EXPECT_LT(secondsFor([&] { other.setFrame({0, 0, 700, 500}); }), 0.5 * longest);
     EXPECT_EQ(target.frame(), (Rect{100, 100, 500, 400})) << "nothing has come of it yet";
 
-    kill(desktop().windowManager().pid(), SIGCONT);
+    held.letGo();
     EXPECT_TRUE(XClient::waitUntil([&] {
         return first->frame() == PixelRect{300, 200, 700, 500} &&
                second->frame() == PixelRect{0, 0, 700, 500};
@@ -325,9 +326,9 @@ TEST_P(X11WindowPlacement, unroundedFrameIsReadWhenItIsAnsweredLate) {
     const auto window = open(Kind::decorated);
     AXWindow target = adapter().window(window->id());
     target.setFrame({100, 100, 500, 400});
-    kill(desktop().windowManager().pid(), SIGSTOP);
+    HeldWindowManager held(desktop().windowManager(), desktop().observer());
     target.setFrame({300.3, 200.3, 700.4, 500.4});
-    kill(desktop().windowManager().pid(), SIGCONT);
+    held.letGo();
     EXPECT_TRUE(XClient::waitUntil([&] {
         return window->frame() == PixelRect{300, 200, 701, 501};
     }));
@@ -340,10 +341,10 @@ TEST_P(X11WindowPlacement, shorterTimeoutsOfWindowAndApplicationHold) {
     const auto window = open(Kind::decorated);
     AXWindow target = adapter().window(window->id());
     target.setFrame({100, 100, 500, 400});
-    kill(desktop().windowManager().pid(), SIGSTOP);
+    HeldWindowManager held(desktop().windowManager(), desktop().observer());
     adapter().platform.setMessagingTimeout(target.element(), 0.05);
     const double seconds = secondsFor([&] { target.setPosition({101, 100}); });
-    kill(desktop().windowManager().pid(), SIGCONT);
+    held.letGo();
     EXPECT_GE(seconds, 0.05);
     EXPECT_LT(seconds, 0.2);
 
@@ -351,9 +352,9 @@ TEST_P(X11WindowPlacement, shorterTimeoutsOfWindowAndApplicationHold) {
     adapter().platform.setMessagingTimeout(target.element(), 5);
     adapter().platform.setMessagingTimeout(adapter().platform.applicationElement(getpid()), 0.08);
     target.setFrame({100, 100, 500, 400});
-    kill(desktop().windowManager().pid(), SIGSTOP);
+    HeldWindowManager heldAgain(desktop().windowManager(), desktop().observer());
     const double applications = secondsFor([&] { target.setPosition({101, 100}); });
-    kill(desktop().windowManager().pid(), SIGCONT);
+    heldAgain.letGo();
     EXPECT_GE(applications, 0.08);
     EXPECT_LT(applications, 0.2);
 }
@@ -364,14 +365,14 @@ TEST_P(X11WindowPlacement, windowThatDiesInTheMiddleIsNoError) {
     AXWindow target = adapter().window(window->id());
     ASSERT_TRUE(target.frame());
     // The window manager is held so that the window is gone before it answers.
-    kill(desktop().windowManager().pid(), SIGSTOP);
+    HeldWindowManager held(desktop().windowManager(), desktop().observer());
     xcb_destroy_window(window->connection(), window->id());
     window->roundTrip();
     const double seconds = secondsFor([&] {
         EXPECT_FALSE(
             adapter().platform.write(target.element(), AXAttribute::position, Point{100, 100}));
     });
-    kill(desktop().windowManager().pid(), SIGCONT);
+    held.letGo();
     EXPECT_LT(seconds, X11WindowWriter::longestTimeout);
     EXPECT_EQ(target.frame(), std::nullopt);
     EXPECT_EQ(target.pid(), std::nullopt);
@@ -385,10 +386,10 @@ TEST_P(X11WindowPlacement, programKilledWhileItsWindowIsWrittenToEndsTheWriteEar
         desktop().openProgram({"xterm", "-class", "DyingTerm", "-geometry", "60x20"}, "DyingTerm");
     AXWindow target = adapter().window(program.window);
     ASSERT_TRUE(target.frame());
-    kill(desktop().windowManager().pid(), SIGSTOP);
+    HeldWindowManager held(desktop().windowManager(), desktop().observer());
     program.process.signal(SIGKILL);
     const double seconds = secondsFor([&] { target.setFrame({100, 100, 700, 500}); });
-    kill(desktop().windowManager().pid(), SIGCONT);
+    held.letGo();
     EXPECT_LE(seconds, 1.2 * X11WindowWriter::longestTimeout);
     EXPECT_TRUE(XClient::waitUntil([&] {
         adapter().connection->synchronize();
