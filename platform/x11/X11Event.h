@@ -20,6 +20,11 @@ struct X11Event {
         return (event.response_type & std::uint8_t{0x80}) != 0;
     }
 
+    /// Whether the server made the event before it dealt with the request of that number.
+    static bool isBefore(const xcb_generic_event_t& event, std::uint32_t sequence) {
+        return static_cast<std::int32_t>(event.full_sequence - sequence) < 0;
+    }
+
     /// The event as the structure that belongs to its type.
     template <typename Event>
     static const Event& as(const xcb_generic_event_t& event) {

@@ -38,6 +38,12 @@ struct X11Window {
     X11PixelRect client;                      ///< In root coordinates.
     xcb_window_t topLevel = XCB_WINDOW_NONE;  ///< The root's child that holds it; perhaps itself.
 
+    /// Where the server said last that the top level is, in root coordinates.
+    std::optional<X11PixelRect> topLevelRect;
+
+    /// The request that `client` was read with last, by its number.
+    std::uint32_t placeReadAt = 0;
+
     /// How many answers of the window manager have been seen, and when the last one was.
     std::uint64_t answers = 0;
     X11Connection::Clock::time_point answeredAt;

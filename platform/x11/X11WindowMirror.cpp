@@ -129,16 +129,11 @@ void X11WindowMirror::note(const xcb_generic_event_t& event) {
         case XCB_PROPERTY_NOTIFY:
             noteProperty(X11Event::as<xcb_property_notify_event_t>(event));
             break;
-        case XCB_CONFIGURE_NOTIFY: {
-            const xcb_window_t id = X11Event::as<xcb_configure_notify_event_t>(event).window;
-            noteConfigured(id);
-            if (X11Window* window = find(id); window != nullptr && X11Event::isSent(event)) {
-                ++window->tellings;
-            }
+        case XCB_CONFIGURE_NOTIFY:
+            noteConfigured(event);
             break;
-        }
         case XCB_GRAVITY_NOTIFY:
-            noteConfigured(X11Event::as<xcb_gravity_notify_event_t>(event).window);
+            noteMoved(X11Event::as<xcb_gravity_notify_event_t>(event).window);
             break;
         case XCB_REPARENT_NOTIFY:
             noteReparented(X11Event::as<xcb_reparent_notify_event_t>(event).window);
@@ -176,19 +171,75 @@ void X11WindowMirror::noteProperty(const xcb_property_notify_event_t& event) {
     }
 }
 
-void X11WindowMirror::noteConfigured(xcb_window_t window) {
-    const auto moved = [this](xcb_window_t id) {
-        if (X11Window* client = find(id)) {
+void X11WindowMirror::noteConfigured(const xcb_generic_event_t& event) {
+    const auto& configured = X11Event::as<xcb_configure_notify_event_t>(event);
+    X11Window* client = find(configured.window);
+    if (X11Event::isSent(event)) {
+        if (client != nullptr) {
+            noteToldPlace(*client, configured);
+        }
+        return;
+    }
+    if (client != nullptr && client->topLevel != client->id) {
+        noteChange(*client);
+        if (!X11Event::isBefore(event, client->placeReadAt)) {
             markStale(*client).isPlaceStale = true;
-            client->noteAnswer();
-            ++activity_;
+        }
+    }
+    const auto [first, last] = framed_.equal_range(configured.window);
+    for (auto entry = first; entry != last; ++entry) {
+        if (X11Window* framed = find(entry->second)) {
+            noteTopLevel(*framed, event);
+        }
+    }
+}
+
+void X11WindowMirror::noteToldPlace(X11Window& client, const xcb_configure_notify_event_t& told) {
+    noteChange(client);
+    ++client.tellings;
+    const X11PixelRect place{told.x, told.y, told.width, told.height};
+    if (place != client.client) {
+        markStale(client).isPlaceStale = true;
+    }
+}
+
+void X11WindowMirror::noteTopLevel(X11Window& client, const xcb_generic_event_t& event) {
+    noteChange(client);
+    const auto& configured = X11Event::as<xcb_configure_notify_event_t>(event);
+    const int borders = 2 * configured.border_width;
+    const X11PixelRect rect{configured.x, configured.y, configured.width + borders,
+                            configured.height + borders};
+    const auto before = std::exchange(client.topLevelRect, rect);
+    if (X11Event::isBefore(event, client.placeReadAt)) {
+        return;
+    }
+    // The place is read with two requests; what happened between them is in the second one only.
+    const bool isSinceReading = !X11Event::isBefore(event, client.placeReadAt + 1);
+    if (isSinceReading && before && before->hasSizeOf(rect) && !client.isPlaceStale) {
+        client.client.x += rect.x - before->x;
+        client.client.y += rect.y - before->y;
+    } else {
+        markStale(client).isPlaceStale = true;
+    }
+}
+
+void X11WindowMirror::noteChange(X11Window& client) {
+    client.noteAnswer();
+    ++activity_;
+}
+
+void X11WindowMirror::noteMoved(xcb_window_t window) {
+    const auto moved = [this](X11Window* client) {
+        if (client != nullptr) {
+            markStale(*client).isPlaceStale = true;
+            noteChange(*client);
         }
     };
-    moved(window);
+    moved(find(window));
     const auto [first, last] = framed_.equal_range(window);
     for (auto entry = first; entry != last; ++entry) {
         if (entry->second != window) {
-            moved(entry->second);
+            moved(find(entry->second));
         }
     }
 }
@@ -197,8 +248,7 @@ void X11WindowMirror::noteReparented(xcb_window_t window) {
     if (X11Window* client = find(window)) {
         markStale(*client).isTopLevelStale = true;
         client->isPlaceStale = true;
-        client->noteAnswer();
-        ++activity_;
+        noteChange(*client);
     }
 }
 
@@ -492,6 +542,7 @@ void X11WindowMirror::settleTopLevel(xcb_window_t window, xcb_window_t topLevel)
         entry = entry->second == window ? framed_.erase(entry) : std::next(entry);
     }
     client->topLevel = topLevel;
+    client->topLevelRect.reset();
     // A client without a frame has its events selected already, more of them than a frame has.
     if (!framed_.contains(topLevel) && find(topLevel) == nullptr) {
         selectEvents(connection_.get(), topLevel, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
@@ -521,6 +572,7 @@ void X11WindowMirror::takePlaces(Batch& batch) {
             forget(question.window);
         } else if (X11Window* window = find(question.window)) {
             window->client = {position->dst_x, position->dst_y, size->width, size->height};
+            window->placeReadAt = question.size.sequence;
         }
     }
 }

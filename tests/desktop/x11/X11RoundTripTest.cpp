@@ -122,6 +122,27 @@ TEST_P(X11RoundTrips, readsAfterAWriteNeedNoneOrOne) {
     EXPECT_LE(waits.roundTrips(), 1U);
 }
 
+// Pixel shift moves every window of the desktop every few minutes: what the server says of the move
+// is enough.
+TEST_P(X11RoundTrips, aMoveNeedsNone) {
+    start();
+    const auto window = open(Kind::decorated);
+    AXWindow target = adapter().window(window->id());
+    target.setFrame({300, 200, 700, 500});
+    settle();
+    target.setPosition({301, 200});
+    ASSERT_EQ(target.frame(), (Rect{301, 200, 700, 500}));
+    settle();
+    const ReplyWaits waits(adapter().connection->get());
+    for (const Point& point : {Point{302, 200}, Point{302, 201}, Point{301, 201}}) {
+        target.setPosition(point);
+        EXPECT_EQ(target.frame(), (Rect{point.x, point.y, 700, 500}));
+        const PixelRect became = window->frame();
+        EXPECT_EQ((Point{static_cast<double>(became.x), static_cast<double>(became.y)}), point);
+    }
+    EXPECT_EQ(waits.roundTrips(), 0U);
+}
+
 INSTANTIATE_TEST_SUITE_P(Every, X11RoundTrips, testing::ValuesIn(WindowManager::kinds), nameOf);
 
 }  // namespace
