@@ -46,27 +46,34 @@ Rect inPlatformSpace(const Rect& rect, double primaryHeight) {
 
 }  // namespace
 
+struct X11ScreenList::StrutQuestion {
+    xcb_get_window_attributes_cookie_t attributes;
+    xcb_get_property_cookie_t partial;
+    xcb_get_property_cookie_t plain;
+};
+
 X11ScreenList::X11ScreenList(X11Connection& connection, X11Monitors& monitors)
     : connection_(connection), monitors_(monitors) {}
 
-std::vector<X11Strut> X11ScreenList::strutsOf(const std::vector<xcb_window_t>& windows) {
-    struct Question {
-        xcb_get_window_attributes_cookie_t attributes;
-        xcb_get_property_cookie_t partial;
-        xcb_get_property_cookie_t plain;
-    };
+std::vector<X11ScreenList::StrutQuestion> X11ScreenList::askStruts(
+    const std::vector<xcb_window_t>& windows) {
     xcb_connection_t* const server = connection_.get();
     const xcb_atom_t partialAtom = connection_.atoms()["_NET_WM_STRUT_PARTIAL"];
     const xcb_atom_t plainAtom = connection_.atoms()["_NET_WM_STRUT"];
-    std::vector<Question> questions;
+    std::vector<StrutQuestion> questions;
     questions.reserve(windows.size());
     for (const xcb_window_t window : windows) {
         questions.push_back({xcb_get_window_attributes(server, window),
                              ask(server, window, partialAtom, XCB_ATOM_CARDINAL, mostStrutNumbers),
                              ask(server, window, plainAtom, XCB_ATOM_CARDINAL, mostStrutNumbers)});
     }
+    return questions;
+}
+
+std::vector<X11Strut> X11ScreenList::takeStruts(const std::vector<StrutQuestion>& questions) {
+    xcb_connection_t* const server = connection_.get();
     std::vector<X11Strut> struts;
-    for (const Question& question : questions) {
+    for (const StrutQuestion& question : questions) {
         const X11Reply<xcb_get_window_attributes_reply_t> attributes(
             xcb_get_window_attributes_reply(server, question.attributes, nullptr));
         const PropertyReply partial = answer(server, question.partial);
@@ -98,18 +105,24 @@ std::vector<PlatformScreen> X11ScreenList::screens() {
         ask(server, root, atoms["_NET_WORKAREA"], XCB_ATOM_CARDINAL, mostWorkAreaNumbers);
     const auto desktopCookie =
         ask(server, root, atoms["_NET_CURRENT_DESKTOP"], XCB_ATOM_CARDINAL, 1);
+    const std::vector<StrutQuestion> strutQuestions = askStruts(lastWindows_);
     monitors_.invalidate();
     const std::vector<Rect> monitors = monitors_.rootRects();
     const PropertyReply clientsReply = answer(server, clientsCookie);
     const PropertyReply areasReply = answer(server, areasCookie);
     const PropertyReply desktopReply = answer(server, desktopCookie);
+    std::vector<X11Strut> struts = takeStruts(strutQuestions);
     if (connection_.isLost() || monitors.empty()) {
         return {};
     }
 
     std::vector<Rect> visible = monitors;
     if (const auto clients = numbersIn(clientsReply, XCB_ATOM_WINDOW)) {
-        const std::vector<X11Strut> struts = strutsOf({clients->begin(), clients->end()});
+        std::vector<xcb_window_t> windows(clients->begin(), clients->end());
+        if (windows != lastWindows_) {
+            lastWindows_ = std::move(windows);
+            struts = takeStruts(askStruts(lastWindows_));
+        }
         const Size rootSize = monitors_.rootSize();
         for (Rect& rect : visible) {
             rect = monitorLessStruts(rect, rootSize, struts);

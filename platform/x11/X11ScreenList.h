@@ -10,9 +10,9 @@
 
 namespace lumatile {
 
-/// The monitors less the panels that touch them. Nothing is kept between two requests: a monitor
-/// that is plugged in and a panel that moves count from the next request on. A request costs two
-/// round trips, however many windows there are.
+/// The monitors less the panels that touch them. Every request asks the server anew: a monitor that
+/// is plugged in and a panel that moves count from the next request on. A request costs one round
+/// trip, however many windows there are, and a second one when windows have come or gone.
 class X11ScreenList final : public ScreenList {
 public:
     /// Both outlive the list.
@@ -21,10 +21,14 @@ public:
     std::vector<PlatformScreen> screens() override;
 
 private:
-    std::vector<X11Strut> strutsOf(const std::vector<xcb_window_t>& windows);
+    struct StrutQuestion;
+
+    std::vector<StrutQuestion> askStruts(const std::vector<xcb_window_t>& windows);
+    std::vector<X11Strut> takeStruts(const std::vector<StrutQuestion>& questions);
 
     X11Connection& connection_;
     X11Monitors& monitors_;
+    std::vector<xcb_window_t> lastWindows_;  // Most likely the windows of the next request too.
 };
 
 }  // namespace lumatile
