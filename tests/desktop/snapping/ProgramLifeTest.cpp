@@ -48,6 +48,21 @@ TEST(ProgramLife, endsWithStatusOneAndOneLineWhereThereIsNoServer) {
     EXPECT_EQ(std::count(output.begin(), output.end(), '\n'), 1) << output;
 }
 
+TEST(ProgramLife, saysInOneLineThatAWaylandSessionIsReachedInPart) {
+    SnapDesktop::Setup setup;
+    setup.settings.environment = {{"XDG_SESSION_TYPE", "wayland"}};
+    SnapDesktop desktop(setup);
+    const auto window = desktop.desktop().openWindow({});
+    desktop.press("maximize");
+    EXPECT_TRUE(reaches(*window, {0, 0, 1920, 1080}));
+    const std::string output = desktop.program().output();
+    EXPECT_EQ(
+        output,
+        "Lumatile: this is a Wayland session: only the windows of X11 programs can be reached "
+        "so far\n");
+    EXPECT_EQ(LumatileProcess::isClean(desktop.program().stop()), true);
+}
+
 TEST(ProgramLife, runsWhereNoSettingsCanBeKept) {
     SnapDesktop::Setup setup;
     setup.settings.writableFolder = false;

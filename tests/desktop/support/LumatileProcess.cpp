@@ -99,6 +99,9 @@ LumatileProcess::LumatileProcess(DesktopSession& session, const std::filesystem:
     ChildProcess::Start start;
     start.command = {program.string()};
     start.environment = session.environment();
+    for (const auto& [name, value] : settings.environment) {
+        start.environment[name] = value;
+    }
     start.output = folder_.path() / "lumatile.log";
     // A fault that a sanitizer finds must not end like an ordinary run.
     // And a program that hangs should tell where.

@@ -6,6 +6,7 @@
 
 #include "tests/desktop/support/ChildProcess.h"
 #include "tests/desktop/support/DesktopSession.h"
+#include "tests/desktop/support/Environment.h"
 
 namespace lumatile::desktop {
 
@@ -20,7 +21,8 @@ public:
             R"({"orbitEnabled":false,"jitterEnabled":false,"idleDimEnabled":false})";
         /// JSON text under "commands"; absent: the built-in ones.
         std::optional<std::string> commands = std::nullopt;
-        bool writableFolder = true;  ///< False: there is no folder that settings could be put in.
+        Environment environment = {};  ///< Beside the session's.
+        bool writableFolder = true;    ///< False: there is no folder that settings could be put in.
     };
 
     /// Returns when its shortcuts are registered.
