@@ -38,8 +38,12 @@ struct X11Window {
     X11PixelRect client;                      ///< In root coordinates.
     xcb_window_t topLevel = XCB_WINDOW_NONE;  ///< The root's child that holds it; perhaps itself.
 
-    /// Where the server said last that the top level is, in root coordinates.
+    bool isChildOfTopLevel = false;  ///< With no window between the two.
+
+    /// What the server's events said last: where the top level is, in root coordinates, and where
+    /// the window is in its parent. Origins inside the border.
     std::optional<X11PixelRect> topLevelRect;
+    std::optional<X11PixelRect> rectInParent;
 
     /// The request that `client` was read with last, by its number.
     std::uint32_t placeReadAt = 0;

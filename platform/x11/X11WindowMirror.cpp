@@ -30,6 +30,13 @@ std::vector<xcb_window_t> childrenOf(const xcb_query_tree_reply_t& tree) {
     return {first, first + xcb_query_tree_children_length(&tree)};
 }
 
+/// The rectangle of a window without its border, relative to its parent.
+X11PixelRect insideOf(const xcb_generic_event_t& event) {
+    const auto& configured = X11Event::as<xcb_configure_notify_event_t>(event);
+    return {configured.x + configured.border_width, configured.y + configured.border_width,
+            configured.width, configured.height};
+}
+
 void selectEvents(xcb_connection_t* connection, xcb_window_t window, std::uint32_t mask) {
     xcb_change_window_attributes(connection, window, XCB_CW_EVENT_MASK, &mask);
 }
@@ -181,10 +188,7 @@ void X11WindowMirror::noteConfigured(const xcb_generic_event_t& event) {
         return;
     }
     if (client != nullptr && client->topLevel != client->id) {
-        noteChange(*client);
-        if (!X11Event::isBefore(event, client->placeReadAt)) {
-            markStale(*client).isPlaceStale = true;
-        }
+        noteInParent(*client, event);
     }
     const auto [first, last] = framed_.equal_range(configured.window);
     for (auto entry = first; entry != last; ++entry) {
@@ -205,22 +209,49 @@ void X11WindowMirror::noteToldPlace(X11Window& client, const xcb_configure_notif
 
 void X11WindowMirror::noteTopLevel(X11Window& client, const xcb_generic_event_t& event) {
     noteChange(client);
-    const auto& configured = X11Event::as<xcb_configure_notify_event_t>(event);
-    const int borders = 2 * configured.border_width;
-    const X11PixelRect rect{configured.x, configured.y, configured.width + borders,
-                            configured.height + borders};
+    const X11PixelRect rect = insideOf(event);
     const auto before = std::exchange(client.topLevelRect, rect);
     if (X11Event::isBefore(event, client.placeReadAt)) {
         return;
     }
-    // The place is read with two requests; what happened between them is in the second one only.
-    const bool isSinceReading = !X11Event::isBefore(event, client.placeReadAt + 1);
-    if (isSinceReading && before && before->hasSizeOf(rect) && !client.isPlaceStale) {
-        client.client.x += rect.x - before->x;
-        client.client.y += rect.y - before->y;
-    } else {
+    // A window that is moved takes what is in it along; what else is resized with it says so
+    // itself, unless it is a window between the two, of which nothing is heard.
+    const bool isItself = client.id == client.topLevel;
+    const bool tellsAll =
+        before && (before->hasSizeOf(rect) || isItself || client.isChildOfTopLevel);
+    if (!tellsAll || !isSinceReading(client, event)) {
         markStale(client).isPlaceStale = true;
+        return;
     }
+    client.client.x += rect.x - before->x;
+    client.client.y += rect.y - before->y;
+    if (isItself) {
+        client.client.width = rect.width;
+        client.client.height = rect.height;
+    }
+}
+
+void X11WindowMirror::noteInParent(X11Window& client, const xcb_generic_event_t& event) {
+    noteChange(client);
+    const X11PixelRect rect = insideOf(event);
+    const auto before = std::exchange(client.rectInParent, rect);
+    if (X11Event::isBefore(event, client.placeReadAt)) {
+        return;
+    }
+    if (!before || !client.isChildOfTopLevel || !isSinceReading(client, event)) {
+        markStale(client).isPlaceStale = true;
+        return;
+    }
+    client.client.x += rect.x - before->x;
+    client.client.y += rect.y - before->y;
+    client.client.width = rect.width;
+    client.client.height = rect.height;
+}
+
+/// Whether what is known of the window's place is from before the event, whole: the place is read
+/// with two requests, and what happened between them is in the second one only.
+bool X11WindowMirror::isSinceReading(const X11Window& client, const xcb_generic_event_t& event) {
+    return !client.isPlaceStale && !X11Event::isBefore(event, client.placeReadAt + 1);
 }
 
 void X11WindowMirror::noteChange(X11Window& client) {
@@ -231,6 +262,7 @@ void X11WindowMirror::noteChange(X11Window& client) {
 void X11WindowMirror::noteMoved(xcb_window_t window) {
     const auto moved = [this](X11Window* client) {
         if (client != nullptr) {
+            client->rectInParent.reset();
             markStale(*client).isPlaceStale = true;
             noteChange(*client);
         }
@@ -248,6 +280,7 @@ void X11WindowMirror::noteReparented(xcb_window_t window) {
     if (X11Window* client = find(window)) {
         markStale(*client).isTopLevelStale = true;
         client->isPlaceStale = true;
+        client->rectInParent.reset();
         noteChange(*client);
     }
 }
@@ -495,6 +528,9 @@ void X11WindowMirror::takeTopLevels(Batch& batch) {
             continue;
         }
         const xcb_window_t parent = clients[index]->parent;
+        if (X11Window* client = find(id)) {
+            client->isChildOfTopLevel = batch.topLevels.contains(parent);
+        }
         const auto grandparent = batch.parents.find(parent);
         if (parent == clients[index]->root) {
             settleTopLevel(id, id);

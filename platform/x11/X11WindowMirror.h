@@ -18,7 +18,7 @@ namespace lumatile {
 /// The managed windows of the server with everything that is asked about them, kept fresh by
 /// events: what an event says has changed is read again by the next `refresh`, for all windows
 /// together. Three round trips at most fetch any number of new windows, one what has changed on
-/// known ones, and none is needed when nothing has, nor when a window has only been moved.
+/// known ones, and none is needed when nothing has, nor as a rule when a window has been placed.
 class X11WindowMirror {
 public:
     /// @param connection outlives the mirror
@@ -68,6 +68,8 @@ private:
     void noteConfigured(const xcb_generic_event_t& event);
     void noteToldPlace(X11Window& client, const xcb_configure_notify_event_t& told);
     void noteTopLevel(X11Window& client, const xcb_generic_event_t& event);
+    void noteInParent(X11Window& client, const xcb_generic_event_t& event);
+    static bool isSinceReading(const X11Window& client, const xcb_generic_event_t& event);
     void noteChange(X11Window& client);
     void noteMoved(xcb_window_t window);
     void noteReparented(xcb_window_t window);
