@@ -2,7 +2,6 @@
 
 #include "Lumatile/Preferences.h"
 #include "displays/NSScreenProvider.h"
-#include "displays/ScreenLookup.h"
 #include "oled_protection/OLEDSettingsCodec.h"
 
 namespace lumatile {
@@ -23,7 +22,8 @@ ApplicationConductor::ApplicationConductor(Platform platform)
     : platform_(platform),
       store_(CommandStore::fromStored(platform.preferences.bytes(CommandStore::preferenceKey))),
       oledSettings_(storedOLEDSettings(platform.preferences)),
-      snapExecution_({platform, store_, blacklist_, jitter_, orbit_,
+      protection_(platform, blacklist_),
+      snapExecution_({platform, store_, blacklist_, protection_.jitter(), protection_.orbit(),
                       [this]() -> const DisplayService& { return displays(); }}),
       hotkeys_(platform.hotKeys) {
     applyOLEDSettings();
@@ -38,12 +38,13 @@ void ApplicationConductor::startFeatures() {
     featuresRunning_ = true;
     applyOLEDSettings();
     registerHotkeys();
+    protection_.start();
 }
 
 void ApplicationConductor::stopFeatures() {
     featuresRunning_ = false;
     hotkeys_.unregisterAll();
-    orbit_.stop();
+    protection_.stop();
 }
 
 void ApplicationConductor::shutdown() { stopFeatures(); }
@@ -52,14 +53,16 @@ void ApplicationConductor::performCommand(const SnapCommand& command) {
     snapExecution_.performCommand(command);
 }
 
-void ApplicationConductor::applyOLEDSettings() {
-    const JitterPolicy policy = oledSettings_.jitterPolicy(exaggerated_);
-    orbit_.setConfig(oledSettings_.orbitConfig(exaggerated_));
-    jitter_ = policy;
-    orbit_.setJitter(oledSettings_.jitterEnabled ? std::optional(policy) : std::nullopt);
-    orbit_.setBounds([&screenList = platform_.screenList](const Rect& frame) {
-        return visibleFrameOfScreenContaining(screenList, frame.center());
-    });
+void ApplicationConductor::applyOLEDSettings() { protection_.apply(oledSettings_, exaggerated_); }
+
+void ApplicationConductor::changeOLEDSettings(const OLEDSettings& settings) {
+    if (settings == oledSettings_) {
+        return;
+    }
+    oledSettings_ = settings;
+    platform_.preferences.setBytes(OLEDSettings::preferenceKey,
+                                   OLEDSettingsCodec::encode(settings));
+    applyOLEDSettings();
 }
 
 void ApplicationConductor::registerHotkeys() {
@@ -75,8 +78,10 @@ void ApplicationConductor::registerHotkeys() {
 }
 
 void ApplicationConductor::setExaggerated(bool exaggerated) {
-    exaggerated_ = exaggerated;
-    applyOLEDSettings();
+    if (exaggerated != exaggerated_) {
+        exaggerated_ = exaggerated;
+        applyOLEDSettings();
+    }
 }
 
 const DisplayService& ApplicationConductor::displays() {

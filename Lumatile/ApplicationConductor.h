@@ -1,17 +1,18 @@
 #pragma once
 
+#include <array>
 #include <memory>
 #include <optional>
+#include <string>
 
+#include "Lumatile/PanelProtection.h"
 #include "Lumatile/Platform.h"
 #include "Lumatile/SnapExecution.h"
 #include "blacklist/Blacklist.h"
 #include "commands/CommandStore.h"
 #include "displays/DisplayService.h"
 #include "hotkeys/HotkeyService.h"
-#include "oled_protection/JitterPolicy.h"
 #include "oled_protection/OLEDSettings.h"
-#include "oled_protection/OrbitScheduler.h"
 
 namespace lumatile {
 
@@ -33,7 +34,8 @@ public:
     /// Starts what is allowed. Does nothing while running already.
     void startFeatures();
 
-    /// Stops everything that `startFeatures` started; windows go back to their homes.
+    /// Stops everything that `startFeatures` started; windows go back to their homes, the screens
+    /// clear.
     void stopFeatures();
 
     /// For the end of the process.
@@ -45,10 +47,21 @@ public:
     /// Hands the present settings to the services that run by them.
     void applyOLEDSettings();
 
+    /// Takes over settings that the user has changed: stores and applies them. Nothing happens when
+    /// they are the present ones.
+    void changeOLEDSettings(const OLEDSettings& settings);
+
+    /// Whether windows are being moved; what the status icon shows.
+    bool isProtectionActive() const { return featuresRunning_ && protection_.movesWindows(); }
+
+    /// The lines on top of the status menu.
+    std::array<std::string, 3> oledStatusLines() const { return protection_.statusLines(); }
+
     /// Registers the shortcuts of the present commands in place of those registered before.
     void registerHotkeys();
 
-    /// The demonstration mode, which makes every effect large and quick. Never stored.
+    /// The demonstration mode, which makes every effect large and quick. Never stored. Nothing
+    /// happens when it is so already.
     void setExaggerated(bool exaggerated);
     bool isExaggerated() const { return exaggerated_; }
 
@@ -56,8 +69,9 @@ public:
     const CommandStore& store() const { return store_; }
     Blacklist& blacklist() { return blacklist_; }
     const OLEDSettings& oledSettings() const { return oledSettings_; }
-    const JitterPolicy& jitter() const { return jitter_; }
-    const OrbitScheduler& orbit() const { return orbit_; }
+    const PanelProtection& protection() const { return protection_; }
+    const JitterPolicy& jitter() const { return protection_.jitter(); }
+    const OrbitScheduler& orbit() const { return protection_.orbit(); }
     const SnapExecution& snapExecution() const { return snapExecution_; }
 
 private:
@@ -69,8 +83,7 @@ private:
     std::optional<DisplayService> displays_;
     OLEDSettings oledSettings_;
     bool exaggerated_ = false;
-    OrbitScheduler orbit_;
-    JitterPolicy jitter_;
+    PanelProtection protection_;
     SnapExecution snapExecution_;
     HotkeyService hotkeys_;
     bool accessibilityGranted_ = false;

@@ -3,7 +3,9 @@
 namespace lumatile {
 
 class AccessibilityPlatform;
+class DimOverlays;
 class HotKeyPlatform;
+class InputState;
 class Preferences;
 class RunLoop;
 class ScreenList;
@@ -19,6 +21,8 @@ struct Platform {
     RunLoop& runLoop;
     Preferences& preferences;
     SystemLog& log;
+    InputState& inputState;
+    DimOverlays& dimOverlays;
 };
 
 }  // namespace lumatile

@@ -27,6 +27,9 @@ public:
 
     /// All applications whose process is known, each once.
     virtual std::vector<RunningApplication> runningApplications() = 0;
+
+    /// The process id of this program itself.
+    virtual Pid ownPid() = 0;
 };
 
 }  // namespace lumatile

@@ -1,13 +1,11 @@
 #include "displays/ScreenLookup.h"
 
-#include <vector>
-
 #include "displays/PlatformSpace.h"
 
 namespace lumatile {
 
-std::optional<Rect> visibleFrameOfScreenContaining(ScreenList& list, const Point& point) {
-    const std::vector<PlatformScreen> screens = list.screens();
+std::optional<Rect> visibleFrameOfScreenContaining(std::span<const PlatformScreen> screens,
+                                                   const Point& point) {
     for (const PlatformScreen& screen : screens) {
         const double primaryHeight = screens.front().frame.height;
         if (flippedFromPlatformSpace(screen.frame, primaryHeight).contains(point)) {
@@ -15,6 +13,10 @@ std::optional<Rect> visibleFrameOfScreenContaining(ScreenList& list, const Point
         }
     }
     return std::nullopt;
+}
+
+std::optional<Rect> visibleFrameOfScreenContaining(ScreenList& list, const Point& point) {
+    return visibleFrameOfScreenContaining(list.screens(), point);
 }
 
 }  // namespace lumatile

@@ -25,9 +25,9 @@ struct OrbitPacer {
     /// @param idleSeconds since the last input of any kind
     bool shouldStep(double now, bool buttonDown, double idleSeconds);
 
-    /// Whether the clock has been set back since `nextDue` was set: the step would come later than
-    /// one interval from now.
-    bool isAheadOfClock(double now) const { return nextDue - now > interval; }
+    /// Whether the clock has been set back since the last answer, so that the next step would come
+    /// later than an interval from now. A second's difference is none: clocks are trimmed.
+    bool isAheadOfClock(double now) const { return nextDue - now > interval + 1; }
 
     bool operator==(const OrbitPacer&) const = default;
 };

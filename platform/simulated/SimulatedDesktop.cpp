@@ -6,14 +6,17 @@ namespace lumatile {
 
 SimulatedDesktop::SimulatedDesktop()
     : runLoop(clock),
+      input(clock),
       preferences(log),
       hotKeys(runLoop),
+      dimOverlays(screens),
       windowManager(clock, screens, programs),
       accessibility(clock, screens, programs, windowManager, traffic),
       workspace(programs) {}
 
 Platform SimulatedDesktop::platform() {
-    return {accessibility, screens, hotKeys, workspace, runLoop, preferences, log};
+    return {accessibility, screens, hotKeys, workspace,  runLoop,
+            preferences,   log,     input,   dimOverlays};
 }
 
 WindowID SimulatedDesktop::open(ApplicationID application, SimulatedWindowTraits traits) {
@@ -28,10 +31,12 @@ WindowID SimulatedDesktop::open(ApplicationID application, const Rect& frame) {
 }
 
 void SimulatedDesktop::dragTo(WindowID id, const Rect& frame) {
+    input.touch();
     windowManager.moveByHand(id, screens.toArrangement(frame));
 }
 
 void SimulatedDesktop::click(const Point& point) {
+    input.touch();
     const Rect spot = screens.toArrangement({point.x, point.y, 0, 0});
     if (const std::optional<WindowID> id = programs.topmostAt(spot.origin())) {
         programs.focus(*id);

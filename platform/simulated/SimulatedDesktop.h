@@ -7,7 +7,9 @@
 #include "Lumatile/Platform.h"
 #include "platform/simulated/SimulatedAccessibility.h"
 #include "platform/simulated/SimulatedClock.h"
+#include "platform/simulated/SimulatedDimOverlays.h"
 #include "platform/simulated/SimulatedHotKeys.h"
+#include "platform/simulated/SimulatedInput.h"
 #include "platform/simulated/SimulatedLog.h"
 #include "platform/simulated/SimulatedPreferences.h"
 #include "platform/simulated/SimulatedPrograms.h"
@@ -52,7 +54,10 @@ public:
     /// Raises and focuses the window under the pointer; on the empty desktop nothing has the focus.
     void click(const Point& point);
 
-    KeyReceiver press(const KeyCombination& combination) { return hotKeys.press(combination); }
+    KeyReceiver press(const KeyCombination& combination) {
+        input.touch();
+        return hotKeys.press(combination);
+    }
 
     /// Plugs a screen in or gives it another frame, in the arrangement's space. What comes to lie
     /// on no screen is the window manager's business.
@@ -73,10 +78,12 @@ public:
 
     SimulatedClock clock;
     SimulatedRunLoop runLoop;
+    SimulatedInput input;
     SimulatedLog log;
     SimulatedPreferences preferences;
     SimulatedHotKeys hotKeys;
     SimulatedScreens screens;
+    SimulatedDimOverlays dimOverlays;
     SimulatedPrograms programs;
     SimulatedWindowManager windowManager;
     SimulatedTraffic traffic;

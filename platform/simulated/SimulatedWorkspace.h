@@ -16,6 +16,10 @@ public:
 
     std::optional<RunningApplication> frontmostApplication() override;
     std::vector<RunningApplication> runningApplications() override;
+    Pid ownPid() override { return ownPid_; }
+
+    /// The process id that this program has from now on.
+    void setOwnPid(Pid pid) { ownPid_ = pid; }
 
     /// The desktop goes on naming this application as the frontmost one, whichever has the focus.
     void stickTo(ApplicationID id) { stuck_ = id; }
@@ -26,6 +30,7 @@ private:
 
     const SimulatedPrograms& programs_;
     std::optional<ApplicationID> stuck_;
+    Pid ownPid_ = 1;
 };
 
 }  // namespace lumatile

@@ -1,5 +1,7 @@
 #include "platform/x11/X11Workspace.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <unordered_map>
@@ -39,5 +41,7 @@ std::vector<RunningApplication> X11Workspace::runningApplications() {
     }
     return applications;
 }
+
+Pid X11Workspace::ownPid() { return getpid(); }
 
 }  // namespace lumatile

@@ -19,6 +19,8 @@ public:
     /// In the order of their topmost windows.
     std::vector<RunningApplication> runningApplications() override;
 
+    Pid ownPid() override;
+
 private:
     X11WindowMirror& mirror_;
 };

@@ -26,6 +26,8 @@ struct Believed {
 class Day {
 public:
     explicit Day(std::uint32_t seed) : random_(seed), desk_("{}") {
+        // Under a held button the orbit waits, all day: what moves is moved by snapping alone.
+        desk_.input.pressButton();
         applications_ = {desk_.editor, desk_.launch({.pid = 101, .bundleIdentifier = "browser"}),
                          desk_.launch({.pid = 102}), desk_.launch({.bundleIdentifier = "stranger"}),
                          desk_.launch({.pid = 103, .bundleIdentifier = "com.apple.loginwindow"})};
