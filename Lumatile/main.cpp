@@ -18,7 +18,9 @@
 #include "platform/qt/QtRunLoop.h"
 #include "platform/x11/X11AccessibilityPlatform.h"
 #include "platform/x11/X11Connection.h"
+#include "platform/x11/X11DimOverlays.h"
 #include "platform/x11/X11HotKeyPlatform.h"
+#include "platform/x11/X11InputState.h"
 #include "platform/x11/X11Monitors.h"
 #include "platform/x11/X11ScreenList.h"
 #include "platform/x11/X11ShortcutText.h"
@@ -62,8 +64,10 @@ int main(int argc, char** argv) {
     X11Workspace workspace(mirror);
     X11HotKeyPlatform hotKeys(*connection);
     QSettingsPreferences preferences(log);
-    AppDelegate delegate(
-        {accessibility, screenList, hotKeys, workspace, runLoop, preferences, log});
+    X11InputState inputState(*connection, log);
+    X11DimOverlays dimOverlays(*connection, monitors, log);
+    AppDelegate delegate({accessibility, screenList, hotKeys, workspace, runLoop, preferences, log,
+                          inputState, dimOverlays});
 
     bool serverLost = false;
     const std::function<void()> dispatch = [&] {
