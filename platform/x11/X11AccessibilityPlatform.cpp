@@ -227,8 +227,12 @@ std::optional<bool> X11AccessibilityPlatform::isSettable(const AXElement& elemen
     }
     const X11WindowFacts& facts = window->facts;
     const bool isFree = !facts.isMaximized() && !facts.isShaded && !facts.isFullScreen;
-    return (attribute == AXAttribute::position && facts.allowsMove && isFree) ||
-           (attribute == AXAttribute::size && facts.allowsResize && isFree);
+    // xfwm4 withdraws both from what is on a desktop that it does not show, and carries them out
+    // all the same.
+    const bool isWithdrawn =
+        !facts.allowsMove && !facts.allowsResize && mirror_.isElsewhere(*window);
+    return (attribute == AXAttribute::position && (facts.allowsMove || isWithdrawn) && isFree) ||
+           (attribute == AXAttribute::size && (facts.allowsResize || isWithdrawn) && isFree);
 }
 
 std::optional<Pid> X11AccessibilityPlatform::pid(const AXElement& element) {

@@ -125,10 +125,13 @@ bool X11WindowMirror::isMinimized(const X11Window& window) const {
         return true;
     }
     // Some window managers call everything iconic that they have not mapped.
-    const bool isElsewhere = facts.desktop && currentDesktop_ &&
-                             facts.desktop != X11WindowFacts::everyDesktop &&
-                             facts.desktop != currentDesktop_;
-    return facts.isIconic && !facts.isShaded && !isShowingDesktop_ && !isElsewhere;
+    return facts.isIconic && !facts.isShaded && !isShowingDesktop_ && !isElsewhere(window);
+}
+
+bool X11WindowMirror::isElsewhere(const X11Window& window) const {
+    const std::optional<std::uint32_t>& desktop = window.facts.desktop;
+    return desktop && currentDesktop_ && desktop != X11WindowFacts::everyDesktop &&
+           desktop != currentDesktop_;
 }
 
 void X11WindowMirror::note(const xcb_generic_event_t& event) {

@@ -46,6 +46,9 @@ public:
     /// Whether `window` is minimized: hidden, or not mapped for no other known reason.
     bool isMinimized(const X11Window& window) const;
 
+    /// Whether `window` is on a virtual desktop that is not shown.
+    bool isElsewhere(const X11Window& window) const;
+
     bool isShowingDesktop() const { return isShowingDesktop_; }
 
     /// Whether a window manager lives. What a dead one left on the root is still there.

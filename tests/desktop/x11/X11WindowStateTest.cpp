@@ -211,8 +211,12 @@ TEST_P(X11WindowState, windowOnAnotherDesktopIsNotMinimized) {
     }));
     adapter().connection->synchronize();
     EXPECT_EQ(AXRead::boolean(adapter().platform, target.element(), AXAttribute::minimized), false);
+    // xfwm4 says no more that the window may be moved, and moves it.
+    EXPECT_TRUE(adapter().bridge.isSnappable(target.element()));
+    EXPECT_EQ(adapter().platform.isSettable(target.element(), AXAttribute::size), true);
     target.setFrame({100, 120, 640, 480});
     EXPECT_EQ(target.frame(), (Rect{100, 120, 640, 480}));
+    EXPECT_EQ(window->frame(), (PixelRect{100, 120, 640, 480}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Every, X11WindowState, testing::ValuesIn(WindowManager::kinds), nameOf);
