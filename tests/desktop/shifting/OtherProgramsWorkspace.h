@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Lumatile/Workspace.h"
+
+namespace lumatile::desktop {
+
+/// The applications of the desktop as a program sees them that runs in another process than this
+/// one, so that windows which a test opens itself are some other program's.
+class OtherProgramsWorkspace final : public Workspace {
+public:
+    /// @param workspace outlives this
+    explicit OtherProgramsWorkspace(Workspace& workspace) : workspace_(workspace) {}
+
+    std::optional<RunningApplication> frontmostApplication() override {
+        return workspace_.frontmostApplication();
+    }
+
+    std::vector<RunningApplication> runningApplications() override {
+        return workspace_.runningApplications();
+    }
+
+    /// No process has it.
+    Pid ownPid() override { return 0; }
+
+private:
+    Workspace& workspace_;
+};
+
+}  // namespace lumatile::desktop
