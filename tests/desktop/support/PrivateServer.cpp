@@ -78,7 +78,8 @@ std::string readLine(int descriptor, ChildProcess& process, Deadline deadline) {
 
 }  // namespace
 
-PrivateServer::PrivateServer(const MonitorLayout& layout, Kind kind)
+PrivateServer::PrivateServer(const MonitorLayout& layout, Kind kind,
+                             const std::vector<std::string>& withoutExtensions)
     : layout_(layout), kind_(kind) {
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) {
@@ -120,6 +121,9 @@ PrivateServer::PrivateServer(const MonitorLayout& layout, Kind kind)
             "0",         std::to_string(root.width) + "x" + std::to_string(root.height) + "x24",
             "-noreset",  "-ac",
             "-nolisten", "tcp"};
+    }
+    for (const std::string& extension : withoutExtensions) {
+        start.command.insert(start.command.end(), {"-extension", extension});
     }
     process_ = ChildProcess(start);
     close(writeEnd);

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "tests/desktop/support/ChildProcess.h"
 #include "tests/desktop/support/MonitorLayout.h"
@@ -20,8 +21,10 @@ public:
     };
 
     /// Ready for clients, with the monitors of `layout`.
+    /// @param withoutExtensions names of extensions that the server shall not have
     /// @throws DesktopError when the server does not start
-    explicit PrivateServer(const MonitorLayout& layout, Kind kind = Kind::dummyDriver);
+    explicit PrivateServer(const MonitorLayout& layout, Kind kind = Kind::dummyDriver,
+                           const std::vector<std::string>& withoutExtensions = {});
 
     /// As in $DISPLAY.
     const std::string& display() const { return display_; }
