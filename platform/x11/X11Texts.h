@@ -9,4 +9,11 @@ inline constexpr std::string_view inputState = "X11InputState";
 inline constexpr std::string_view noIdleTime =
     "this X server does not tell when there was input last, so idle screens stay as they are";
 
+inline constexpr std::string_view dimOverlays = "X11DimOverlays";
+inline constexpr std::string_view noDimming =
+    "the screens cannot be dimmed: there is no compositor, and none of them has a gamma ramp";
+
+/// For lists of all windows, as developers' tools show them.
+inline constexpr std::string_view overlayTitle = "Lumatile dimming";
+
 }  // namespace lumatile::X11Texts

@@ -1,40 +1,20 @@
 #include "platform/x11/X11WindowManagerProbe.h"
 
 #include <algorithm>
-#include <string>
 
 #include "platform/x11/X11Event.h"
+#include "platform/x11/X11ManagerSelection.h"
 #include "platform/x11/X11Property.h"
-#include "platform/x11/X11Reply.h"
 #include "platform/x11/X11RootMessage.h"
 
 namespace lumatile {
-
-namespace {
-
-/// The selection that is owned by the window manager of the connection's screen.
-xcb_atom_t managerSelection(const X11Connection& connection) {
-    int number = 0;
-    for (auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection.get()));
-         screens.rem > 1 && screens.data->root != connection.root(); xcb_screen_next(&screens)) {
-        ++number;
-    }
-    const std::string name = "WM_S" + std::to_string(number);
-    const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
-        connection.get(),
-        xcb_intern_atom(connection.get(), 0, static_cast<std::uint16_t>(name.size()), name.data()),
-        nullptr));
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
-
-}  // namespace
 
 X11WindowManagerProbe::X11WindowManagerProbe(X11Connection& connection, X11WindowMirror& mirror)
     : connection_(connection),
       mirror_(mirror),
       request_(connection.atoms()["_NET_REQUEST_FRAME_EXTENTS"]),
       answer_(connection.atoms()["_NET_FRAME_EXTENTS"]),
-      selection_(managerSelection(connection)),
+      selection_(managerSelection(connection, "WM_S")),
       version_(connection.atoms()["VERSION"]),
       subscription_(connection.observe([this](const xcb_generic_event_t& event) { note(event); })) {
 }
