@@ -104,8 +104,8 @@ void X11DimOverlays::describe(xcb_window_t window) {
     using namespace std::string_view_literals;
     setText(connection_, window, XCB_ATOM_WM_NAME, X11Texts::overlayTitle);
     setText(connection_, window, XCB_ATOM_WM_CLASS, "lumatile\0Lumatile\0"sv);
-    // What is dragged along with the pointer: like this, it lies in front of everything, is nobody's
-    // window, and is a kind that settings of compositors usually except from shadows.
+    // What is dragged along with the pointer: like this, it lies in front of everything, is
+    // nobody's window, and is a kind that settings of compositors usually except from shadows.
     setItem(connection_, window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM,
             connection_.atoms()["_NET_WM_WINDOW_TYPE_DND"]);
     // A shadow would fall on the neighbouring monitor. picom is asked by its older name; the

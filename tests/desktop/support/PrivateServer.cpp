@@ -4,6 +4,7 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <filesystem>
@@ -135,8 +136,11 @@ PrivateServer::PrivateServer(const MonitorLayout& layout, Kind kind,
     }
     display_ = ":" + answer;
     layKeyboard();
-    arranger_ = std::make_unique<ScreenArranger>(display_);
-    arrange(layout);
+    if (std::find(withoutExtensions.begin(), withoutExtensions.end(), "RANDR") ==
+        withoutExtensions.end()) {
+        arranger_ = std::make_unique<ScreenArranger>(display_);
+        arrange(layout);
+    }
 }
 
 void PrivateServer::layKeyboard() {
@@ -153,6 +157,9 @@ void PrivateServer::layKeyboard() {
 }
 
 void PrivateServer::arrange(const MonitorLayout& layout) {
+    if (!arranger_) {
+        throw DesktopError("a server without RandR has the monitors that it has");
+    }
     if (kind_ == Kind::dummyDriver) {
         arranger_->arrange(layout);
     } else {

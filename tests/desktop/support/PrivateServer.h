@@ -21,7 +21,8 @@ public:
     };
 
     /// Ready for clients, with the monitors of `layout`.
-    /// @param withoutExtensions names of extensions that the server shall not have
+    /// @param withoutExtensions names of extensions that the server shall not have; without "RANDR"
+    ///        its monitors are whatever it starts with
     /// @throws DesktopError when the server does not start
     explicit PrivateServer(const MonitorLayout& layout, Kind kind = Kind::dummyDriver,
                            const std::vector<std::string>& withoutExtensions = {});
@@ -47,7 +48,7 @@ private:
     std::string display_;
     MonitorLayout layout_;
     Kind kind_;
-    std::unique_ptr<ScreenArranger> arranger_;
+    std::unique_ptr<ScreenArranger> arranger_;  // Empty without RandR.
 };
 
 }  // namespace lumatile::desktop
