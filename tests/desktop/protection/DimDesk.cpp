@@ -1,5 +1,6 @@
 #include "tests/desktop/protection/DimDesk.h"
 
+#include <gtest/gtest.h>
 #include <sys/socket.h>
 
 #include <algorithm>
@@ -127,6 +128,12 @@ ScreenColor DimDesk::shownAt(int x, int y, const ScreenColor& expected) {
         return shown.isNear(expected, tolerance);
     });
     return shown;
+}
+
+void DimDesk::expectShown(int x, int y, const ScreenColor& expected) {
+    const ScreenColor shown = shownAt(x, y, expected);
+    EXPECT_TRUE(shown.isNear(expected, tolerance))
+        << shown << " instead of " << expected << " at " << x << ", " << y;
 }
 
 Backdrop::Backdrop(const std::string& display, std::uint32_t color, const PixelRect& area)

@@ -63,6 +63,9 @@ public:
     /// @return what it shows then, or at the deadline
     ScreenColor shownAt(int x, int y, const ScreenColor& expected);
 
+    /// Waits until it does, and makes the test fail when it does not.
+    void expectShown(int x, int y, const ScreenColor& expected);
+
     /// Compositors scale opacity and colour to 8 bits each; two steps of rounding.
     static constexpr int tolerance = 2;
 
@@ -78,6 +81,8 @@ private:
 class Backdrop : public XClient {
 public:
     Backdrop(const std::string& display, std::uint32_t color, const PixelRect& area);
+    Backdrop(const Backdrop&) = delete;
+    Backdrop& operator=(const Backdrop&) = delete;
     ~Backdrop() override;
 
     xcb_window_t id() const { return window_; }

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <memory>
@@ -21,7 +22,6 @@ namespace lumatile::desktop {
 namespace {
 
 using testing::ElementsAre;
-using testing::Field;
 using testing::IsEmpty;
 using testing::SizeIs;
 using testing::UnorderedElementsAreArray;
@@ -42,10 +42,7 @@ protected:
     }
 
     void expectShown(int x, int y, double opacity) {
-        const ScreenColor expected = ScreenColor::of(color).behindBlack(opacity);
-        const ScreenColor shown = desk_->shownAt(x, y, expected);
-        EXPECT_TRUE(shown.isNear(expected, DimDesk::tolerance))
-            << shown << " instead of " << expected << " at " << x << ", " << y;
+        desk_->expectShown(x, y, ScreenColor::of(color).behindBlack(opacity));
     }
 
     std::vector<PixelRect> areas() {

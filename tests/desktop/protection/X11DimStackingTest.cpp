@@ -76,10 +76,7 @@ protected:
     }
 
     void expectShown(int x, int y, std::uint32_t of, double opacity) {
-        const ScreenColor expected = ScreenColor::of(of).behindBlack(opacity);
-        const ScreenColor shown = desk_->shownAt(x, y, expected);
-        EXPECT_TRUE(shown.isNear(expected, DimDesk::tolerance))
-            << shown << " instead of " << expected << " at " << x << ", " << y;
+        desk_->expectShown(x, y, ScreenColor::of(of).behindBlack(opacity));
     }
 
     xcb_window_t focus() {

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <memory>
@@ -16,7 +17,6 @@
 namespace lumatile::desktop {
 namespace {
 
-using testing::Each;
 using testing::ElementsAre;
 using testing::Field;
 using testing::IsEmpty;
@@ -143,10 +143,8 @@ TEST_F(GammaDimmingTest, aCompositorThatComesTakesTheLevelOver) {
     const Compositor compositor(session_);
     EXPECT_TRUE(desk_->runUntil([&] { return ramps() == originals_ && areMapped(true); }));
     const ScreenColor expected = plain().behindBlack(0.3);
-    EXPECT_PRED3([](auto a, auto b, int t) { return a.isNear(b, t); },
-                 desk_->shownAt(100, 100, expected), expected, DimDesk::tolerance);
-    EXPECT_PRED3([](auto a, auto b, int t) { return a.isNear(b, t); },
-                 desk_->shownAt(2900, 1900, expected), expected, DimDesk::tolerance);
+    desk_->expectShown(100, 100, expected);
+    desk_->expectShown(2900, 1900, expected);
     EXPECT_THAT(gamma_.cardinals(gamma_.root(), "_LUMATILE_GAMMA_RAMPS"), IsEmpty());
     desk_->overlays().setOpacity(0);
     EXPECT_EQ(desk_->shownAt(100, 100, plain()), plain());
@@ -160,8 +158,7 @@ TEST_F(GammaDimmingTest, theRampsTakeOverWhenTheCompositorGoes) {
         desk_->overlays().rebuild();
         desk_->overlays().setOpacity(0.3);
         const ScreenColor expected = plain().behindBlack(0.3);
-        EXPECT_PRED3([](auto a, auto b, int t) { return a.isNear(b, t); },
-                     desk_->shownAt(100, 100, expected), expected, DimDesk::tolerance);
+        desk_->expectShown(100, 100, expected);
         EXPECT_EQ(ramps(), originals_);
         if (crash) {
             compositor.crash();
@@ -195,8 +192,7 @@ TEST_F(GammaDimmingTest, clearOverlaysDoNotTurnBlackWhenTheCompositorGoes) {
     desk_->overlays().rebuild();
     desk_->overlays().setOpacity(0.3);
     const ScreenColor expected = plain().behindBlack(0.3);
-    EXPECT_PRED3([](auto a, auto b, int t) { return a.isNear(b, t); },
-                 desk_->shownAt(100, 100, expected), expected, DimDesk::tolerance);
+    desk_->expectShown(100, 100, expected);
     desk_->overlays().setOpacity(0);
     EXPECT_EQ(desk_->shownAt(100, 100, plain()), plain());
     EXPECT_TRUE(areMapped(true));
