@@ -165,7 +165,7 @@ TEST_P(DimStackingTest, clicksWheelAndKeysGoThrough) {
         desktop_->input().buttonDown(5);
         desktop_->input().buttonUp(5);
         desktop_->input().press({}, KeyPosition::a);
-        EXPECT_TRUE(desk_->runUntil([&] {
+        ASSERT_TRUE(desk_->runUntil([&] {
             return window.buttons() > buttons && window.wheels() > wheels && window.keys() > keys;
         })) << window.buttons() - buttons
             << " clicks, " << window.wheels() - wheels << " of the wheel, " << window.keys() - keys
