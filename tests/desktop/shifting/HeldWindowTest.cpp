@@ -6,6 +6,7 @@
 
 #include "platform/x11/X11WindowWriter.h"
 #include "tests/desktop/shifting/ShiftingDesktop.h"
+#include "tests/desktop/shifting/ShiftingTest.h"
 #include "tests/desktop/support/HeldWindowManager.h"
 
 namespace lumatile::desktop {
@@ -65,6 +66,7 @@ TEST_P(HeldWindows, walkOnAsIfNothingHadBeenWhenTheWindowManagerHangsForAStep) {
 INSTANTIATE_TEST_SUITE_P(Shifting, HeldWindows, testing::ValuesIn(WindowManager::kinds),
                          ShiftingTest::nameOf);
 
+// The one window manager that tiles by a command which a test can give.
 TEST(TiledWindow, ofKwinStaysInItsTileAndIsNotWaitedForAgain) {
     ShiftingDesktop shifting(WindowManager::Kind::kwin);
     const auto window = shifting.open(opened);

@@ -6,6 +6,7 @@
 #include <set>
 
 #include "tests/desktop/shifting/ShiftingDesktop.h"
+#include "tests/desktop/shifting/ShiftingTest.h"
 
 namespace lumatile::desktop {
 namespace {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/desktop/shifting/ShiftingDesktop.h"
+#include "tests/desktop/shifting/ShiftingTest.h"
 #include "tests/desktop/shifting/WindowCondition.h"
 
 namespace lumatile::desktop {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <array>
 #include <memory>
 #include <string>
@@ -129,13 +127,5 @@ private:
 
 /// `frame` moved by an offset of the ring.
 PixelRect shifted(const PixelRect& frame, const Offset& offset);
-
-/// A window manager as the parameter of a test suite; its name is part of the test's.
-class ShiftingTest : public testing::TestWithParam<WindowManager::Kind> {
-public:
-    static std::string nameOf(const testing::TestParamInfo<WindowManager::Kind>& kind) {
-        return toString(kind.param);
-    }
-};
 
 }  // namespace lumatile::desktop

@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "tests/desktop/shifting/ShiftingDesktop.h"
+#include "tests/desktop/shifting/ShiftingTest.h"
 #include "tests/desktop/shifting/WindowCondition.h"
 
 namespace lumatile::desktop {
