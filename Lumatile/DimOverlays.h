@@ -12,7 +12,8 @@ public:
     /// front. None where there are no screens.
     virtual void rebuild() = 0;
 
-    /// Gives every overlay this opacity at once, from 0 (clear) to 1 (black).
+    /// Gives every overlay this opacity at once, from 0 (clear) to 1 (black), and where it is not
+    /// clear brings it to the front again. Screens that were plugged in since may stay bright.
     virtual void setOpacity(double opacity) = 0;
 };
 

@@ -39,6 +39,10 @@ void ScreenDimSurface::rebuild() {
 void ScreenDimSurface::setLevel(double level) {
     const double target = clamped(level);
     if (target == target_) {
+        // What came to lie above the overlays meanwhile, or undid a gamma ramp, is dimmed again.
+        if (target != 0 && !fade_) {
+            overlays_.setOpacity(opacity_);
+        }
         return;
     }
     target_ = target;

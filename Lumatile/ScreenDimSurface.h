@@ -26,7 +26,8 @@ public:
     /// Makes the overlays for the screens that there are now, clear.
     void rebuild();
 
-    /// Fades to the level, from wherever a fade under way has come.
+    /// Fades to the level, from wherever a fade under way has come. The same level again makes sure
+    /// of it.
     void setLevel(double level) override;
 
 private:

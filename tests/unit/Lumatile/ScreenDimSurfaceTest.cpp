@@ -72,6 +72,19 @@ TEST_F(ScreenDimSurfaceTest, theSameLevelAgainDoesNothing) {
     EXPECT_LE(history().size(), 2 * asked + 1);
 }
 
+TEST_F(ScreenDimSurfaceTest, aLevelThatLastsIsMadeSureOfWhileItIsDark) {
+    surface_->setLevel(0.3);
+    desk_.advance(1);
+    desk_.dimOverlays.forgetHistory();
+    surface_->setLevel(0.3);
+    EXPECT_EQ(history(), std::vector{0.3});
+    surface_->setLevel(0);
+    desk_.advance(1);
+    desk_.dimOverlays.forgetHistory();
+    surface_->setLevel(0);
+    EXPECT_TRUE(history().empty()) << "there is nothing to keep";
+}
+
 TEST_F(ScreenDimSurfaceTest, levelsAreBroughtIntoRange) {
     const std::pair<double, double> cases[] = {{1.7, 1},
                                                {-0.2, 0},
