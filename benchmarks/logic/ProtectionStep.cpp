@@ -1,7 +1,9 @@
-// What the panel protection costs beside the window system: one orbit step over many windows, and
-// reading the stored settings at launch.
+// What the panel protection costs beside the window system: one orbit step over many windows, by
+// itself and with the whole application on the desktop in memory, and reading the stored settings
+// at launch.
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -9,8 +11,10 @@
 
 #include <benchmark/benchmark.h>
 
+#include "Lumatile/ApplicationConductor.h"
 #include "oled_protection/OLEDSettingsCodec.h"
 #include "oled_protection/OrbitScheduler.h"
+#include "platform/simulated/SimulatedDesktop.h"
 
 namespace lumatile {
 namespace {
@@ -68,7 +72,48 @@ void orbitStep(benchmark::State& state) {
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(orbitStep)->Arg(20)->Arg(200);
+BENCHMARK(orbitStep)->Arg(10)->Arg(100)->Arg(1000);
+
+/// One step of the application, candidates asked for and windows moved, on the desktop in memory,
+/// whose own work is the larger part. Ten windows a program.
+void desktopStep(benchmark::State& state) {
+    constexpr std::int64_t windowsOfProgram = 10;
+    constexpr double interval = 5;
+    SimulatedDesktop desk;
+    desk.plug("main", {0, 0, 1920, 1080});
+    desk.preferences.storeOnDisk(OLEDSettings::preferenceKey,
+                                 Bytes(R"({"orbitStepInterval":5,"orbitWaitForPause":false,)"
+                                       R"("jitterEnabled":false,"idleDimEnabled":false})"));
+    ApplicationID program{};
+    for (std::int64_t index = 0; index < state.range(0); ++index) {
+        if (index % windowsOfProgram == 0) {
+            program = desk.launch({.pid = 100 + index});
+        }
+        const auto place = static_cast<double>(index % 500);
+        desk.open(program, Rect{place, place, 800, 500});
+    }
+    const auto conductor = std::make_shared<ApplicationConductor>(desk.platform());
+    conductor->setAccessibilityGranted();
+    conductor->startFeatures();
+    desk.advance(1.5 * interval);  // The first step meets the windows as well.
+    desk.traffic.clear();
+    for (auto _ : state) {
+        desk.advance(interval);
+    }
+    const double moves = static_cast<double>(state.iterations() * state.range(0));
+    const auto perMove = [&](AccessKind kind) {
+        return static_cast<double>(desk.traffic.count(kind)) / moves;
+    };
+    state.counters["writesPerWindow"] = perMove(AccessKind::write);
+    // The frame before and after, of two attributes each, and what makes a window a candidate.
+    state.counters["readsPerWindow"] = perMove(AccessKind::read);
+    if (conductor->orbit().trackedCount() != static_cast<std::size_t>(state.range(0)) ||
+        perMove(AccessKind::write) != 1) {
+        state.SkipWithError("a window was not written once in every step");
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(desktopStep)->Arg(10)->Arg(100)->Arg(1000);
 
 void decodeSettings(benchmark::State& state) {
     const std::string text = OLEDSettingsCodec::encode(OLEDSettings::recommended);
