@@ -100,7 +100,7 @@ void desktopStep(benchmark::State& state) {
     for (auto _ : state) {
         desk.advance(interval);
     }
-    const double moves = static_cast<double>(state.iterations() * state.range(0));
+    const auto moves = static_cast<double>(state.iterations() * state.range(0));
     const auto perMove = [&](AccessKind kind) {
         return static_cast<double>(desk.traffic.count(kind)) / moves;
     };

@@ -70,6 +70,7 @@ StepCost StepCost::measure(std::size_t windows, int steps) {
     // The first step meets the windows as well.
     shifting.step();
     std::vector<PixelRect> homes;
+    homes.reserve(open.size());
     for (const auto& window : open) {
         homes.push_back(shifted(window->frame(), {1, 2}));
     }
