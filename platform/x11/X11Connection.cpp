@@ -1,6 +1,7 @@
 #include "platform/x11/X11Connection.h"
 
 #include <poll.h>
+#include <xcb/xcbext.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -9,6 +10,13 @@
 #include "platform/x11/X11Reply.h"
 
 namespace lumatile {
+
+namespace {
+
+// For a server that answers nobody: a program that is asked to end should end.
+constexpr std::chrono::seconds longestFarewell{1};
+
+}  // namespace
 
 X11Connection::Subscription::~Subscription() {
     if (connection_ != nullptr) {
@@ -43,7 +51,10 @@ std::unique_ptr<X11Connection> X11Connection::open(const std::string& displayNam
 X11Connection::X11Connection(xcb_connection_t* connection, xcb_screen_t* screen)
     : connection_(connection), screen_(screen), atoms_(connection) {}
 
-X11Connection::~X11Connection() { xcb_disconnect(connection_); }
+X11Connection::~X11Connection() {
+    awaitServer();
+    xcb_disconnect(connection_);
+}
 
 void X11Connection::selectRootEvents(std::uint32_t mask) {
     rootEventMask_ |= mask;
@@ -112,6 +123,26 @@ bool X11Connection::waitForEvents(Clock::time_point deadline) {
         }
     }
     return false;
+}
+
+/// Waits until the server has carried out everything. It forgets the requests of a client that is
+/// gone, when it has something to tell that client before it comes to them; what puts the user's
+/// desktop back in order at the end must not be among those.
+void X11Connection::awaitServer() {
+    const Clock::time_point deadline = Clock::now() + longestFarewell;
+    const xcb_get_input_focus_cookie_t question = xcb_get_input_focus(connection_);
+    xcb_flush(connection_);
+    void* reply = nullptr;
+    xcb_generic_error_t* error = nullptr;
+    while (!isLost() && Clock::now() < deadline &&
+           xcb_poll_for_reply(connection_, question.sequence, &reply, &error) == 0) {
+        pollfd descriptor{fileDescriptor(), POLLIN, 0};
+        const auto left =
+            std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
+        poll(&descriptor, 1, static_cast<int>(std::max<long long>(left, 0)));
+    }
+    const X11Reply<void> ownedReply(reply);
+    const X11Reply<xcb_generic_error_t> ownedError(error);
 }
 
 void X11Connection::synchronize() {

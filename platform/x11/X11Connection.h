@@ -46,6 +46,8 @@ public:
 
     X11Connection(const X11Connection&) = delete;
     X11Connection& operator=(const X11Connection&) = delete;
+
+    /// Returns when the server has carried out what was asked of it, or after a second.
     ~X11Connection();
 
     xcb_connection_t* get() const { return connection_; }
@@ -87,6 +89,7 @@ private:
     X11Connection(xcb_connection_t* connection, xcb_screen_t* screen);
 
     void handOut(const xcb_generic_event_t& event);
+    void awaitServer();
 
     xcb_connection_t* connection_;
     xcb_screen_t* screen_;
