@@ -31,13 +31,17 @@ constexpr double mostProcessorPercent = 0.1;
 // One page more for every sixteen steps would be a leak of a few hundred bytes a step.
 constexpr double mostMemoryGrowth = 1.02;
 
+std::string idleText(const IdleCost& idle) {
+    return std::string("idling ") + (idle.composited ? "under a compositor" : "without compositor");
+}
+
 std::string windowsText(const StepCost& step) { return std::to_string(step.windows) + " windows"; }
 
 }  // namespace
 
 ProtectionReport::ProtectionReport(std::vector<StepCost> steps, SteppingMemory memory,
-                                   std::optional<IdleCost> idle)
-    : steps_(std::move(steps)), memory_(memory), idle_(idle) {
+                                   std::vector<IdleCost> idleCosts)
+    : steps_(std::move(steps)), memory_(memory), idle_(std::move(idleCosts)) {
     for (const StepCost& step : steps_) {
         rows_.push_back({"round trips of a step of " + windowsText(step),
                          static_cast<double>(step.roundTrips), mostRoundTrips});
@@ -58,9 +62,10 @@ ProtectionReport::ProtectionReport(std::vector<StepCost> steps, SteppingMemory m
                      static_cast<double>(memory_.proportionalAfter) /
                          static_cast<double>(memory_.proportionalBefore),
                      mostMemoryGrowth});
-    if (idle_) {
-        rows_.push_back({"idle: wake-ups a second", idle_->wakeUpsPerSecond, mostWakeUps});
-        rows_.push_back({"idle: processor time, percent of a core", idle_->processorShare * percent,
+    for (const IdleCost& idle : idle_) {
+        rows_.push_back(
+            {"wake-ups a second, " + idleText(idle), idle.wakeUpsPerSecond, mostWakeUps});
+        rows_.push_back({"percent of a core, " + idleText(idle), idle.processorShare * percent,
                          mostProcessorPercent});
     }
 }
@@ -85,10 +90,10 @@ std::string ProtectionReport::table() const {
     stream << "\nmemory before and after " << memory_.steps << " steps, KiB: resident "
            << memory_.residentBefore << " and " << memory_.residentAfter << ", proportional "
            << memory_.proportionalBefore << " and " << memory_.proportionalAfter << '\n';
-    if (idle_) {
-        stream << "the program after " << std::setprecision(0) << idle_->seconds
-               << " s of idling, KiB: resident " << idle_->residentKiB << ", proportional "
-               << idle_->proportionalKiB << '\n';
+    for (const IdleCost& idle : idle_) {
+        stream << idleText(idle) << " for " << std::setprecision(0) << idle.seconds
+               << " s, KiB: resident " << idle.residentKiB << ", proportional "
+               << idle.proportionalKiB << '\n';
     }
     stream << '\n'
            << std::left << std::setw(nameWidth) << "counts, ratios" << std::right << std::setw(8)
@@ -133,12 +138,13 @@ std::string ProtectionReport::json() const {
                                        {"residentAfter", memory_.residentAfter},
                                        {"proportionalBefore", memory_.proportionalBefore},
                                        {"proportionalAfter", memory_.proportionalAfter}}}};
-    if (idle_) {
-        report["idle"] = {{"seconds", idle_->seconds},
-                          {"wakeUpsPerSecond", idle_->wakeUpsPerSecond},
-                          {"processorShare", idle_->processorShare},
-                          {"residentKiB", idle_->residentKiB},
-                          {"proportionalKiB", idle_->proportionalKiB}};
+    for (const IdleCost& idle : idle_) {
+        report["idle"].push_back({{"composited", idle.composited},
+                                  {"seconds", idle.seconds},
+                                  {"wakeUpsPerSecond", idle.wakeUpsPerSecond},
+                                  {"processorShare", idle.processorShare},
+                                  {"residentKiB", idle.residentKiB},
+                                  {"proportionalKiB", idle.proportionalKiB}});
     }
     report["wanted"] = rows;
     return report.dump(2) + "\n";

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,9 +13,9 @@ namespace lumatile::benchmark {
 class ProtectionReport {
 public:
     /// @param steps in ascending order of their windows, at least two
-    /// @param idle absent when it was not asked for
+    /// @param idleCosts empty when it was not asked for
     ProtectionReport(std::vector<StepCost> steps, SteppingMemory memory,
-                     std::optional<IdleCost> idle);
+                     std::vector<IdleCost> idleCosts);
 
     /// For a reader.
     std::string table() const;
@@ -37,7 +36,7 @@ private:
 
     std::vector<StepCost> steps_;
     SteppingMemory memory_;
-    std::optional<IdleCost> idle_;
+    std::vector<IdleCost> idle_;
     std::vector<Row> rows_;
 };
 

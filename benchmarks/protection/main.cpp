@@ -6,7 +6,6 @@
 #include <cstdio>
 #include <exception>
 #include <fstream>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -61,7 +60,7 @@ int main(int argc, char** argv) {
             steps.push_back(StepCost::measure(windows, measuredSteps));
         }
         const SteppingMemory memory = SteppingMemory::measure(stepsOfAnHour);
-        std::optional<IdleCost> idle;
+        std::vector<IdleCost> idle;
         if (arguments.idleSeconds > 0) {
             idle = IdleCost::measure(arguments.idleSeconds);
         }
