@@ -10,6 +10,10 @@ namespace {
 // nobody sees.
 constexpr int fadeSteps = 20;
 
+// A level comes every two seconds. To make sure of it costs the window system a little work, on a
+// machine that nobody uses.
+constexpr int repeatsPerCheck = 15;
+
 /// What is not a number darkens nothing.
 double clamped(double level) {
     if (!(level > 0)) {
@@ -40,12 +44,13 @@ void ScreenDimSurface::setLevel(double level) {
     const double target = clamped(level);
     if (target == target_) {
         // What came to lie above the overlays meanwhile, or undid a gamma ramp, is dimmed again.
-        if (target != 0 && !fade_) {
+        if (target != 0 && !fade_ && ++repeats_ % repeatsPerCheck == 0) {
             overlays_.setOpacity(opacity_);
         }
         return;
     }
     target_ = target;
+    repeats_ = 0;
     start_ = opacity_;
     step_ = 0;
     fade_ = runLoop_.repeat(fadeSeconds / fadeSteps, [this] { advance(); });

@@ -27,7 +27,7 @@ public:
     void rebuild();
 
     /// Fades to the level, from wherever a fade under way has come. The same level again makes sure
-    /// of it.
+    /// of it, now and then.
     void setLevel(double level) override;
 
 private:
@@ -39,6 +39,7 @@ private:
     double start_ = 0;
     double target_ = 0;
     int step_ = 0;
+    int repeats_ = 0;
     std::unique_ptr<RunLoopTimer> fade_;
 };
 

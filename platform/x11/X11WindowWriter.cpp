@@ -24,8 +24,8 @@ constexpr milliseconds settlingTime{40};
 constexpr milliseconds probeTime{60};
 
 // A program that draws its own decoration learns that it is no longer maximized, and then redraws
-// itself with a shadow, which takes a frame or two.
-constexpr milliseconds redrawTime{100};
+// itself with a shadow, which takes a frame or two, and longer on a busy machine.
+constexpr milliseconds redrawTime{200};
 
 // A decoration may change when a state is left, and then once more when the program redraws.
 constexpr int mostRepeats = 3;

@@ -14,6 +14,8 @@ namespace {
 // Far longer than a server needs that nobody holds.
 constexpr std::chrono::milliseconds answerTime{500};
 
+constexpr int enoughAnswers = 20;
+
 bool answersSoon(XClient& client) {
     const xcb_get_input_focus_cookie_t question = xcb_get_input_focus(client.connection());
     xcb_flush(client.connection());
@@ -38,7 +40,12 @@ HeldWindowManager::HeldWindowManager(const WindowManager& manager, XClient& clie
     client.roundTrip();
     while (!deadline.isOver()) {
         kill(pid_, SIGSTOP);
-        if (answersSoon(client)) {
+        // A request to hold the server that was on its way is carried out within a few rounds.
+        int answers = 0;
+        while (answers < enoughAnswers && answersSoon(client)) {
+            ++answers;
+        }
+        if (answers == enoughAnswers) {
             return;
         }
         kill(pid_, SIGCONT);

@@ -82,7 +82,8 @@ private:
                 }
                 break;
             case Doing::dragging:
-                // Held still for longer than a pause, too: then only the button speaks against a step.
+                // Held still for longer than a pause, too: then only the button speaks against a
+                // step.
                 if (!desk_.input.isDragButtonDown()) {
                     desk_.input.pressButton();
                     lastInput_ = desk_.runLoop.now();
