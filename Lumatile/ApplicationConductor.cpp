@@ -25,7 +25,9 @@ ApplicationConductor::ApplicationConductor(Platform platform)
       protection_(platform, blacklist_),
       snapExecution_({platform, store_, blacklist_, protection_.jitter(), protection_.orbit(),
                       [this]() -> const DisplayService& { return displays(); }}),
-      hotkeys_(platform.hotKeys) {
+      hotkeys_(platform.hotKeys),
+      dragToSnap_({platform, store_, protection_.jitter(), protection_.orbit(),
+                   [this]() -> const DisplayService& { return displays(); }}) {
     applyOLEDSettings();
 }
 
@@ -38,12 +40,14 @@ void ApplicationConductor::startFeatures() {
     featuresRunning_ = true;
     applyOLEDSettings();
     registerHotkeys();
+    dragToSnap_.start();
     protection_.start();
 }
 
 void ApplicationConductor::stopFeatures() {
     featuresRunning_ = false;
     hotkeys_.unregisterAll();
+    dragToSnap_.stop();
     protection_.stop();
 }
 

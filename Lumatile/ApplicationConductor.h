@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "Lumatile/DragToSnap.h"
 #include "Lumatile/PanelProtection.h"
 #include "Lumatile/Platform.h"
 #include "Lumatile/SnapExecution.h"
@@ -69,6 +70,7 @@ public:
     const CommandStore& store() const { return store_; }
     Blacklist& blacklist() { return blacklist_; }
     const OLEDSettings& oledSettings() const { return oledSettings_; }
+    const DragToSnap& dragToSnap() const { return dragToSnap_; }
     const PanelProtection& protection() const { return protection_; }
     const JitterPolicy& jitter() const { return protection_.jitter(); }
     const OrbitScheduler& orbit() const { return protection_.orbit(); }
@@ -86,6 +88,7 @@ private:
     PanelProtection protection_;
     SnapExecution snapExecution_;
     HotkeyService hotkeys_;
+    DragToSnap dragToSnap_;
     bool accessibilityGranted_ = false;
     bool featuresRunning_ = false;
 };

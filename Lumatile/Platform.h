@@ -1,11 +1,15 @@
 #pragma once
 
+#include <memory>
+
 namespace lumatile {
 
 class AccessibilityPlatform;
 class DimOverlays;
+class DragSnapHighlighting;
 class HotKeyPlatform;
 class InputState;
+class MouseTapPlatform;
 class Preferences;
 class RunLoop;
 class ScreenList;
@@ -23,6 +27,8 @@ struct Platform {
     SystemLog& log;
     InputState& inputState;
     DimOverlays& dimOverlays;
+    MouseTapPlatform& mouseTaps;
+    std::weak_ptr<DragSnapHighlighting> highlight;
 };
 
 }  // namespace lumatile

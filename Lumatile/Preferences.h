@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -7,6 +9,15 @@
 namespace lumatile {
 
 using Bytes = std::string;
+
+/// Being told of changes; destroying it ends that.
+class PreferencesWatch {
+public:
+    PreferencesWatch() = default;
+    PreferencesWatch(const PreferencesWatch&) = delete;
+    PreferencesWatch& operator=(const PreferencesWatch&) = delete;
+    virtual ~PreferencesWatch() = default;
+};
 
 /// Port: the user's stored settings, typed values under fixed keys. A reader asks for the type that
 /// it needs; a value of another type reads as absent and stays stored.
@@ -21,6 +32,11 @@ public:
     /// value from memory, and tries again at the next change; what the disk held stays untouched.
     virtual void setBytes(std::string_view key, const Bytes& value) = 0;
     virtual void setBoolean(std::string_view key, bool value) = 0;
+
+    /// Calls `changed` from the run loop after values may have changed, whichever process changed
+    /// them; now and then also when none has.
+    [[nodiscard]] virtual std::unique_ptr<PreferencesWatch> observe(
+        std::function<void()> changed) = 0;
 };
 
 }  // namespace lumatile

@@ -57,6 +57,9 @@ public:
     void dragMoved(const Point& to);
     void dragEnded();
 
+    /// Ends a drag under way without a snap.
+    void cancel() { resetDrag(); }
+
     State state() const { return state_; }
 
     /// Where a release would put the window; absent when nowhere.

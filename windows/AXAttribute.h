@@ -23,5 +23,7 @@ inline constexpr std::string_view enhancedUserInterface = "AXEnhancedUserInterfa
 
 inline constexpr std::string_view windowRole = "AXWindow";
 inline constexpr std::string_view standardWindowSubrole = "AXStandardWindow";
+inline constexpr std::string_view dialogSubrole = "AXDialog";
+inline constexpr std::string_view floatingWindowSubrole = "AXFloatingWindow";
 
 }  // namespace lumatile::AXAttribute

@@ -7,16 +7,17 @@ namespace lumatile {
 SimulatedDesktop::SimulatedDesktop()
     : runLoop(clock),
       input(clock),
-      preferences(log),
+      preferences(log, runLoop),
       hotKeys(runLoop),
       dimOverlays(screens),
       windowManager(clock, screens, programs),
+      mouse(runLoop, input, screens, programs, windowManager),
       accessibility(clock, screens, programs, windowManager, traffic),
       workspace(programs) {}
 
 Platform SimulatedDesktop::platform() {
-    return {accessibility, screens, hotKeys, workspace,  runLoop,
-            preferences,   log,     input,   dimOverlays};
+    return {accessibility, screens, hotKeys,     workspace, runLoop,  preferences,
+            log,           input,   dimOverlays, mouse,     highlight};
 }
 
 WindowID SimulatedDesktop::open(ApplicationID application, SimulatedWindowTraits traits) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -8,9 +9,11 @@
 #include "platform/simulated/SimulatedAccessibility.h"
 #include "platform/simulated/SimulatedClock.h"
 #include "platform/simulated/SimulatedDimOverlays.h"
+#include "platform/simulated/SimulatedHighlight.h"
 #include "platform/simulated/SimulatedHotKeys.h"
 #include "platform/simulated/SimulatedInput.h"
 #include "platform/simulated/SimulatedLog.h"
+#include "platform/simulated/SimulatedMouse.h"
 #include "platform/simulated/SimulatedPreferences.h"
 #include "platform/simulated/SimulatedPrograms.h"
 #include "platform/simulated/SimulatedRunLoop.h"
@@ -86,6 +89,8 @@ public:
     SimulatedDimOverlays dimOverlays;
     SimulatedPrograms programs;
     SimulatedWindowManager windowManager;
+    SimulatedMouse mouse;
+    std::shared_ptr<SimulatedHighlight> highlight = std::make_shared<SimulatedHighlight>();
     SimulatedTraffic traffic;
     SimulatedAccessibility accessibility;
     SimulatedWorkspace workspace;

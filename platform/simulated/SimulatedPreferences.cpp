@@ -4,6 +4,33 @@
 
 namespace lumatile {
 
+/// Keeps what is to be called.
+class SimulatedPreferences::Watch final : public PreferencesWatch {
+public:
+    explicit Watch(std::shared_ptr<const std::function<void()>> changed)
+        : changed_(std::move(changed)) {}
+
+private:
+    std::shared_ptr<const std::function<void()>> changed_;
+};
+
+std::unique_ptr<PreferencesWatch> SimulatedPreferences::observe(std::function<void()> changed) {
+    const auto kept = std::make_shared<const std::function<void()>>(std::move(changed));
+    observers_.push_back(kept);
+    return std::make_unique<Watch>(kept);
+}
+
+void SimulatedPreferences::tell() {
+    std::erase_if(observers_, [](const auto& observer) { return observer.expired(); });
+    for (const auto& observer : observers_) {
+        runLoop_.post([observer] {
+            if (const auto changed = observer.lock()) {
+                (*changed)();
+            }
+        });
+    }
+}
+
 std::optional<Bytes> SimulatedPreferences::bytes(std::string_view key) { return value<Bytes>(key); }
 
 std::optional<bool> SimulatedPreferences::boolean(std::string_view key) { return value<bool>(key); }
@@ -15,6 +42,7 @@ void SimulatedPreferences::setBoolean(std::string_view key, bool value) { set(ke
 void SimulatedPreferences::storeOnDisk(std::string_view key, StoredValue value) {
     disk_.insert_or_assign(std::string(key), value);
     values_.insert_or_assign(std::string(key), std::move(value));
+    tell();
 }
 
 std::size_t SimulatedPreferences::changes(std::string_view key) const {
@@ -45,6 +73,7 @@ void SimulatedPreferences::set(std::string_view key, StoredValue value) {
     if (found == values_.end() || found->second != value) {
         values_.insert_or_assign(std::string(key), std::move(value));
         ++changes_[std::string(key)];
+        tell();
     } else if (disk_ == values_) {
         return;
     }

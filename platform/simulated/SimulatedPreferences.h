@@ -4,12 +4,15 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 #include "Lumatile/Preferences.h"
+#include "Lumatile/RunLoop.h"
 #include "Lumatile/SystemLog.h"
 
 namespace lumatile {
@@ -22,16 +25,17 @@ class SimulatedPreferences final : public Preferences {
 public:
     using Values = std::map<std::string, StoredValue, std::less<>>;
 
-    /// @param log outlives the preferences
-    explicit SimulatedPreferences(SystemLog& log) : log_(log) {}
+    /// Both outlive the preferences.
+    SimulatedPreferences(SystemLog& log, RunLoop& runLoop) : log_(log), runLoop_(runLoop) {}
 
     std::optional<Bytes> bytes(std::string_view key) override;
     std::optional<bool> boolean(std::string_view key) override;
     void setBytes(std::string_view key, const Bytes& value) override;
     void setBoolean(std::string_view key, bool value) override;
+    [[nodiscard]] std::unique_ptr<PreferencesWatch> observe(std::function<void()> changed) override;
 
     /// Puts a value on the disk as something else than this program would: an editor, an older
-    /// version. Seen at once.
+    /// version, another process. Seen at once; whoever observes is told from the run loop.
     void storeOnDisk(std::string_view key, StoredValue value);
 
     /// From now on the disk takes nothing, or takes it again.
@@ -54,7 +58,13 @@ private:
     std::optional<Wanted> value(std::string_view key) const;
     void set(std::string_view key, StoredValue value);
 
+    class Watch;
+
+    void tell();
+
     SystemLog& log_;
+    RunLoop& runLoop_;
+    std::vector<std::weak_ptr<const std::function<void()>>> observers_;
     Values values_;
     Values disk_;
     std::map<std::string, std::size_t, std::less<>> changes_;

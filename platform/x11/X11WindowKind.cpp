@@ -9,9 +9,9 @@ std::string_view subroleOf(X11WindowKind kind) {
         case X11WindowKind::normal:
             return AXAttribute::standardWindowSubrole;
         case X11WindowKind::dialog:
-            return "AXDialog";
+            return AXAttribute::dialogSubrole;
         case X11WindowKind::utility:
-            return "AXFloatingWindow";
+            return AXAttribute::floatingWindowSubrole;
         case X11WindowKind::toolbar:
             return "AXToolbar";
         case X11WindowKind::menu:

@@ -3,13 +3,16 @@
 #include <gtest/gtest.h>
 
 #include "platform/simulated/SimulatedLog.h"
+#include "platform/simulated/SimulatedRunLoop.h"
 
 namespace lumatile {
 namespace {
 
 TEST(SimulatedPreferences, valuesAreReadAsTheTypeTheyWereStoredAs) {
     SimulatedLog log;
-    SimulatedPreferences preferences(log);
+    SimulatedClock clock;
+    SimulatedRunLoop runLoop(clock);
+    SimulatedPreferences preferences(log, runLoop);
     EXPECT_FALSE(preferences.bytes("commands"));
     preferences.setBytes("commands", Bytes("[\0]", 3));
     preferences.setBoolean("dragToSnapEnabled", false);
@@ -22,7 +25,9 @@ TEST(SimulatedPreferences, valuesAreReadAsTheTypeTheyWereStoredAs) {
 
 TEST(SimulatedPreferences, aValueOfNoUseReadsAsAbsentAndStaysStored) {
     SimulatedLog log;
-    SimulatedPreferences preferences(log);
+    SimulatedClock clock;
+    SimulatedRunLoop runLoop(clock);
+    SimulatedPreferences preferences(log, runLoop);
     preferences.storeOnDisk("dragToSnapEnabled", std::int64_t{1});
     EXPECT_FALSE(preferences.boolean("dragToSnapEnabled"));
     preferences.setBytes("commands", "[]");
@@ -33,7 +38,9 @@ TEST(SimulatedPreferences, aValueOfNoUseReadsAsAbsentAndStaysStored) {
 
 TEST(SimulatedPreferences, onlyRealChangesAreCounted) {
     SimulatedLog log;
-    SimulatedPreferences preferences(log);
+    SimulatedClock clock;
+    SimulatedRunLoop runLoop(clock);
+    SimulatedPreferences preferences(log, runLoop);
     preferences.setBytes("commands", "[]");
     preferences.setBytes("commands", "[]");
     preferences.setBytes("commands", "[1]");
@@ -45,7 +52,9 @@ TEST(SimulatedPreferences, onlyRealChangesAreCounted) {
 
 TEST(SimulatedPreferences, aFullDiskKeepsTheNewValueInMemoryAndTheOldOneStored) {
     SimulatedLog log;
-    SimulatedPreferences preferences(log);
+    SimulatedClock clock;
+    SimulatedRunLoop runLoop(clock);
+    SimulatedPreferences preferences(log, runLoop);
     preferences.setBytes("commands", "old");
     preferences.setDiskFull(true);
     preferences.setBytes("commands", "new");
@@ -64,7 +73,9 @@ TEST(SimulatedPreferences, aFullDiskKeepsTheNewValueInMemoryAndTheOldOneStored) 
 
 TEST(SimulatedPreferences, settingTheSameValueAgainTriesTheDiskAgain) {
     SimulatedLog log;
-    SimulatedPreferences preferences(log);
+    SimulatedClock clock;
+    SimulatedRunLoop runLoop(clock);
+    SimulatedPreferences preferences(log, runLoop);
     preferences.setDiskFull(true);
     preferences.setBytes("commands", "new");
     preferences.setDiskFull(false);
@@ -75,12 +86,37 @@ TEST(SimulatedPreferences, settingTheSameValueAgainTriesTheDiskAgain) {
 
 TEST(SimulatedPreferences, whatNeverReachedTheDiskIsGoneAfterARestart) {
     SimulatedLog log;
-    SimulatedPreferences preferences(log);
+    SimulatedClock clock;
+    SimulatedRunLoop runLoop(clock);
+    SimulatedPreferences preferences(log, runLoop);
     preferences.setBytes("commands", "old");
     preferences.setDiskFull(true);
     preferences.setBytes("commands", "new");
     preferences.restart();
     EXPECT_EQ(preferences.bytes("commands"), "old");
+}
+
+TEST(SimulatedPreferences, observersAreToldOfChangesFromTheRunLoop) {
+    SimulatedLog log;
+    SimulatedClock clock;
+    SimulatedRunLoop runLoop(clock);
+    SimulatedPreferences preferences(log, runLoop);
+    int told = 0;
+    auto watch = preferences.observe([&] { ++told; });
+    preferences.storeOnDisk("a", true);
+    EXPECT_EQ(told, 0);
+    runLoop.settle();
+    EXPECT_EQ(told, 1);
+    preferences.setBoolean("a", false);
+    runLoop.settle();
+    EXPECT_EQ(told, 2);
+    preferences.setBoolean("a", false);
+    runLoop.settle();
+    EXPECT_EQ(told, 2) << "nothing has changed";
+    preferences.setBoolean("a", true);
+    watch.reset();
+    runLoop.settle();
+    EXPECT_EQ(told, 2) << "nobody is told any more";
 }
 
 }  // namespace
