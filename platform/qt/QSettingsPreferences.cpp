@@ -18,6 +18,7 @@
 #include <utility>
 
 #include "platform/qt/SettingsText.h"
+#include "platform/qt/SettingsWatch.h"
 
 namespace lumatile {
 
@@ -172,6 +173,12 @@ void QSettingsPreferences::setBytes(std::string_view key, const Bytes& value) {
 void QSettingsPreferences::setBoolean(std::string_view key, bool value) {
     // As the file gives it back.
     change(key, value ? QStringLiteral("true") : QStringLiteral("false"));
+}
+
+std::unique_ptr<PreferencesWatch> QSettingsPreferences::observe(std::function<void()> changed) {
+    const PrivateFiles privateFiles;
+    QDir().mkpath(QFileInfo(path_).absolutePath());
+    return std::make_unique<SettingsWatch>(path_, std::move(changed));
 }
 
 QVariant QSettingsPreferences::read(std::string_view key) {

@@ -3,7 +3,9 @@
 #include <QString>
 #include <QVariant>
 
+#include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -29,6 +31,9 @@ public:
     std::optional<bool> boolean(std::string_view key) override;
     void setBytes(std::string_view key, const Bytes& value) override;
     void setBoolean(std::string_view key, bool value) override;
+
+    /// Makes the folder of the file, so that it can be watched.
+    [[nodiscard]] std::unique_ptr<PreferencesWatch> observe(std::function<void()> changed) override;
 
 private:
     using Values = std::map<QString, QVariant>;
