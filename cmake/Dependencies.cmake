@@ -5,5 +5,5 @@ find_package(nlohmann_json 3.11 REQUIRED)
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core)
 
 pkg_check_modules(utf8proc REQUIRED IMPORTED_TARGET libutf8proc)
-pkg_check_modules(xcb REQUIRED IMPORTED_TARGET xcb xcb-randr xcb-res xcb-screensaver xcb-xfixes
+pkg_check_modules(xcb REQUIRED IMPORTED_TARGET xcb xcb-randr xcb-res xcb-screensaver xcb-xfixes xcb-xinput
   xcb-xkb xcb-icccm xcb-ewmh)

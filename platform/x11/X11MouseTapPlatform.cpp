@@ -1,0 +1,260 @@
+#include "platform/x11/X11MouseTapPlatform.h"
+
+#include <xcb/xinput.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "platform/x11/X11Event.h"
+#include "platform/x11/X11Reply.h"
+
+namespace lumatile {
+
+namespace {
+
+constexpr std::uint8_t leftButton = 1;
+
+// From this version on raw events come in spite of grabs.
+constexpr std::uint16_t majorVersion = 2;
+constexpr std::uint16_t minorVersion = 1;
+
+constexpr std::uint32_t buttons =
+    XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
+constexpr std::uint32_t devices = XCB_INPUT_XI_EVENT_MASK_HIERARCHY;
+constexpr std::uint32_t movements = XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
+
+/// The extension's major opcode; 0 where it is missing or too old.
+std::uint8_t inputExtension(const X11Connection& connection) {
+    xcb_connection_t* const server = connection.get();
+    const xcb_query_extension_reply_t* extension = xcb_get_extension_data(server, &xcb_input_id);
+    if (extension == nullptr || extension->present == 0) {
+        return 0;
+    }
+    const X11Reply<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
+        server, xcb_input_xi_query_version(server, majorVersion, minorVersion), nullptr));
+    const bool isEnough = version && std::pair(version->major_version, version->minor_version) >=
+                                         std::pair(majorVersion, minorVersion);
+    return isEnough ? extension->major_opcode : std::uint8_t{0};
+}
+
+}  // namespace
+
+class X11MouseTapPlatform::Tap final : public MouseTap {
+public:
+    Tap(std::shared_ptr<X11MouseTapPlatform*> platform, std::shared_ptr<Watcher> watcher)
+        : platform_(std::move(platform)), watcher_(std::move(watcher)) {}
+    Tap(const Tap&) = delete;
+    Tap& operator=(const Tap&) = delete;
+    ~Tap() override {
+        watcher_.reset();
+        if (*platform_ != nullptr) {
+            (*platform_)->select();
+        }
+    }
+
+    void enable() override {
+        watcher_->isEnabled = true;
+        if (*platform_ != nullptr) {
+            (*platform_)->select();
+        }
+    }
+
+private:
+    std::shared_ptr<X11MouseTapPlatform*> platform_;
+    std::shared_ptr<Watcher> watcher_;
+};
+
+X11MouseTapPlatform::X11MouseTapPlatform(X11Connection& connection, X11Monitors& monitors)
+    : connection_(connection),
+      monitors_(monitors),
+      extension_(inputExtension(connection)),
+      self_(std::make_shared<X11MouseTapPlatform*>(this)),
+      subscription_(connection.observe([this](const xcb_generic_event_t& event) { note(event); })) {
+}
+
+X11MouseTapPlatform::~X11MouseTapPlatform() { *self_ = nullptr; }
+
+std::unique_ptr<MouseTap> X11MouseTapPlatform::createTap(Mask mask, Handler handler) {
+    if (extension_ == 0 || connection_.isLost()) {
+        return nullptr;
+    }
+    const auto watcher = std::make_shared<Watcher>(Watcher{mask, std::move(handler)});
+    watchers_.push_back(watcher);
+    return std::make_unique<Tap>(self_, watcher);
+}
+
+void X11MouseTapPlatform::note(const xcb_generic_event_t& event) {
+    if (X11Event::type(event) == XCB_MAPPING_NOTIFY) {
+        if (X11Event::as<xcb_mapping_notify_event_t>(event).request == XCB_MAPPING_POINTER) {
+            isMappingStale_ = true;
+        }
+        return;
+    }
+    if (X11Event::type(event) != XCB_GE_GENERIC) {
+        return;
+    }
+    const auto& generic = X11Event::as<xcb_ge_generic_event_t>(event);
+    if (extension_ == 0 || generic.extension != extension_) {
+        return;
+    }
+    const auto button = [&event] {
+        return X11Event::as<xcb_input_raw_button_press_event_t>(event).detail;
+    };
+    switch (generic.event_type) {
+        case XCB_INPUT_RAW_BUTTON_PRESS:
+            add({Kind::press, button()});
+            break;
+        case XCB_INPUT_RAW_BUTTON_RELEASE:
+            add({Kind::release, button()});
+            break;
+        case XCB_INPUT_RAW_MOTION:
+            add({Kind::motion});
+            break;
+        case XCB_INPUT_HIERARCHY:
+            add({Kind::devicesChanged});
+            break;
+        default:
+            break;
+    }
+}
+
+void X11MouseTapPlatform::add(const Happening& happening) {
+    if (happenings_.empty()) {
+        connection_.defer([self = self_] {
+            if (*self != nullptr) {
+                (*self)->tellAll();
+            }
+        });
+    } else if (happening.kind == Kind::motion && happenings_.back().kind == Kind::motion) {
+        return;
+    }
+    happenings_.push_back(happening);
+}
+
+void X11MouseTapPlatform::tellAll() {
+    xcb_connection_t* const server = connection_.get();
+    const auto pointerCookie = xcb_query_pointer(server, connection_.root());
+    if (std::exchange(isMappingStale_, false)) {
+        const X11Reply<xcb_get_pointer_mapping_reply_t> mapping(
+            xcb_get_pointer_mapping_reply(server, xcb_get_pointer_mapping(server), nullptr));
+        logicalButtons_.clear();
+        if (mapping) {
+            const std::uint8_t* first = xcb_get_pointer_mapping_map(mapping.get());
+            logicalButtons_.assign(first,
+                                   first + xcb_get_pointer_mapping_map_length(mapping.get()));
+        }
+    }
+    const X11Reply<xcb_query_pointer_reply_t> pointer(
+        xcb_query_pointer_reply(server, pointerCookie, nullptr));
+    const std::vector<Happening> happenings = std::exchange(happenings_, {});
+    if (!pointer) {
+        return;
+    }
+    const Point location = monitors_.fromRoot(
+        Point{static_cast<double>(pointer->root_x), static_cast<double>(pointer->root_y)});
+    // What the pointer's state says is the state after all of them.
+    const bool isHeld = (pointer->mask & XCB_BUTTON_MASK_1) != 0;
+    const std::shared_ptr<X11MouseTapPlatform*> self = self_;
+    for (auto happening = happenings.begin(); happening != happenings.end(); ++happening) {
+        const bool isReleaseLost =
+            !isHeld && std::none_of(happening, happenings.end(), [](const Happening& each) {
+                return each.kind == Kind::release;
+            });
+        tell(*happening, location, isReleaseLost);
+        if (*self == nullptr) {
+            return;
+        }
+    }
+}
+
+void X11MouseTapPlatform::tell(const Happening& happening, const Point& location, bool isReleaseLost) {
+    switch (happening.kind) {
+        case Kind::press:
+            if (isLeft(happening.button)) {
+                isLeftDown_ = true;
+                select();
+                tell(MouseEventType::leftMouseDown, location);
+            }
+            break;
+        case Kind::release:
+            if (isLeft(happening.button) && std::exchange(isLeftDown_, false)) {
+                select();
+                tell(MouseEventType::leftMouseUp, location);
+            }
+            break;
+        case Kind::motion:
+            if (!isLeftDown_) {
+                break;
+            }
+            if (!isReleaseLost) {
+                tell(MouseEventType::leftMouseDragged, location);
+                break;
+            }
+            isLeftDown_ = false;
+            select();
+            tell(MouseEventType::leftMouseUp, location);
+            break;
+        case Kind::devicesChanged:
+            isMappingStale_ = true;
+            selected_ = 0;
+            tell(MouseEventType::tapDisabled, location);
+            break;
+    }
+}
+
+void X11MouseTapPlatform::tell(MouseEventType type, const Point& location) {
+    const std::vector<std::weak_ptr<Watcher>> watchers = watchers_;
+    for (const std::weak_ptr<Watcher>& each : watchers) {
+        const std::shared_ptr<Watcher> watcher = each.lock();
+        if (!watcher || !watcher->isEnabled) {
+            continue;
+        }
+        if (type == MouseEventType::tapDisabled) {
+            watcher->isEnabled = false;
+        } else if ((watcher->mask & bit(type)) == 0) {
+            continue;
+        }
+        watcher->handler({type, location});
+    }
+}
+
+bool X11MouseTapPlatform::isLeft(std::uint32_t button) const {
+    const std::size_t index = button - std::size_t{1};
+    return index < logicalButtons_.size() ? logicalButtons_[index] == leftButton
+                                          : button == leftButton;
+}
+
+bool X11MouseTapPlatform::isWanted() const {
+    return std::any_of(watchers_.begin(), watchers_.end(), [](const auto& each) {
+        const std::shared_ptr<Watcher> watcher = each.lock();
+        return watcher && watcher->isEnabled;
+    });
+}
+
+void X11MouseTapPlatform::select() {
+    std::erase_if(watchers_, [](const auto& each) { return each.expired(); });
+    std::uint32_t wanted = 0;
+    if (isWanted()) {
+        wanted = buttons | (isLeftDown_ ? movements : 0);
+    } else {
+        isLeftDown_ = false;
+    }
+    if (wanted == selected_ || connection_.isLost()) {
+        return;
+    }
+    selected_ = wanted;
+    struct Selection {
+        xcb_input_event_mask_t head;
+        std::uint32_t mask;
+    };
+    // Devices come and go for all devices together only.
+    const std::array<Selection, 2> selections{
+        {{{XCB_INPUT_DEVICE_ALL_MASTER, 1}, wanted},
+         {{XCB_INPUT_DEVICE_ALL, 1}, wanted != 0 ? devices : 0U}}};
+    xcb_input_xi_select_events(connection_.get(), connection_.root(), selections.size(),
+                               &selections.front().head);
+    xcb_flush(connection_.get());
+}
+
+}  // namespace lumatile

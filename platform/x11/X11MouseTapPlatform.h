@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include <xcb/xcb.h>
+
+#include "Lumatile/MouseTapPlatform.h"
+#include "platform/x11/X11Connection.h"
+#include "platform/x11/X11Monitors.h"
+
+namespace lumatile {
+
+/// Watches the left button through the raw events of the input extension, which keep coming while
+/// a window manager holds the pointer. Nothing is grabbed. Movements are asked for only while the
+/// button is down; where the pointer is, is asked once for all events that have arrived together.
+class X11MouseTapPlatform final : public MouseTapPlatform {
+public:
+    /// Both outlive the platform.
+    X11MouseTapPlatform(X11Connection& connection, X11Monitors& monitors);
+    X11MouseTapPlatform(const X11MouseTapPlatform&) = delete;
+    X11MouseTapPlatform& operator=(const X11MouseTapPlatform&) = delete;
+    ~X11MouseTapPlatform() override;
+
+    /// Null where the server's input extension is missing or too old. Taps do not outlive the
+    /// platform.
+    std::unique_ptr<MouseTap> createTap(Mask mask, Handler handler) override;
+
+private:
+    enum class Kind : std::uint8_t { press, release, motion, devicesChanged };
+
+    struct Happening {
+        Kind kind = Kind::motion;
+        std::uint32_t button = 0;  ///< As the device numbers it.
+    };
+    struct Watcher {
+        Mask mask;
+        Handler handler;
+        bool isEnabled = false;
+    };
+    class Tap;
+
+    void note(const xcb_generic_event_t& event);
+    void add(const Happening& happening);
+    void tellAll();
+    void tell(const Happening& happening, const Point& location, bool isReleaseLost);
+    void tell(MouseEventType type, const Point& location);
+    bool isLeft(std::uint32_t button) const;
+    void select();
+    bool isWanted() const;
+
+    X11Connection& connection_;
+    X11Monitors& monitors_;
+    std::uint8_t extension_ = 0;  // Its major opcode; 0 where it is of no use.
+    std::vector<std::weak_ptr<Watcher>> watchers_;
+    std::vector<Happening> happenings_;         // Not told yet.
+    std::vector<std::uint8_t> logicalButtons_;  // What each button of the device stands for.
+    bool isMappingStale_ = true;
+    bool isLeftDown_ = false;
+    std::uint32_t selected_ = 0;
+    std::shared_ptr<X11MouseTapPlatform*> self_;  // Empty for what still runs when this is gone.
+    X11Connection::Subscription subscription_;    // Last: its observer names the fields above.
+};
+
+}  // namespace lumatile
