@@ -22,6 +22,7 @@
 #include "platform/x11/X11HotKeyPlatform.h"
 #include "platform/x11/X11InputState.h"
 #include "platform/x11/X11Monitors.h"
+#include "platform/x11/X11MouseTapPlatform.h"
 #include "platform/x11/X11ScreenList.h"
 #include "platform/x11/X11ShortcutText.h"
 #include "platform/x11/X11WindowMirror.h"
@@ -66,8 +67,18 @@ int main(int argc, char** argv) {
     QSettingsPreferences preferences(log);
     X11InputState inputState(*connection, log);
     X11DimOverlays dimOverlays(*connection, monitors, log);
-    AppDelegate delegate({accessibility, screenList, hotKeys, workspace, runLoop, preferences, log,
-                          inputState, dimOverlays});
+    X11MouseTapPlatform mouseTaps(*connection, monitors);
+    AppDelegate delegate({accessibility,
+                          screenList,
+                          hotKeys,
+                          workspace,
+                          runLoop,
+                          preferences,
+                          log,
+                          inputState,
+                          dimOverlays,
+                          mouseTaps,
+                          {}});
 
     bool serverLost = false;
     const std::function<void()> dispatch = [&] {
