@@ -147,13 +147,14 @@ void X11MouseTapPlatform::tellAll() {
     }
     const X11Reply<xcb_query_pointer_reply_t> pointer(
         xcb_query_pointer_reply(server, pointerCookie, nullptr));
+    // Events that the server sent before its answer belong to the state that the answer tells of.
+    connection_.readEvents();
     const std::vector<Happening> happenings = std::exchange(happenings_, {});
     if (!pointer) {
         return;
     }
     const Point location = monitors_.fromRoot(
         Point{static_cast<double>(pointer->root_x), static_cast<double>(pointer->root_y)});
-    // What the pointer's state says is the state after all of them.
     const bool isHeld = (pointer->mask & XCB_BUTTON_MASK_1) != 0;
     const std::shared_ptr<X11MouseTapPlatform*> self = self_;
     for (auto happening = happenings.begin(); happening != happenings.end(); ++happening) {

@@ -1,0 +1,77 @@
+#include "tests/desktop/dragging/DragHand.h"
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+namespace lumatile::desktop {
+
+namespace {
+
+// Of a title bar; below a window's upper edge that resizes it, left of its buttons.
+constexpr int belowEdge = 12;
+
+// Window managers begin to move a window when the pointer has come so far, and some more.
+constexpr int firstPull = 30;
+
+constexpr int stride = 60;
+
+// Of an ordinary mouse. Window managers and the program are made for mice, which tell of a movement
+// 125 times a second at most, not for a thousand movements at once.
+constexpr std::chrono::milliseconds reportTime{8};
+
+}  // namespace
+
+bool DragHand::grip(TestWindow& window) {
+    const PixelRect frame = window.frame();
+    x_ = frame.x + frame.width / 3;
+    y_ = frame.y + belowEdge;
+    input_.movePointer(x_, y_);
+    input_.buttonDown();
+    return pull(window);
+}
+
+bool DragHand::gripWithAlt(TestWindow& window) {
+    const PixelRect frame = window.frame();
+    x_ = frame.x + frame.width / 2;
+    y_ = frame.y + frame.height / 2;
+    input_.movePointer(x_, y_);
+    input_.keyDown(KeyPosition::leftAlt);
+    isAltHeld_ = true;
+    input_.buttonDown();
+    return pull(window);
+}
+
+bool DragHand::pull(TestWindow& window) {
+    const PixelRect before = window.frame();
+    for (int pulled = 0; pulled < firstPull; pulled += 3) {
+        report(x_ + 3, y_ + 3);
+    }
+    return XClient::waitUntil([&] { return window.frame() != before; });
+}
+
+void DragHand::report(int x, int y) {
+    std::this_thread::sleep_for(reportTime);
+    x_ = x;
+    y_ = y;
+    input_.movePointer(x_, y_);
+    input_.roundTrip();
+}
+
+void DragHand::moveTo(int x, int y) {
+    while (x_ != x || y_ != y) {
+        report(x_ + std::clamp(x - x_, -stride, stride), y_ + std::clamp(y - y_, -stride, stride));
+    }
+}
+
+void DragHand::letGo() {
+    std::this_thread::sleep_for(reportTime);
+    input_.buttonUp();
+    if (isAltHeld_) {
+        input_.keyUp(KeyPosition::leftAlt);
+        isAltHeld_ = false;
+    }
+    input_.roundTrip();
+}
+
+}  // namespace lumatile::desktop
