@@ -28,6 +28,12 @@ function(lumatile_application_library name)
   _lumatile_library(${name} application ${ARGN})
 endfunction()
 
+# lumatile_view_library(NAME …): what the user sees, drawn with the toolkit. It may share its folder
+# with other targets; the files that its sources name are its own.
+function(lumatile_view_library name)
+  _lumatile_library(${name} views ${ARGN})
+endfunction()
+
 # lumatile_adapter(NAME …): implements ports with a library from outside; links no other adapter.
 function(lumatile_adapter name)
   _lumatile_library(${name} adapter ${ARGN})
@@ -36,15 +42,17 @@ endfunction()
 function(lumatile_check_layers)
   get_property(targets GLOBAL PROPERTY LUMATILE_TARGETS)
   # The same for scripts/check-layers, which holds the includes against the links:
-  # target|layer|folder|what it links
-  set(table "LumatilePorts|ports|Lumatile|\n")
+  # target|layer|folder|what it links|its sources
+  set(table "LumatilePorts|ports|Lumatile||\n")
   foreach(target IN LISTS targets)
     get_target_property(layer ${target} LUMATILE_LAYER)
     get_target_property(links ${target} LINK_LIBRARIES)
     get_target_property(folder ${target} SOURCE_DIR)
     file(RELATIVE_PATH folder "${PROJECT_SOURCE_DIR}" "${folder}")
+    get_target_property(sources ${target} SOURCES)
     list(JOIN links " " names)
-    string(APPEND table "${target}|${layer}|${folder}|${names}\n")
+    list(JOIN sources " " sources)
+    string(APPEND table "${target}|${layer}|${folder}|${names}|${sources}\n")
     foreach(link IN LISTS links)
       if(NOT link OR link STREQUAL "lumatile_flags")
         continue()
@@ -62,6 +70,10 @@ function(lumatile_check_layers)
       elseif(layer STREQUAL "adapter")
         # Ports live in the logic modules and in LumatilePorts.
         if(link_layer STREQUAL "outside" OR link_layer STREQUAL "ports")
+          set(allowed TRUE)
+        endif()
+      elseif(layer STREQUAL "views")
+        if(link_layer STREQUAL "application" OR link_layer STREQUAL "ports" OR link MATCHES "^Qt6::")
           set(allowed TRUE)
         endif()
       elseif(layer STREQUAL "application" AND link_layer STREQUAL "ports")

@@ -1,5 +1,11 @@
 # Reads the table of layers, then lines "file:line:#include …"; prints those that are forbidden.
 
+function module_of(path,    stem) {
+    stem = path
+    sub(/\.[a-z]+$/, "", stem)
+    return stem in views ? views[stem] : folder_of(path)
+}
+
 function folder_of(path) {
     # The nearest folder that is a module's.
     while (path ~ /\//) {
@@ -40,6 +46,18 @@ FNR == NR {
     split($0, column, "|")
     targets[column[1]] = 1
     folders[column[1]] = column[3]
+    if (column[2] == "views") {
+        # Views share a folder with a library that knows no toolkit: they are told by their names.
+        folders[column[1]] = column[3] " (views)"
+        layers[folders[column[1]]] = "views"
+        count = split(column[5], sources, " ")
+        for (i = 1; i <= count; ++i) {
+            sub(/\.cpp$/, "", sources[i])
+            views[column[3] "/" sources[i]] = folders[column[1]]
+        }
+        links[column[1]] = column[4]
+        next
+    }
     # The application's ports share its folder; the stricter layer counts there.
     if (column[2] != "ports") layers[column[3]] = column[2]
     links[column[1]] = column[4]
@@ -59,14 +77,14 @@ FNR == NR {
 
     # The one place that knows every adapter.
     if (file == "Lumatile/main.cpp") next
-    own = folder_of(file)
+    own = module_of(file)
     if (own == "") { forbid("a folder that is no module's"); next }
     layer = layers[own]
 
     if (text ~ /"[^"]*"/) {
         match(text, /"[^"]*"/)
         path = substr(text, RSTART + 1, RLENGTH - 2)
-        of = folder_of(path)
+        of = module_of(path)
         if (of == "") forbid("not a path from the root to a module's file")
         else if (of != own && !((own, of) in may)) forbid(own " does not link " of)
         else if (of != own && layers[of] == "adapter") forbid("another adapter")
@@ -85,6 +103,7 @@ FNR == NR {
         forbid("a library that " own " does not wrap")
         next
     }
+    if (layer == "views" && text ~ /<Q/ && links_qt(own)) next
     if (layer == "adapter" || text ~ /<[a-z0-9_]+>/) next
     if (text ~ /<nlohmann\// && ((own, "nlohmann_json::nlohmann_json") in reached)) next
     if (text ~ /<utf8proc\.h>/ && ((own, "PkgConfig::utf8proc") in reached)) next

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "Lumatile/RunLoop.h"
+
+namespace lumatile {
+
+/// Fades something in and out. Either way can be taken at any moment, from wherever the other one
+/// has come.
+class HighlightFade {
+public:
+    /// Seconds for a fade, however far it has to go: seen as a movement, not waited for.
+    static constexpr double seconds = 0.12;
+
+    /// Clear at first.
+    /// @param runLoop outlives the fade
+    /// @param apply called with each new alpha, 0 to 1
+    /// @param cleared called when a fade out has come to its end
+    HighlightFade(RunLoop& runLoop, std::function<void(double)> apply,
+                  std::function<void()> cleared);
+
+    /// Nothing happens when it is in, or on its way.
+    void fadeIn() { fadeTo(1); }
+
+    /// Nothing happens when it is out, or on its way.
+    void fadeOut() { fadeTo(0); }
+
+    double alpha() const { return alpha_; }
+
+private:
+    void fadeTo(double target);
+    void advance();
+
+    RunLoop& runLoop_;
+    std::function<void(double)> apply_;
+    std::function<void()> cleared_;
+    double alpha_ = 0;
+    double start_ = 0;
+    double target_ = 0;
+    double startTime_ = 0;
+    int step_ = 0;
+    std::unique_ptr<RunLoopTimer> timer_;
+};
+
+}  // namespace lumatile

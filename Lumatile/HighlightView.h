@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QRectF>
+#include <QRegion>
+#include <QWidget>
+
+#include "geometry/Size.h"
+
+class QPainter;
+
+namespace lumatile {
+
+/// The place where a dragged window would land, drawn: a translucent panel with the snap grid, an
+/// accent band along its upper edge, and an outline. Lengths are in points.
+class HighlightView : public QWidget {
+public:
+    explicit HighlightView(QWidget* parent = nullptr) : QWidget(parent) {}
+
+    Size cellPitch{40, 40};  ///< Width and height of one grid cell.
+
+    /// What the panel is laid into; empty: the whole view. The window may be a little larger than
+    /// the place that it shows, where a point is no whole number of pixels.
+    QRectF place;
+
+    /// For screens on which nothing can be translucent: opaque colours, of which `shape` is to be
+    /// cut out.
+    bool isSolid = false;
+
+    /// What the solid form shows: outline, band and cell marks.
+    QRegion shape() const;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QRectF drawingBounds() const;
+};
+
+}  // namespace lumatile
