@@ -37,7 +37,7 @@ HighlightOverlay::HighlightOverlay(ScreenList& screens, Translucency& translucen
     : screens_(screens),
       translucency_(translucency),
       fade_(
-          runLoop, [this](double alpha) { window_.setWindowOpacity(alpha); },
+          runLoop, [this](double alpha) { setAlpha(alpha); },
           [this] { window_.hide(); }) {
     // A window that the window manager does not know of: any other one would sink below full-screen
     // windows, stay on its virtual desktop, or swallow the click that drops.
@@ -46,11 +46,19 @@ HighlightOverlay::HighlightOverlay(ScreenList& screens, Translucency& translucen
                            Qt::X11BypassWindowManagerHint | Qt::NoDropShadowWindowHint);
     window_.setAttribute(Qt::WA_TranslucentBackground);
     window_.setAttribute(Qt::WA_ShowWithoutActivating);
-    // Compositors give what accompanies a drag neither shadow nor animation.
-    window_.setAttribute(Qt::WA_X11NetWmWindowTypeDND);
     // For those who look at the windows of a session.
     window_.setWindowTitle(QStringLiteral("Lumatile highlight"));
     window_.setWindowOpacity(0);
+    // Compositors give what accompanies a drag neither shadow nor animation. Only a window that
+    // exists takes this attribute.
+    window_.winId();
+    window_.setAttribute(Qt::WA_X11NetWmWindowTypeDND);
+}
+
+void HighlightOverlay::setAlpha(double alpha) {
+    window_.setWindowOpacity(alpha);
+    // The toolkit leaves the opacity lying until it has something else to send; a pixel will do.
+    view_.update(0, 0, 1, 1);
 }
 
 Size HighlightOverlay::cellPitch(const Rect& frame) {

@@ -28,6 +28,7 @@ public:
 
 private:
     Size cellPitch(const Rect& frame);
+    void setAlpha(double alpha);
 
     ScreenList& screens_;
     Translucency& translucency_;

@@ -34,6 +34,9 @@ constexpr double markShare = 0.5;
 // is all panels but for a few pixels, and are too small to be seen.
 constexpr double mostMarks = 10'000;
 
+// The solid form has only the marks' borders: whole ones would hide a quarter of what lies below.
+constexpr double markBorder = 2;
+
 // Round the solid form's outline, so that it is seen on light windows too.
 constexpr double contrastWidth = 2;
 
@@ -136,8 +139,10 @@ void drawSolid(QPainter& painter, const QRectF& bounds, const Size& pitch) {
     for (const QRectF& mark : marksIn(panel, pitch)) {
         painter.fillRect(mark, markColor);
     }
-    painter.fillRect(bandIn(panel), withAlpha(Palette::accent, 1));
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.setClipPath(roundedPath(panel, panelRadius));
+    painter.fillRect(bandIn(panel), withAlpha(Palette::accent, 1));
+    painter.setClipping(false);
     painter.fillPath(outlineOf(panel, outlineWidth), tint);
 }
 
@@ -156,7 +161,13 @@ QRegion HighlightView::shape() const {
     QPainter painter(&bitmap);
     painter.setClipPath(path);
     for (const QRectF& mark : marksIn(panel, cellPitch)) {
-        painter.fillPath(roundedPath(mark, markRadius), Qt::color1);
+        QPainterPath border = roundedPath(mark, markRadius);
+        if (mark.width() > 2 * markBorder) {
+            border.addPath(
+                roundedPath(mark.adjusted(markBorder, markBorder, -markBorder, -markBorder),
+                            markRadius - markBorder));
+        }
+        painter.fillPath(border, Qt::color1);
     }
     painter.fillRect(bandIn(panel), Qt::color1);
     painter.setClipping(false);

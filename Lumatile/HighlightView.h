@@ -26,7 +26,7 @@ public:
     /// cut out.
     bool isSolid = false;
 
-    /// What the solid form shows: outline, band and cell marks.
+    /// What the solid form shows: the outline, the band, and the borders of the cell marks.
     QRegion shape() const;
 
 protected:

@@ -1,6 +1,6 @@
 // The only place that knows every adapter.
 
-#include <QCoreApplication>
+#include <QApplication>
 
 #include <cstdlib>
 #include <functional>
@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Lumatile/AppDelegate.h"
+#include "Lumatile/HighlightOverlay.h"
 #include "Lumatile/MainTexts.h"
 #include "platform/freedesktop/ServiceNotifier.h"
 #include "platform/freedesktop/StandardErrorLog.h"
@@ -25,6 +26,7 @@
 #include "platform/x11/X11MouseTapPlatform.h"
 #include "platform/x11/X11ScreenList.h"
 #include "platform/x11/X11ShortcutText.h"
+#include "platform/x11/X11Translucency.h"
 #include "platform/x11/X11WindowMirror.h"
 #include "platform/x11/X11Workspace.h"
 
@@ -39,6 +41,17 @@ bool isWaylandSession() {
            (type != nullptr && std::string_view(type) == "wayland");
 }
 
+/// What the toolkit reads before its application object is made.
+void prepareToolkit() {
+    // The overlay's place is stated in the coordinates of the X server, also where the session
+    // would rather have the program on something else.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "xcb");
+    }
+    // A session manager would be told of a program with windows, and would start it again.
+    QCoreApplication::setAttribute(Qt::AA_DisableSessionManager);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -46,9 +59,7 @@ int main(int argc, char** argv) {
 
     StandardErrorLog log;
     TerminationSignals termination;
-    QCoreApplication application(argc, argv);
-    QtRunLoop runLoop;
-
+    // Before the toolkit, which ends the program where there is no server.
     const std::unique_ptr<X11Connection> connection = X11Connection::open();
     if (!connection) {
         log.write(MainTexts::program, MainTexts::noServer);
@@ -57,6 +68,11 @@ int main(int argc, char** argv) {
     if (isWaylandSession()) {
         log.write(MainTexts::program, MainTexts::waylandSession);
     }
+    prepareToolkit();
+    const QApplication application(argc, argv);
+    // The highlight is a window that comes and goes.
+    QApplication::setQuitOnLastWindowClosed(false);
+    QtRunLoop runLoop;
 
     X11Monitors monitors(*connection);
     X11ScreenList screenList(*connection, monitors);
@@ -68,17 +84,10 @@ int main(int argc, char** argv) {
     X11InputState inputState(*connection, log);
     X11DimOverlays dimOverlays(*connection, monitors, log);
     X11MouseTapPlatform mouseTaps(*connection, monitors);
-    AppDelegate delegate({accessibility,
-                          screenList,
-                          hotKeys,
-                          workspace,
-                          runLoop,
-                          preferences,
-                          log,
-                          inputState,
-                          dimOverlays,
-                          mouseTaps,
-                          {}});
+    X11Translucency translucency(*connection);
+    const auto highlight = std::make_shared<HighlightOverlay>(screenList, translucency, runLoop);
+    AppDelegate delegate({accessibility, screenList, hotKeys, workspace, runLoop, preferences, log,
+                          inputState, dimOverlays, mouseTaps, highlight});
 
     bool serverLost = false;
     const std::function<void()> dispatch = [&] {
