@@ -37,8 +37,7 @@ HighlightOverlay::HighlightOverlay(ScreenList& screens, Translucency& translucen
     : screens_(screens),
       translucency_(translucency),
       fade_(
-          runLoop, [this](double alpha) { setAlpha(alpha); },
-          [this] { window_.hide(); }) {
+          runLoop, [this](double alpha) { setAlpha(alpha); }, [this] { releaseWindow(); }) {
     // A window that the window manager does not know of: any other one would sink below full-screen
     // windows, stay on its virtual desktop, or swallow the click that drops.
     window_.setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
@@ -49,10 +48,18 @@ HighlightOverlay::HighlightOverlay(ScreenList& screens, Translucency& translucen
     // For those who look at the windows of a session.
     window_.setWindowTitle(QStringLiteral("Lumatile highlight"));
     window_.setWindowOpacity(0);
+}
+
+void HighlightOverlay::makeWindow() {
     // Compositors give what accompanies a drag neither shadow nor animation. Only a window that
     // exists takes this attribute.
     window_.winId();
     window_.setAttribute(Qt::WA_X11NetWmWindowTypeDND);
+}
+
+void HighlightOverlay::releaseWindow() {
+    window_.hide();
+    window_.release();
 }
 
 void HighlightOverlay::setAlpha(double alpha) {
@@ -83,6 +90,9 @@ void HighlightOverlay::show(const Rect& frame) {
     const QRect geometry =
         QRectF(place->window.x, place->window.y, place->window.width, place->window.height)
             .toRect();
+    if (!window_.isVisible()) {
+        makeWindow();
+    }
     window_.setScreen(screens[static_cast<qsizetype>(place->screen)]);
     window_.setGeometry(geometry);
     view_.setGeometry(QRect({}, geometry.size()));

@@ -27,12 +27,20 @@ public:
     const HighlightView& view() const { return view_; }
 
 private:
+    class Window final : public QWidget {
+    public:
+        /// Gives back what the window system and the picture take: megabytes on a large screen.
+        void release() { destroy(); }
+    };
+
+    void makeWindow();
+    void releaseWindow();
     Size cellPitch(const Rect& frame);
     void setAlpha(double alpha);
 
     ScreenList& screens_;
     Translucency& translucency_;
-    QWidget window_;
+    Window window_;
     HighlightView view_{&window_};
     HighlightFade fade_;
 };

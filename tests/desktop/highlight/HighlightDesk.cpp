@@ -95,7 +95,8 @@ bool HighlightDesk::waitUntilHidden() {
 }
 
 xcb_window_t HighlightDesk::window() {
-    if (window_ == XCB_WINDOW_NONE) {
+    // It is made for each time that something is shown.
+    if (!exists(window_)) {
         for (const xcb_window_t child : childrenOf(*this, root())) {
             if (nameOf(*this, child) == title) {
                 window_ = child;
@@ -150,7 +151,10 @@ std::optional<PixelRect> HighlightDesk::area() {
 
 void HighlightDesk::handle(const xcb_generic_event_t& event) {
     const auto note = [this](xcb_window_t of, Change change) {
-        if (of == window_) {
+        // Every window of the program: the highlight's is a new one each time, and no other is
+        // mapped.
+        const std::uint32_t client = ~xcb_get_setup(connection())->resource_id_mask;
+        if (window_ != XCB_WINDOW_NONE && (of & client) == (window_ & client)) {
             changes_.push_back(change);
         }
     };

@@ -32,7 +32,7 @@ public:
     bool waitUntilShown(const PixelRect& frame, int slack = 0);
     bool waitUntilHidden();
 
-    /// The window, once there was one.
+    /// The window that is shown, or was last.
     xcb_window_t window();
     bool isMapped();
 
@@ -43,8 +43,8 @@ public:
     const std::vector<Change>& changes();
     void forget() { changes_.clear(); }
 
-    /// Whether it lies above `window`, or above the frame that holds it.
-    bool isAbove(xcb_window_t window);
+    /// Whether it lies above `other`, or above the frame that holds it.
+    bool isAbove(xcb_window_t other);
 
 protected:
     void handle(const xcb_generic_event_t& event) override;

@@ -11,11 +11,11 @@
 namespace lumatile::reference {
 
 struct Place {
-    double x, y;
+    double x = 0, y = 0;
 };
 
 struct Box {
-    double left, top, right, bottom;
+    double left = 0, top = 0, right = 0, bottom = 0;
 
     Box inset(double by) const { return {left + by, top + by, right - by, bottom - by}; }
 
@@ -39,7 +39,7 @@ constexpr Color accent{255, 91, 31};
 
 /// A panel laid into `bounds`, in points.
 struct Drawing {
-    Box bounds;
+    Box bounds{};
     Size pitch;
 
     Box panel() const { return bounds.inset(3); }
