@@ -53,8 +53,7 @@ protected:
     void compare(const QImage& image, QRgb background, const Drawing& drawing) const {
         // Four layers, each rounded to whole channel values.
         constexpr double plainTolerance = 2;
-        // On edges the toolkit and the samples count coverage differently, and the
-        // toolkit clips with whole pixels; the outline covers the clip's edge.
+        // On edges the toolkit and the samples count coverage differently.
         constexpr double edgeTolerance = 20;
         double worstPlain = 0;
         double worstEdge = 0;
