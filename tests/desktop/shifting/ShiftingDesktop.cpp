@@ -27,14 +27,23 @@ ShiftingDesktop::ShiftingDesktop(WindowManager::Kind windowManager, std::string_
       x11Workspace_(mirror_),
       workspace_(x11Workspace_),
       runLoop_(clock_),
-      preferences_(log_),
+      preferences_(log_, runLoop_),
       hotKeys_(runLoop_),
       input_(clock_),
-      dimOverlays_(noScreens_) {
+      dimOverlays_(noScreens_),
+      mouseTaps_(*connection_, monitors_) {
     preferences_.storeOnDisk(OLEDSettings::preferenceKey, Bytes(oledSettings));
-    conductor_ = std::make_shared<ApplicationConductor>(
-        Platform{accessibility_, screenList_, hotKeys_, workspace_, runLoop_, preferences_, log_,
-                 input_, dimOverlays_});
+    conductor_ = std::make_shared<ApplicationConductor>(Platform{accessibility_,
+                                                                 screenList_,
+                                                                 hotKeys_,
+                                                                 workspace_,
+                                                                 runLoop_,
+                                                                 preferences_,
+                                                                 log_,
+                                                                 input_,
+                                                                 dimOverlays_,
+                                                                 mouseTaps_,
+                                                                 {}});
     conductor_->setAccessibilityGranted();
     conductor_->startFeatures();
     // So that steps fall in the middle of what a test lets pass.

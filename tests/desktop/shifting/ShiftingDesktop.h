@@ -20,6 +20,7 @@
 #include "platform/x11/X11AccessibilityPlatform.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Monitors.h"
+#include "platform/x11/X11MouseTapPlatform.h"
 #include "platform/x11/X11ScreenList.h"
 #include "platform/x11/X11WindowMirror.h"
 #include "platform/x11/X11Workspace.h"
@@ -122,6 +123,7 @@ private:
     SimulatedInput input_;
     SimulatedScreens noScreens_;
     SimulatedDimOverlays dimOverlays_;
+    X11MouseTapPlatform mouseTaps_;
     std::shared_ptr<ApplicationConductor> conductor_;
 };
 
