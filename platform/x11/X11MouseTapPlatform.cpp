@@ -169,7 +169,8 @@ void X11MouseTapPlatform::tellAll() {
     }
 }
 
-void X11MouseTapPlatform::tell(const Happening& happening, const Point& location, bool isReleaseLost) {
+void X11MouseTapPlatform::tell(const Happening& happening, const Point& location,
+                               bool isReleaseLost) {
     switch (happening.kind) {
         case Kind::press:
             if (isLeft(happening.button)) {
