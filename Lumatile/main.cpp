@@ -1,6 +1,8 @@
 // The only place that knows every adapter.
 
 #include <QApplication>
+#include <QString>
+#include <QtGlobal>
 
 #include <cstdlib>
 #include <functional>
@@ -52,6 +54,19 @@ void prepareToolkit() {
     QCoreApplication::setAttribute(Qt::AA_DisableSessionManager);
 }
 
+// The toolkit has a connection of its own. When the server goes away, either of the two may notice
+// first; the toolkit then has a word of its own, and ends the program. One line is enough.
+const std::function<void()>* reportServerLost = nullptr;
+QtMessageHandler toolkitsOwnHandler = nullptr;
+
+void handleToolkitMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (!text.startsWith(QLatin1String("The X11 connection broke"))) {
+        toolkitsOwnHandler(type, context, text);
+    } else if (reportServerLost != nullptr) {
+        (*reportServerLost)();
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -90,14 +105,21 @@ int main(int argc, char** argv) {
                           inputState, dimOverlays, mouseTaps, highlight});
 
     bool serverLost = false;
+    const std::function<void()> reportLost = [&] {
+        if (!serverLost) {
+            serverLost = true;
+            log.write(MainTexts::program, MainTexts::serverLost);
+        }
+    };
+    reportServerLost = &reportLost;
+    toolkitsOwnHandler = qInstallMessageHandler(handleToolkitMessage);
     const std::function<void()> dispatch = [&] {
         if (serverLost) {
             return;
         }
         connection->dispatch();
         if (connection->isLost()) {
-            serverLost = true;
-            log.write(MainTexts::program, MainTexts::serverLost);
+            reportLost();
             QCoreApplication::exit(exitFailure);
         }
     };
@@ -122,6 +144,7 @@ int main(int argc, char** argv) {
         notifier.ready();
     });
     const int status = QCoreApplication::exec();
+    reportServerLost = nullptr;
     notifier.stopping();
     delegate.applicationWillTerminate();
     return serverLost ? exitFailure : status;

@@ -5,6 +5,7 @@
 
 #include <xcb/randr.h>
 
+#include "platform/x11/X11Event.h"
 #include "platform/x11/X11KeptRamps.h"
 #include "platform/x11/X11Property.h"
 #include "platform/x11/X11Reply.h"
@@ -32,9 +33,21 @@ X11GammaRamps::X11GammaRamps(X11Connection& connection)
     : connection_(connection),
       knowsControllers_(startRandR(connection)),
       property_(connection.atoms()["_LUMATILE_GAMMA_RAMPS"]) {
-    if (knowsControllers_) {
-        restoreKept();
+    if (!knowsControllers_) {
+        return;
     }
+    // The same events for which the monitors ask: the mask belongs to the connection.
+    xcb_randr_select_input(connection.get(), connection.root(),
+                           XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE |
+                               XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE);
+    const int first = xcb_get_extension_data(connection.get(), &xcb_randr_id)->first_event;
+    subscription_ = connection.observe([this, first](const xcb_generic_event_t& event) {
+        const int type = X11Event::type(event);
+        if (type == first + XCB_RANDR_SCREEN_CHANGE_NOTIFY || type == first + XCB_RANDR_NOTIFY) {
+            areControllersStale_ = true;
+        }
+    });
+    restoreKept();
 }
 
 bool X11GammaRamps::dim(double opacity) {
@@ -88,12 +101,27 @@ std::map<X11GammaRamps::Controller, X11GammaRamp> X11GammaRamps::activeRamps() {
     if (!knowsControllers_) {
         return {};
     }
+    if (!areControllersStale_) {
+        std::map<Controller, X11GammaRamp> result = ramps(active_);
+        // A change before the answer has been told of by now.
+        connection_.readEvents();
+        if (!areControllersStale_) {
+            return result;
+        }
+    }
+    readControllers();
+    return ramps(active_);
+}
+
+void X11GammaRamps::readControllers() {
+    areControllersStale_ = false;
+    active_.clear();
     xcb_connection_t* const server = connection_.get();
     const X11Reply<xcb_randr_get_screen_resources_current_reply_t> resources(
         xcb_randr_get_screen_resources_current_reply(
             server, xcb_randr_get_screen_resources_current(server, connection_.root()), nullptr));
     if (!resources) {
-        return {};
+        return;
     }
     const xcb_randr_crtc_t* first = xcb_randr_get_screen_resources_current_crtcs(resources.get());
     const std::vector<Controller> all(
@@ -104,15 +132,13 @@ std::map<X11GammaRamps::Controller, X11GammaRamp> X11GammaRamps::activeRamps() {
         questions.push_back(
             xcb_randr_get_crtc_info(server, controller, resources->config_timestamp));
     }
-    std::vector<Controller> active;
     for (std::size_t i = 0; i < all.size(); ++i) {
         const X11Reply<xcb_randr_get_crtc_info_reply_t> info(
             xcb_randr_get_crtc_info_reply(server, questions[i], nullptr));
         if (info && info->mode != XCB_NONE) {
-            active.push_back(all[i]);
+            active_.push_back(all[i]);
         }
     }
-    return ramps(active);
 }
 
 std::map<X11GammaRamps::Controller, X11GammaRamp> X11GammaRamps::ramps(

@@ -46,6 +46,7 @@ private:
     };
 
     std::map<Controller, X11GammaRamp> activeRamps();
+    void readControllers();
     std::map<Controller, X11GammaRamp> ramps(const std::vector<Controller>& controllers);
     void set(Controller controller, const X11GammaRamp& ramp);
     bool keepOriginals();
@@ -55,6 +56,9 @@ private:
     bool knowsControllers_;
     xcb_atom_t property_;
     std::map<Controller, Dimmed> dimmed_;
+    std::vector<Controller> active_;            // As of the last look.
+    bool areControllersStale_ = true;           // Whether the screens have changed since.
+    X11Connection::Subscription subscription_;  // Last: its observer names the fields above.
 };
 
 }  // namespace lumatile
