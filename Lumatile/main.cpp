@@ -62,9 +62,13 @@ QtMessageHandler toolkitsOwnHandler = nullptr;
 void handleToolkitMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
     if (!text.startsWith(QLatin1String("The X11 connection broke"))) {
         toolkitsOwnHandler(type, context, text);
-    } else if (reportServerLost != nullptr) {
+        return;
+    }
+    if (reportServerLost != nullptr) {
         (*reportServerLost)();
     }
+    // As the toolkit would next, but without taking itself apart half way.
+    std::_Exit(exitFailure);
 }
 
 }  // namespace
