@@ -109,6 +109,11 @@ LumatileProcess::LumatileProcess(DesktopSession& session, const std::filesystem:
     for (const char* name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"}) {
         start.environment[name] = withOption(session.environment(), name, status);
     }
+    // When the server goes away the toolkit ends the program with its own connection still open.
+    const std::filesystem::path suppressions =
+        folder_.write("leaks", "leak:libX11.so\nleak:libQt6XcbQpa.so\n");
+    start.environment["LSAN_OPTIONS"] +=
+        ":suppressions=" + suppressions.string() + ":print_suppressions=0";
     std::filesystem::path configuration = folder_.path() / "config";
     if (settings.writableFolder) {
         folder_.write("config/lumatile/lumatile.conf", settingsFile(settings));
