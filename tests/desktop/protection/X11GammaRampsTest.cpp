@@ -52,6 +52,7 @@ protected:
     }
 
     void start() {
+        ramps_.reset();  // Before the connection that it uses.
         connection_ = X11Connection::open(server_.display());
         ASSERT_TRUE(connection_);
         ramps_ = std::make_unique<X11GammaRamps>(*connection_);

@@ -87,7 +87,8 @@ TEST_F(ProgramRun, waitsWhileTheButtonIsHeld) {
     // Three steps would be due. No event says that nothing happens.
     EXPECT_FALSE(XClient::waitUntil([&] { return window_->frame() != before; },
                                     Deadline::in(std::chrono::milliseconds(3200))));
-    EXPECT_EQ(window_->configurations().size(), configured);
+    // The window manager's own word about the step before may still have been on its way.
+    EXPECT_LE(window_->configurations().size(), configured + 1);
     desktop_.input().buttonUp();
     EXPECT_TRUE(XClient::waitUntil([&] { return window_->frame() != before; }));
     EXPECT_TRUE(LumatileProcess::isClean(program_->stop())) << program_->output();
