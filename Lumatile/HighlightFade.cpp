@@ -1,6 +1,5 @@
 #include "Lumatile/HighlightFade.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace lumatile {
@@ -14,32 +13,13 @@ constexpr int steps = 8;
 
 HighlightFade::HighlightFade(RunLoop& runLoop, std::function<void(double)> apply,
                              std::function<void()> cleared)
-    : runLoop_(runLoop), apply_(std::move(apply)), cleared_(std::move(cleared)) {}
+    : apply_(std::move(apply)),
+      cleared_(std::move(cleared)),
+      fade_(runLoop, {seconds, steps}, [this](double alpha) { this->apply(alpha); }) {}
 
-void HighlightFade::fadeTo(double target) {
-    if (target == target_) {
-        return;
-    }
-    target_ = target;
-    start_ = alpha_;
-    startTime_ = runLoop_.now();
-    step_ = 0;
-    timer_ = runLoop_.repeat(seconds / steps, [this] { advance(); });
-}
-
-void HighlightFade::advance() {
-    ++step_;
-    // By the clock, since ticks are missed while a large window is drawn; by the steps where they
-    // are further, since the clock may be set back.
-    const double progress =
-        std::max(static_cast<double>(step_) / steps, (runLoop_.now() - startTime_) / seconds);
-    const bool isOver = progress >= 1;
-    alpha_ = isOver ? target_ : start_ + (target_ - start_) * progress;
-    if (isOver) {
-        timer_.reset();
-    }
-    apply_(alpha_);
-    if (isOver && target_ == 0) {
+void HighlightFade::apply(double alpha) {
+    apply_(alpha);
+    if (!fade_.isUnderWay() && alpha == 0) {
         cleared_();
     }
 }

@@ -1,9 +1,8 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 
-#include "Lumatile/RunLoop.h"
+#include "Lumatile/Fade.h"
 
 namespace lumatile {
 
@@ -22,26 +21,19 @@ public:
                   std::function<void()> cleared);
 
     /// Nothing happens when it is in, or on its way.
-    void fadeIn() { fadeTo(1); }
+    void fadeIn() { fade_.fadeTo(1); }
 
     /// Nothing happens when it is out, or on its way.
-    void fadeOut() { fadeTo(0); }
+    void fadeOut() { fade_.fadeTo(0); }
 
-    double alpha() const { return alpha_; }
+    double alpha() const { return fade_.value(); }
 
 private:
-    void fadeTo(double target);
-    void advance();
+    void apply(double alpha);
 
-    RunLoop& runLoop_;
     std::function<void(double)> apply_;
     std::function<void()> cleared_;
-    double alpha_ = 0;
-    double start_ = 0;
-    double target_ = 0;
-    double startTime_ = 0;
-    int step_ = 0;
-    std::unique_ptr<RunLoopTimer> timer_;
+    Fade fade_;
 };
 
 }  // namespace lumatile

@@ -25,44 +25,29 @@ double clamped(double level) {
 }  // namespace
 
 ScreenDimSurface::ScreenDimSurface(DimOverlays& overlays, RunLoop& runLoop)
-    : overlays_(overlays), runLoop_(runLoop) {}
+    : overlays_(overlays), fade_(runLoop, {fadeSeconds, fadeSteps}, [this](double opacity) {
+          overlays_.setOpacity(opacity);
+      }) {}
 
 ScreenDimSurface::~ScreenDimSurface() {
-    if (opacity_ != 0) {
+    if (fade_.value() != 0) {
         overlays_.setOpacity(0);
     }
 }
 
 void ScreenDimSurface::rebuild() {
     fade_.reset();
-    opacity_ = 0;
-    target_ = 0;
     overlays_.rebuild();
 }
 
 void ScreenDimSurface::setLevel(double level) {
     const double target = clamped(level);
-    if (target == target_) {
+    if (target != fade_.target()) {
+        repeats_ = 0;
+        fade_.fadeTo(target);
+    } else if (target != 0 && !fade_.isUnderWay() && ++repeats_ % repeatsPerCheck == 0) {
         // What came to lie above the overlays meanwhile, or undid a gamma ramp, is dimmed again.
-        if (target != 0 && !fade_ && ++repeats_ % repeatsPerCheck == 0) {
-            overlays_.setOpacity(opacity_);
-        }
-        return;
-    }
-    target_ = target;
-    repeats_ = 0;
-    start_ = opacity_;
-    step_ = 0;
-    fade_ = runLoop_.repeat(fadeSeconds / fadeSteps, [this] { advance(); });
-}
-
-void ScreenDimSurface::advance() {
-    ++step_;
-    const bool isOver = step_ >= fadeSteps;
-    opacity_ = isOver ? target_ : start_ + (target_ - start_) * step_ / fadeSteps;
-    overlays_.setOpacity(opacity_);
-    if (isOver) {
-        fade_.reset();
+        overlays_.setOpacity(target);
     }
 }
 

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <memory>
-
-#include "Lumatile/RunLoop.h"
+#include "Lumatile/Fade.h"
 #include "oled_protection/DimSurface.h"
 
 namespace lumatile {
@@ -31,16 +29,9 @@ public:
     void setLevel(double level) override;
 
 private:
-    void advance();
-
     DimOverlays& overlays_;
-    RunLoop& runLoop_;
-    double opacity_ = 0;
-    double start_ = 0;
-    double target_ = 0;
-    int step_ = 0;
     int repeats_ = 0;
-    std::unique_ptr<RunLoopTimer> fade_;
+    Fade fade_;
 };
 
 }  // namespace lumatile
