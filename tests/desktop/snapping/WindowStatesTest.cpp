@@ -15,6 +15,7 @@ using Kind = TestWindow::Kind;
 
 const std::string vertically = "_NET_WM_STATE_MAXIMIZED_VERT";
 const std::string horizontally = "_NET_WM_STATE_MAXIMIZED_HORZ";
+const std::vector<std::string> maximized{vertically, horizontally};
 const std::string shaded = "_NET_WM_STATE_SHADED";
 const std::string fullScreen = "_NET_WM_STATE_FULLSCREEN";
 
@@ -49,8 +50,8 @@ protected:
                 const auto window = open(kind);
                 window->setState(states, true);
                 desktop_->press(command);
-                // Without a frame of its own it may fill the target already, and stays.
-                const bool isThere = window->frame() == target(command);
+                // Maximized on both axes it fills the target already, and stays.
+                const bool isThere = command == "maximize" && states == maximized;
                 ASSERT_TRUE(XClient::waitUntil([&] {
                     return window->frame() == target(command) &&
                            (isThere ||
@@ -68,7 +69,7 @@ protected:
     std::unique_ptr<SnapDesktop> desktop_;
 };
 
-TEST_P(WindowStates, aMaximizedWindowSnaps) { expectSnapOutOf({vertically, horizontally}); }
+TEST_P(WindowStates, aMaximizedWindowSnaps) { expectSnapOutOf(maximized); }
 
 TEST_P(WindowStates, aWindowMaximizedOnOneAxisSnaps) {
     expectSnapOutOf({vertically});
@@ -116,11 +117,13 @@ TEST_P(WindowStates, aStoppedProgramsWindowSnapsAndDelaysNoOther) {
 
 TEST_P(WindowStates, aWindowThatGoesAwayInTheMiddleIsNoTrouble) {
     for (int round = 0; round < 10; ++round) {
-        const auto doomed = open(Kind::decorated);
+        // Not placed: the shortcut that was meant for the one before may reach it.
+        const auto doomed = desktop_->desktop().openWindow({});
         desktop_->press("left");
         doomed->close();
     }
-    const auto window = open(Kind::decorated);
+    const auto window = desktop_->desktop().openWindow({});
+    ASSERT_TRUE(desktop_->settle(*window));
     desktop_->press("right");
     EXPECT_TRUE(reaches(*window, target("right")));
 }
