@@ -54,6 +54,9 @@ public:
     /// Whether a window manager lives. What a dead one left on the root is still there.
     bool hasWindowManager() const { return windowManager_ != XCB_WINDOW_NONE; }
 
+    /// The window by which the living window manager states itself; none when there is none.
+    xcb_window_t windowManager() const { return windowManager_; }
+
     /// Counts the signs of life of the window manager.
     std::uint64_t windowManagerActivity() const { return activity_; }
 

@@ -98,6 +98,7 @@ X11WindowWriter::X11WindowWriter(X11Connection& connection, X11Monitors& monitor
       monitors_(monitors),
       mirror_(mirror),
       probe_(connection, mirror),
+      tile_(connection, mirror),
       moveResize_(connection.atoms()["_NET_MOVERESIZE_WINDOW"]),
       state_(connection.atoms()["_NET_WM_STATE"]),
       maximizedHorizontally_(connection.atoms()["_NET_WM_STATE_MAXIMIZED_HORZ"]),
@@ -115,6 +116,7 @@ Rect X11WindowWriter::frame(const X11Window& window) {
 
 bool X11WindowWriter::writePosition(xcb_window_t id, std::uint64_t serial, const Point& position,
                                     double timeout) {
+    const bool isDrop = tile_.takeDrop() && awaitWindowManager(timeout);
     X11Window* window = writable(id, serial);
     const auto left = X11PixelRect::roundedEdge(position.x);
     const auto top = X11PixelRect::roundedEdge(position.y);
@@ -133,6 +135,9 @@ bool X11WindowWriter::writePosition(xcb_window_t id, std::uint64_t serial, const
                       .target = moved({*left, *top, sized.width, sized.height}, rootOrigin()),
                       .withSize = false,
                       .leavesState = window->facts.isMaximized()};
+    if (isDrop && isReachable(order.target)) {
+        return carryOutDrop(order, timeout);
+    }
     if (outer == order.target && !isUnderWay) {
         settle(order, *window);
         return true;
@@ -216,6 +221,36 @@ bool X11WindowWriter::carryOut(const Order& order, double timeout) {
         probe(wait);
     }
     return awaitAnswer(order, wait);
+}
+
+bool X11WindowWriter::carryOutDrop(const Order& order, double timeout) {
+    // A window that was just dragged does not lie at the target. One that does is in a tile by now,
+    // and so is one that does not go there.
+    X11Window* window = mirror_.findManaged(order.id, order.serial);
+    if (window != nullptr && !window->frame().outer().hasOriginOf(order.target)) {
+        window->refusedAt = window->answers;  // Whether it does is to be known at once.
+        if (carryOut(order, timeout)) {
+            return true;
+        }
+    }
+    tile_.undo(order.id);
+    return awaitWindowManager(timeout) && carryOut(order, timeout);
+}
+
+bool X11WindowWriter::awaitWindowManager(double timeout) {
+    if (probe_.isSilent()) {
+        return false;
+    }
+    const TimePoint deadline = after(Clock::now(), timeout);
+    probe_.ask();
+    while (!probe_.isAnswered()) {
+        if (Clock::now() >= deadline || connection_.isLost()) {
+            probe_.noteSilence();
+            return false;
+        }
+        connection_.waitForEvents(deadline);
+    }
+    return true;
 }
 
 bool X11WindowWriter::awaitAnswer(const Order& order, Wait& wait) {

@@ -7,6 +7,7 @@
 #include "geometry/Rect.h"
 #include "geometry/Size.h"
 #include "platform/x11/X11Connection.h"
+#include "platform/x11/X11EdgeTile.h"
 #include "platform/x11/X11Monitors.h"
 #include "platform/x11/X11PixelRect.h"
 #include "platform/x11/X11Window.h"
@@ -52,6 +53,12 @@ private:
     Point rootOrigin();
 
     bool carryOut(const Order& order, double timeout);
+    bool carryOutDrop(const Order& order, double timeout);
+
+    /// Until it has dealt with everything up to now.
+    /// @return false when it has not by the time-out
+    bool awaitWindowManager(double timeout);
+
     bool awaitAnswer(const Order& order, Wait& wait);
     static bool hasArrived(const Order& order, const X11Window& window);
     bool isConfirmed(const X11Window& window, Wait& wait);
@@ -67,6 +74,7 @@ private:
     X11Monitors& monitors_;
     X11WindowMirror& mirror_;
     X11WindowManagerProbe probe_;
+    X11EdgeTile tile_;
     xcb_atom_t moveResize_;
     xcb_atom_t state_;
     xcb_atom_t maximizedHorizontally_;

@@ -54,9 +54,9 @@ TEST_P(DragToEdge, everyEdgeAndCornerOfALandscapeScreen) {
     EXPECT_EQ(desktop().endProgram(), "");
 }
 
-// The other two have an edge tiling of their own, on by default, which wins against a drop so far.
 INSTANTIATE_TEST_SUITE_P(Desktop, DragToEdge,
-                         testing::Values(WindowManager::Kind::openbox, WindowManager::Kind::xfwm4),
+                         testing::Values(WindowManager::Kind::openbox, WindowManager::Kind::xfwm4,
+                                         WindowManager::Kind::kwin),
                          nameOf);
 
 }  // namespace
