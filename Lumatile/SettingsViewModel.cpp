@@ -1,0 +1,292 @@
+#include "Lumatile/SettingsViewModel.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "commands/CommandStore.h"
+#include "settings_core/GridEditing.h"
+#include "settings_core/ShortcutValidator.h"
+
+namespace lumatile {
+
+struct SettingsViewModel::Observers {
+    std::list<std::function<void()>> list;
+    int walks = 0;  ///< Under way: an observer may change the model again.
+};
+
+SettingsViewModel::Observation::~Observation() {
+    if (const auto observers = observers_.lock()) {
+        // Perhaps from inside its own call: the place stays, so that the walk goes on from it.
+        *place_ = nullptr;
+    }
+}
+
+SettingsViewModel::SettingsViewModel(std::vector<SnapCommand> commands, const OLEDSettings& oled)
+    : commands_(std::move(commands)), oled_(oled), observers_(std::make_shared<Observers>()) {}
+
+std::unique_ptr<SettingsViewModel::Observation> SettingsViewModel::observe(
+    std::function<void()> changed) {
+    auto observation = std::make_unique<Observation>();
+    observation->observers_ = observers_;
+    observation->place_ = observers_->list.insert(observers_->list.end(), std::move(changed));
+    return observation;
+}
+
+void SettingsViewModel::changed() {
+    const std::shared_ptr<Observers> observers = observers_;
+    ++observers->walks;
+    for (const std::function<void()>& each : observers->list) {
+        if (each) {
+            const std::function<void()> observer = each;
+            observer();
+        }
+    }
+    if (--observers->walks == 0) {
+        observers->list.remove_if([](const std::function<void()>& each) { return !each; });
+    }
+}
+
+void SettingsViewModel::setSection(SettingsSection section) {
+    if (section != section_) {
+        section_ = section;
+        changed();
+    }
+}
+
+const SnapCommand* SettingsViewModel::selected() const {
+    const auto found = std::find_if(commands_.begin(), commands_.end(),
+                                    [this](const auto& each) { return each.id == selectedID_; });
+    return found != commands_.end() ? &*found : nullptr;
+}
+
+SnapCommand* SettingsViewModel::selectedCommand() {
+    const auto found = std::find_if(commands_.begin(), commands_.end(),
+                                    [this](const auto& each) { return each.id == selectedID_; });
+    return found != commands_.end() ? &*found : nullptr;
+}
+
+void SettingsViewModel::select(const std::optional<UUID>& id) {
+    if (id == selectedID_) {
+        return;
+    }
+    selectedID_ = id;
+    refusal_.reset();
+    painted_.reset();
+    changed();
+}
+
+std::vector<SnapCommand> SettingsViewModel::areas(bool custom) const {
+    std::vector<SnapCommand> found;
+    std::copy_if(commands_.begin(), commands_.end(), std::back_inserter(found),
+                 [custom](const SnapCommand& each) {
+                     return each.kind == Kind::area && each.isCustom() == custom;
+                 });
+    return found;
+}
+
+void SettingsViewModel::addCustomArea() {
+    CommandStore store(commands_);
+    const auto id = store.addCustomArea(newArea.ox, newArea.oy, newArea.w, newArea.h);
+    if (!id) {
+        return;
+    }
+    commands_ = std::move(store.commands);
+    selectedID_ = id;
+    refusal_.reset();
+    painted_.reset();
+    edited();
+}
+
+void SettingsViewModel::deleteSelected() {
+    const SnapCommand* command = selected();
+    if (command == nullptr || !command->isCustom()) {
+        return;
+    }
+    std::erase_if(commands_, [this](const SnapCommand& each) { return each.id == selectedID_; });
+    selectedID_.reset();
+    refusal_.reset();
+    painted_.reset();
+    edited();
+}
+
+bool SettingsViewModel::renameSelected(std::string_view name) {
+    SnapCommand* command = selectedCommand();
+    if (command == nullptr) {
+        return false;
+    }
+    const SnapCommand before = *command;
+    if (!command->rename(name)) {
+        return false;
+    }
+    if (*command != before) {
+        edited();
+    }
+    return true;
+}
+
+void SettingsViewModel::record(const Shortcut& shortcut) {
+    SnapCommand* command = selectedCommand();
+    if (command == nullptr) {
+        return;
+    }
+    SnapCommand recorded = *command;
+    recorded.shortcut = shortcut;
+    const std::optional<SnapCommand> holder = conflict(recorded);
+    if (!ShortcutValidator::isAcceptable(shortcut) || holder) {
+        refusal_ =
+            Refusal{shortcut, ShortcutValidator::isAcceptable(shortcut) ? holder : std::nullopt};
+        changed();
+        return;
+    }
+    refusal_.reset();
+    if (command->shortcut == shortcut) {
+        changed();
+        return;
+    }
+    command->shortcut = shortcut;
+    edited();
+}
+
+void SettingsViewModel::setRecording(bool isRecording) {
+    if (isRecording == isRecording_) {
+        return;
+    }
+    isRecording_ = isRecording;
+    if (isRecording && refusal_) {
+        refusal_.reset();
+        changed();
+    }
+    if (onRecording) {
+        onRecording(isRecording);
+    }
+}
+
+void SettingsViewModel::removeShortcut() {
+    SnapCommand* command = selectedCommand();
+    if (command != nullptr && command->shortcut) {
+        command->shortcut.reset();
+        refusal_.reset();
+        edited();
+    }
+}
+
+void SettingsViewModel::setShortcutEnabled(bool enabled) {
+    SnapCommand* command = selectedCommand();
+    if (command != nullptr && command->shortcut && command->shortcut->enabled != enabled) {
+        command->shortcut->enabled = enabled;
+        edited();
+    }
+}
+
+std::optional<SnapCommand> SettingsViewModel::conflict(const SnapCommand& command) const {
+    if (!command.shortcut) {
+        return std::nullopt;
+    }
+    std::vector<SnapCommand> others;
+    std::copy_if(commands_.begin(), commands_.end(), std::back_inserter(others),
+                 [&](const SnapCommand& each) { return each.nameKey != command.nameKey; });
+    return ShortcutValidator::conflict(*command.shortcut, others, command.id);
+}
+
+void SettingsViewModel::setRefusedShortcuts(std::vector<UUID> commands) {
+    if (commands != refusedShortcuts_) {
+        refusedShortcuts_ = std::move(commands);
+        changed();
+    }
+}
+
+bool SettingsViewModel::isShortcutRefused(const UUID& id) const {
+    return std::find(refusedShortcuts_.begin(), refusedShortcuts_.end(), id) !=
+           refusedShortcuts_.end();
+}
+
+void SettingsViewModel::paint(const GridCell& from, const GridCell& to) {
+    const SnapCommand* command = selected();
+    if (command == nullptr) {
+        return;
+    }
+    const CellRect block = GridEditing::rect(GridEditing::clamp(from, command->axis),
+                                             GridEditing::clamp(to, command->axis));
+    if (painted_ != block) {
+        painted_ = block;
+        changed();
+    }
+}
+
+void SettingsViewModel::commitPaint() {
+    SnapCommand* command = selectedCommand();
+    const std::optional<CellRect> block = std::exchange(painted_, std::nullopt);
+    if (command == nullptr || !block) {
+        return;
+    }
+    const SnapCommand before = *command;
+    GridEditing::setTarget(*command, *block);
+    if (*command != before) {
+        edited();
+    } else {
+        changed();
+    }
+}
+
+std::optional<SnapCommand> SettingsViewModel::painted() const {
+    const SnapCommand* command = selected();
+    if (command == nullptr) {
+        return std::nullopt;
+    }
+    SnapCommand shown = *command;
+    if (painted_) {
+        GridEditing::setTarget(shown, *painted_);
+    }
+    return shown;
+}
+
+void SettingsViewModel::restoreDefaultArea() {
+    SnapCommand* command = selectedCommand();
+    if (command == nullptr) {
+        return;
+    }
+    const std::optional<SnapCommand> builtIn = GridEditing::defaultOf(*command);
+    if (builtIn && command->targetSegments != builtIn->targetSegments) {
+        command->targetSegments = builtIn->targetSegments;
+        painted_.reset();
+        edited();
+    }
+}
+
+void SettingsViewModel::setOLED(const OLEDSettings& settings) {
+    if (settings == oled_) {
+        return;
+    }
+    oled_ = settings;
+    if (onOLEDChange) {
+        onOLEDChange(oled_);
+    }
+    changed();
+}
+
+void SettingsViewModel::replace(std::vector<SnapCommand> commands, const OLEDSettings& oled) {
+    if (commands == commands_ && oled == oled_) {
+        return;
+    }
+    commands_ = std::move(commands);
+    oled_ = oled;
+    deselectGone();
+    changed();
+}
+
+void SettingsViewModel::deselectGone() {
+    if (selected() == nullptr) {
+        selectedID_.reset();
+        refusal_.reset();
+        painted_.reset();
+    }
+}
+
+void SettingsViewModel::edited() {
+    if (onChange) {
+        onChange(commands_);
+    }
+    changed();
+}
+
+}  // namespace lumatile
