@@ -104,7 +104,7 @@ void SimulatedMouse::tell(MouseEventType type) {
     std::erase_if(watchers_, [](const auto& each) { return each.expired(); });
     for (const std::weak_ptr<Watcher>& each : watchers_) {
         const std::shared_ptr<Watcher> watcher = each.lock();
-        if (watcher->isEnabled && (watcher->mask & bit(type)) != 0) {
+        if (watcher && watcher->isEnabled && (watcher->mask & bit(type)) != 0) {
             runLoop_.post([each, event = MouseEvent{type, at_}] {
                 if (const std::shared_ptr<Watcher> alive = each.lock()) {
                     alive->handler(event);
