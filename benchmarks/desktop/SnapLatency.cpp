@@ -9,9 +9,9 @@
 #include <sstream>
 #include <thread>
 
-#include "benchmarks/desktop/GeometryWatcher.h"
 #include "benchmarks/desktop/HotKeyDaemon.h"
 #include "benchmarks/desktop/OpenboxBinding.h"
+#include "benchmarks/support/GeometryWatcher.h"
 #include "tests/desktop/support/DesktopError.h"
 #include "tests/desktop/support/LumatileProcess.h"
 #include "tests/desktop/support/TestDesktop.h"

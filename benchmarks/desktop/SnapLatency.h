@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "benchmarks/desktop/Statistics.h"
+#include "benchmarks/support/Statistics.h"
 
 namespace lumatile::benchmark {
 

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "benchmarks/desktop/Statistics.h"
+#include "benchmarks/support/Statistics.h"
 
 namespace lumatile::benchmark {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "benchmarks/protection/OtherPrograms.h"
-#include "benchmarks/protection/ProcessFigures.h"
+#include "benchmarks/support/ProcessFigures.h"
 #include "tests/desktop/support/DesktopError.h"
 #include "tests/desktop/support/LumatileProcess.h"
 #include "tests/desktop/support/TestDesktop.h"

@@ -6,7 +6,7 @@
 #include <cstdio>
 
 #include "benchmarks/protection/OtherPrograms.h"
-#include "benchmarks/protection/ProcessFigures.h"
+#include "benchmarks/support/ProcessFigures.h"
 #include "tests/desktop/shifting/ShiftingDesktop.h"
 #include "tests/desktop/support/DesktopError.h"
 

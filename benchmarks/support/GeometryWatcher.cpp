@@ -1,4 +1,4 @@
-#include "benchmarks/desktop/GeometryWatcher.h"
+#include "benchmarks/support/GeometryWatcher.h"
 
 #include <xcb/xtest.h>
 

@@ -1,4 +1,4 @@
-#include "benchmarks/protection/ProcessFigures.h"
+#include "benchmarks/support/ProcessFigures.h"
 
 #include <filesystem>
 #include <fstream>

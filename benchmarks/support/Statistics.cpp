@@ -1,4 +1,4 @@
-#include "benchmarks/desktop/Statistics.h"
+#include "benchmarks/support/Statistics.h"
 
 #include <algorithm>
 #include <cmath>
