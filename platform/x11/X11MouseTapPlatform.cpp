@@ -98,21 +98,24 @@ void X11MouseTapPlatform::note(const xcb_generic_event_t& event) {
     if (extension_ == 0 || generic.extension != extension_) {
         return;
     }
+    // An event carries the number of the last request that the server had carried out before.
+    const bool isNew =
+        question_ && static_cast<std::int32_t>(event.full_sequence - *question_) >= 0;
     const auto button = [&event] {
         return X11Event::as<xcb_input_raw_button_press_event_t>(event).detail;
     };
     switch (generic.event_type) {
         case XCB_INPUT_RAW_BUTTON_PRESS:
-            add({Kind::press, button()});
+            add({Kind::press, button(), isNew});
             break;
         case XCB_INPUT_RAW_BUTTON_RELEASE:
-            add({Kind::release, button()});
+            add({Kind::release, button(), isNew});
             break;
         case XCB_INPUT_RAW_MOTION:
-            add({Kind::motion});
+            add({Kind::motion, 0, isNew});
             break;
         case XCB_INPUT_HIERARCHY:
-            add({Kind::devicesChanged});
+            add({Kind::devicesChanged, 0, isNew});
             break;
         default:
             break;
@@ -121,15 +124,20 @@ void X11MouseTapPlatform::note(const xcb_generic_event_t& event) {
 
 void X11MouseTapPlatform::add(const Happening& happening) {
     if (happenings_.empty()) {
-        connection_.defer([self = self_] {
-            if (*self != nullptr) {
-                (*self)->tellAll();
-            }
-        });
-    } else if (happening.kind == Kind::motion && happenings_.back().kind == Kind::motion) {
+        deferTelling();
+    } else if (happening.kind == Kind::motion && happenings_.back().kind == Kind::motion &&
+               happening.isNew == happenings_.back().isNew) {
         return;
     }
     happenings_.push_back(happening);
+}
+
+void X11MouseTapPlatform::deferTelling() {
+    connection_.defer([self = self_] {
+        if (*self != nullptr) {
+            (*self)->tellAll();
+        }
+    });
 }
 
 void X11MouseTapPlatform::tellAll() {
@@ -148,8 +156,21 @@ void X11MouseTapPlatform::tellAll() {
     const X11Reply<xcb_query_pointer_reply_t> pointer(
         xcb_query_pointer_reply(server, pointerCookie, nullptr));
     // Events that the server sent before its answer belong to the state that the answer tells of.
+    // Those that it sent since then may have come along: of them the answer knows nothing.
+    question_ = pointerCookie.sequence;
     connection_.readEvents();
-    const std::vector<Happening> happenings = std::exchange(happenings_, {});
+    question_.reset();
+    std::vector<Happening> happenings = std::exchange(happenings_, {});
+    const auto firstNew = std::find_if(happenings.begin(), happenings.end(),
+                                       [](const Happening& each) { return each.isNew; });
+    if (firstNew != happenings.end()) {
+        deferTelling();
+        for (auto each = firstNew; each != happenings.end(); ++each) {
+            each->isNew = false;
+            happenings_.push_back(*each);
+        }
+        happenings.erase(firstNew, happenings.end());
+    }
     if (!pointer) {
         return;
     }

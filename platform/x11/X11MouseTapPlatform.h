@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <xcb/xcb.h>
@@ -33,6 +34,7 @@ private:
     struct Happening {
         Kind kind = Kind::motion;
         std::uint32_t button = 0;  ///< As the device numbers it.
+        bool isNew = false;        ///< Happened after the pointer was asked for.
     };
     struct Watcher {
         Mask mask;
@@ -43,6 +45,7 @@ private:
 
     void note(const xcb_generic_event_t& event);
     void add(const Happening& happening);
+    void deferTelling();
     void tellAll();
     void tell(const Happening& happening, const Point& location, bool isReleaseLost);
     void tell(MouseEventType type, const Point& location);
@@ -55,6 +58,7 @@ private:
     std::uint8_t extension_ = 0;  // Its major opcode; 0 where it is of no use.
     std::vector<std::weak_ptr<Watcher>> watchers_;
     std::vector<Happening> happenings_;         // Not told yet.
+    std::optional<std::uint32_t> question_;     // For the pointer, while its answer is waited for.
     std::vector<std::uint8_t> logicalButtons_;  // What each button of the device stands for.
     bool isMappingStale_ = true;
     bool isLeftDown_ = false;
