@@ -10,6 +10,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "benchmarks/support/FollowingWindow.h"
 #include "commands/BuiltInCommands.h"
 #include "drag_snap/DragSnapController.h"
 
@@ -17,20 +18,6 @@ namespace lumatile {
 namespace {
 
 constexpr Rect visibleFrame{0, 32, 1920, 1048};
-
-/// A window that has been moved whenever it is looked at.
-class FollowingWindow final : public WindowControlling {
-public:
-    AXElementKey key() const override { return {}; }
-    std::optional<Rect> frame() const override { return Rect{looks_++, 100, 700, 450}; }
-    void setFrame(const Rect&) override {}
-    void setPosition(const Point&) override {}
-    std::optional<Pid> pid() const override { return 1; }
-    bool isWindow() const override { return true; }
-
-private:
-    mutable double looks_ = 0;
-};
 
 /// Counts, so that what was measured can be told from nothing.
 class CountingHighlight final : public DragSnapHighlighting {

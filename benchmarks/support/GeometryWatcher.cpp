@@ -55,6 +55,16 @@ GeometryWatcher::Place GeometryWatcher::place() {
 }
 
 std::optional<double> GeometryWatcher::press(std::uint8_t key, const Place& target) {
+    return arrivalAfter(XCB_KEY_PRESS, key, target);
+}
+
+std::optional<double> GeometryWatcher::release(const Place& target) {
+    constexpr std::uint8_t leftButton = 1;
+    return arrivalAfter(XCB_BUTTON_RELEASE, leftButton, target);
+}
+
+std::optional<double> GeometryWatcher::arrivalAfter(std::uint8_t type, std::uint8_t detail,
+                                                    const Place& target) {
     roundTrip();
     place_ = place();
     if (place_ == target) {
@@ -63,7 +73,7 @@ std::optional<double> GeometryWatcher::press(std::uint8_t key, const Place& targ
     target_ = target;
     arrival_.reset();
     const Clock::time_point begin = Clock::now();
-    xcb_test_fake_input(connection(), XCB_KEY_PRESS, key, XCB_CURRENT_TIME, root(), 0, 0, 0);
+    xcb_test_fake_input(connection(), type, detail, XCB_CURRENT_TIME, root(), 0, 0, 0);
     xcb_flush(connection());
     waitUntil([this] { return arrival_.has_value(); }, Deadline::in(std::chrono::seconds(5)));
     target_.reset();

@@ -10,8 +10,9 @@
 
 namespace lumatile::benchmark {
 
-/// Presses a key and notes when the server has a window in its new place. It learns of it from the
-/// server's events alone and asks nothing meanwhile, so that it costs every contestant the same.
+/// Presses a key, or lets go of the button, and notes when the server has a window in its new
+/// place. It learns of it from the server's events alone and asks nothing meanwhile, so that it
+/// costs every contestant the same.
 class GeometryWatcher : public desktop::XClient {
 public:
     using Clock = std::chrono::steady_clock;
@@ -36,10 +37,15 @@ public:
     /// @return absent when the window is not there within five seconds
     std::optional<double> press(std::uint8_t key, const Place& target);
 
+    /// The same from letting go of the left button, which somebody else has pressed.
+    std::optional<double> release(const Place& target);
+
 protected:
     void handle(const xcb_generic_event_t& event) override;
 
 private:
+    std::optional<double> arrivalAfter(std::uint8_t type, std::uint8_t detail, const Place& target);
+
     xcb_window_t window_;
     xcb_window_t frame_;
     Place place_;

@@ -9,8 +9,8 @@ namespace lumatile::benchmark {
 
 namespace {
 
-// Of least, median, 90 % and runs.
-constexpr std::array widths{8, 10, 10, 8};
+// Of least, median, 90 %, most and runs.
+constexpr std::array widths{8, 10, 10, 10, 8};
 
 constexpr int measuredWidth = 8;
 constexpr int wantedWidth = 16;
@@ -24,7 +24,7 @@ std::string Report::timesHeading(const std::string& title) {
     std::ostringstream stream;
     stream << std::left << std::setw(nameWidth) << title << std::right << std::setw(widths[0])
            << "least" << std::setw(widths[1]) << "median" << std::setw(widths[2]) << "90%"
-           << std::setw(widths[3]) << "runs" << '\n';
+           << std::setw(widths[3]) << "most" << std::setw(widths[4]) << "runs" << '\n';
     return stream.str();
 }
 
@@ -33,14 +33,17 @@ std::string Report::timesRow(const std::string& name, const Statistics& times) {
     stream << std::left << std::setw(nameWidth) << name << std::right << std::fixed
            << std::setprecision(0) << std::setw(widths[0]) << times.least << std::setw(widths[1])
            << times.median << std::setw(widths[2]) << times.ninetieth << std::setw(widths[3])
-           << times.count << '\n';
+           << times.most << std::setw(widths[4]) << times.count << '\n';
     return stream.str();
 }
 
 nlohmann::ordered_json Report::timesData(const std::string& name, const Statistics& times) {
     return {{"name", name},
             {"microseconds",
-             {{"least", times.least}, {"median", times.median}, {"ninetieth", times.ninetieth}}},
+             {{"least", times.least},
+              {"median", times.median},
+              {"ninetieth", times.ninetieth},
+              {"most", times.most}}},
             {"samples", times.count}};
 }
 

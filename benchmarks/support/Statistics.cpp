@@ -16,6 +16,7 @@ Statistics Statistics::of(std::vector<double> samples) {
     result.median = count % 2 == 1 ? samples[middle] : (samples[middle - 1] + samples[middle]) / 2;
     const auto rank = static_cast<std::size_t>(std::ceil(0.9 * static_cast<double>(count)));
     result.ninetieth = samples[rank - 1];
+    result.most = samples.back();
     return result;
 }
 

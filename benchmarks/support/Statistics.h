@@ -10,6 +10,7 @@ struct Statistics {
     double least = 0;
     double median = 0;
     double ninetieth = 0;  ///< 90 of 100 samples are at most this.
+    double most = 0;
 
     /// @param samples at least one
     static Statistics of(std::vector<double> samples);

@@ -17,6 +17,7 @@ public:
     struct Options {
         bool ownBindings = false;  ///< Its default key bindings; otherwise they are cleared.
         bool compositing = false;  ///< Where it has a compositor of its own (all but openbox).
+        bool edgeTiling = true;    ///< Metacity's own tiling of windows dropped at an edge.
     };
 
     /// Returns when it manages windows.

@@ -3,6 +3,7 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <string>
 
 #include "tests/desktop/support/DesktopError.h"
 
@@ -61,6 +62,7 @@ WindowManagerStart prepareXfwm4(const DesktopSession& session,
 
 WindowManagerStart prepareMetacity(const DesktopSession& session,
                                    const WindowManager::Options& options) {
+    std::string text;
     if (!options.ownBindings) {
         static constexpr std::array keys{"switch-to-workspace-left",
                                          "switch-to-workspace-right",
@@ -70,10 +72,15 @@ WindowManagerStart prepareMetacity(const DesktopSession& session,
                                          "switch-panels-backward",
                                          "cycle-panels",
                                          "cycle-panels-backward"};
-        std::string text = "[org/gnome/desktop/wm/keybindings]\n";
+        text += "[org/gnome/desktop/wm/keybindings]\n";
         for (const char* key : keys) {
             text += std::string(key) + "=@as []\n";
         }
+    }
+    if (!options.edgeTiling) {
+        text += "[org/gnome/metacity]\nedge-tiling=false\n";
+    }
+    if (!text.empty()) {
         writeFile(session.configuration() / "glib-2.0" / "settings" / "keyfile", text);
     }
     return {{"metacity", options.compositing ? "--composite" : "--no-composite", "--sm-disable"},
