@@ -17,7 +17,7 @@ void SnapDesktop::press(const DefaultShortcut& shortcut) {
     input().press(shortcut.modifiers(), shortcut.key);
 }
 
-bool SnapDesktop::settle(TestWindow& window) {
+bool SnapDesktop::settle() {
     const MonitorLayout& layout = desktop_.server().layout();
     ExpectedFrame now(layout);
     if (panel_) {
@@ -35,6 +35,11 @@ bool SnapDesktop::settle(TestWindow& window) {
     press("maximize");
     const bool answered = XClient::waitUntil([&] { return marker->frame() == whole; });
     marker->close();
+    return answered;
+}
+
+bool SnapDesktop::settle(TestWindow& window) {
+    const bool answered = settle();
     window.activate();
     return answered;
 }

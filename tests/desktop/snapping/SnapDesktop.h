@@ -44,9 +44,11 @@ public:
 
     /// Returns when the program has dealt with every shortcut that was pressed before. A window is
     /// where it should be a little before that, and to be touched only then: the snap's last write
-    /// would undo what a test does to the window. It snaps a window of our own and gives the focus
-    /// back to `window`.
+    /// would undo what a test does to the window. Mouse events that came before have been dealt
+    /// with, too. It snaps a window of our own.
     /// @return false when it does not answer
+    bool settle();
+    /// The same, and gives the focus back to `window`.
     bool settle(TestWindow& window);
 
     /// Ends the program.

@@ -72,7 +72,9 @@ std::string stored(std::string_view key, std::string_view bytes) {
     return line + ")\"\n";
 }
 
-std::string settingsFile(const LumatileProcess::Settings& settings) {
+constexpr const char* pathOfSettings = "config/lumatile/lumatile.conf";
+
+std::string settingsText(const LumatileProcess::Settings& settings) {
     std::string text = "[General]\n";
     if (settings.oledSettings) {
         text += stored("oledSettings", *settings.oledSettings);
@@ -116,7 +118,7 @@ LumatileProcess::LumatileProcess(DesktopSession& session, const std::filesystem:
         ":suppressions=" + suppressions.string() + ":print_suppressions=0";
     std::filesystem::path configuration = folder_.path() / "config";
     if (settings.writableFolder) {
-        folder_.write("config/lumatile/lumatile.conf", settingsFile(settings));
+        folder_.write(pathOfSettings, settingsText(settings));
     } else {
         // Below a file there can be no folder, for the superuser neither.
         configuration = folder_.write("file", "") / "config";
@@ -138,6 +140,10 @@ LumatileProcess::LumatileProcess(DesktopSession& session, const std::filesystem:
 }
 
 LumatileProcess::~LumatileProcess() { process_.stop(); }
+
+std::filesystem::path LumatileProcess::settingsFile() const {
+    return folder_.path() / pathOfSettings;
+}
 
 std::string LumatileProcess::output() const { return readFile(folder_.path() / "lumatile.log"); }
 

@@ -38,6 +38,9 @@ public:
     bool isRunning() { return process_.isRunning(); }
     pid_t pid() const { return process_.pid(); }
 
+    /// Where its settings are, if there is a folder for them.
+    std::filesystem::path settingsFile() const;
+
     /// What it wrote to standard output and error.
     std::string output() const;
 

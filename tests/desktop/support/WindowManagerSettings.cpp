@@ -76,15 +76,45 @@ WindowManagerStart prepareMetacity(const DesktopSession& session,
         for (const char* key : keys) {
             text += std::string(key) + "=@as []\n";
         }
+<<<<<<< HEAD
     }
     if (!options.edgeTiling) {
         text += "[org/gnome/metacity]\nedge-tiling=false\n";
     }
     if (!text.empty()) {
         writeFile(session.configuration() / "glib-2.0" / "settings" / "keyfile", text);
+=======
+>>>>>>> e785a83 (Drop at the edges of portrait screens, of two monitors and beside a panel)
     }
+    if (!options.ownEdgeTiling) {
+        text += "[org/gnome/metacity]\nedge-tiling=false\n";
+    }
+    if (options.movesWithAlt) {
+        text += "[org/gnome/desktop/wm/preferences]\nmouse-button-modifier='<Alt>'\n";
+    }
+    writeFile(session.configuration() / "glib-2.0" / "settings" / "keyfile", text);
     return {{"metacity", options.compositing ? "--composite" : "--no-composite", "--sm-disable"},
             {}};
+}
+
+WindowManagerStart prepareKwin(const DesktopSession& session,
+                               const WindowManager::Options& options) {
+    std::string text;
+    if (!options.ownEdgeTiling) {
+        text += "[Windows]\nElectricBorderMaximize=false\nElectricBorderTiling=false\n";
+    }
+    if (options.movesWithAlt) {
+        text += "[MouseBindings]\nCommandAllKey=Alt\n";
+    }
+    if (!text.empty()) {
+        writeFile(session.configuration() / "kwinrc", text);
+    }
+    // It takes no combination with Control and Alt.
+    WindowManagerStart start{{"kwin_x11", "--no-kactivities"}, {}};
+    if (!options.compositing) {
+        start.environment["KWIN_COMPOSE"] = "N";
+    }
+    return start;
 }
 
 }  // namespace
@@ -99,14 +129,9 @@ WindowManagerStart prepareWindowManager(const DesktopSession& session, WindowMan
         case WindowManager::Kind::metacity:
             return prepareMetacity(session, options);
         case WindowManager::Kind::kwin:
-            break;
+            return prepareKwin(session, options);
     }
-    // It takes no combination with Control and Alt.
-    WindowManagerStart start{{"kwin_x11", "--no-kactivities"}, {}};
-    if (!options.compositing) {
-        start.environment["KWIN_COMPOSE"] = "N";
-    }
-    return start;
+    throw DesktopError("no such window manager");
 }
 
 }  // namespace lumatile::desktop
