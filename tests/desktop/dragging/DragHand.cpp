@@ -4,6 +4,8 @@
 #include <chrono>
 #include <thread>
 
+#include "tests/desktop/support/OuterFrame.h"
+
 namespace lumatile::desktop {
 
 namespace {
@@ -22,32 +24,42 @@ constexpr std::chrono::milliseconds reportTime{8};
 
 }  // namespace
 
-bool DragHand::grip(TestWindow& window) {
-    const PixelRect frame = window.frame();
-    x_ = frame.x + frame.width / 3;
-    y_ = frame.y + belowEdge;
-    input_.movePointer(x_, y_);
-    input_.buttonDown();
-    return pull(window);
+bool DragHand::grip(XClient& client, xcb_window_t window) {
+    const PixelRect frame = outerFrame(client, window).value_or(PixelRect{});
+    // Two presses on one spot are a double click, even with a whole drag in between.
+    isOtherSpot_ = !isOtherSpot_;
+    press(frame.x + frame.width / (isOtherSpot_ ? 3 : 4), frame.y + belowEdge);
+    return pull(client, window);
 }
 
 bool DragHand::gripWithAlt(TestWindow& window) {
     const PixelRect frame = window.frame();
-    x_ = frame.x + frame.width / 2;
-    y_ = frame.y + frame.height / 2;
-    input_.movePointer(x_, y_);
     input_.keyDown(KeyPosition::leftAlt);
     isAltHeld_ = true;
-    input_.buttonDown();
-    return pull(window);
+    press(frame.x + frame.width / 2, frame.y + frame.height / 2);
+    return pull(window, window.id());
 }
 
-bool DragHand::pull(TestWindow& window) {
-    const PixelRect before = window.frame();
+bool DragHand::gripAt(TestWindow& window, int x, int y) {
+    press(x, y);
+    return pull(window, window.id());
+}
+
+void DragHand::press(int x, int y) {
+    x_ = x;
+    y_ = y;
+    input_.movePointer(x_, y_);
+    input_.buttonDown(button_);
+}
+
+void DragHand::pressAgain() { input_.buttonDown(button_); }
+
+bool DragHand::pull(XClient& client, xcb_window_t window) {
+    const auto before = outerFrame(client, window);
     for (int pulled = 0; pulled < firstPull; pulled += 3) {
         report(x_ + 3, y_ + 3);
     }
-    return XClient::waitUntil([&] { return window.frame() != before; });
+    return XClient::waitUntil([&] { return outerFrame(client, window) != before; });
 }
 
 void DragHand::report(int x, int y) {
@@ -66,7 +78,7 @@ void DragHand::moveTo(int x, int y) {
 
 void DragHand::letGo() {
     std::this_thread::sleep_for(reportTime);
-    input_.buttonUp();
+    input_.buttonUp(button_);
     if (isAltHeld_) {
         input_.keyUp(KeyPosition::leftAlt);
         isAltHeld_ = false;

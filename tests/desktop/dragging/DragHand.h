@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "tests/desktop/support/InputDriver.h"
 #include "tests/desktop/support/TestWindow.h"
 
@@ -9,14 +11,27 @@ namespace lumatile::desktop {
 class DragHand {
 public:
     /// @param input the hand's mouse; outlives the hand
-    explicit DragHand(InputDriver& input) : input_(input) {}
+    /// @param button of the device, whatever programs take it for
+    explicit DragHand(InputDriver& input, std::uint8_t button = 1)
+        : input_(input), button_(button) {}
 
     /// Takes the window by its title bar and moves it a little way, until it follows.
     /// @return false when it does not
-    bool grip(TestWindow& window);
+    bool grip(TestWindow& window) { return grip(window, window.id()); }
+    /// @param client any that can ask about the window
+    bool grip(XClient& client, xcb_window_t window);
 
     /// Takes it anywhere, with Alt held.
     bool gripWithAlt(TestWindow& window);
+
+    /// Takes it at a place of the root, such as a corner that resizes it.
+    bool gripAt(TestWindow& window, int x, int y);
+
+    /// Presses at a place of the root and expects nothing to follow.
+    void press(int x, int y);
+
+    /// Presses once more, as after a release that nobody heard of.
+    void pressAgain();
 
     /// Moves the pointer there, by a few dozen pixels at a time.
     void moveTo(int x, int y);
@@ -24,13 +39,15 @@ public:
     void letGo();
 
 private:
-    bool pull(TestWindow& window);
+    bool pull(XClient& client, xcb_window_t window);
     void report(int x, int y);
 
     InputDriver& input_;
+    std::uint8_t button_;
     int x_ = 0;
     int y_ = 0;
     bool isAltHeld_ = false;
+    bool isOtherSpot_ = false;
 };
 
 }  // namespace lumatile::desktop

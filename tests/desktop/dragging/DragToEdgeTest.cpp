@@ -1,33 +1,13 @@
-// Windows dragged by their title bars, with real mouse events.
+// Windows dragged by their title bars to the edges and corners of one monitor.
 
 #include <gtest/gtest.h>
 
-#include "tests/desktop/dragging/DragHand.h"
-#include "tests/desktop/snapping/SnapDesktop.h"
+#include "tests/desktop/dragging/DragTest.h"
 
 namespace lumatile::desktop {
 namespace {
 
-class DragToEdge : public OnEveryWindowManager {
-protected:
-    void start(const MonitorLayout& layout = MonitorLayout::landscape()) {
-        SnapDesktop::Setup setup;
-        setup.windowManager = GetParam();
-        setup.layout = layout;
-        desktop_ = std::make_unique<SnapDesktop>(setup);
-        window_ = desktop_->desktop().openWindow({});
-        hand_ = std::make_unique<DragHand>(desktop_->input());
-    }
-
-    SnapDesktop& desktop() { return *desktop_; }
-    TestWindow& window() { return *window_; }
-    DragHand& hand() { return *hand_; }
-
-private:
-    std::unique_ptr<SnapDesktop> desktop_;
-    std::unique_ptr<TestWindow> window_;
-    std::unique_ptr<DragHand> hand_;
-};
+class DragToEdge : public DragTest {};
 
 TEST_P(DragToEdge, everyEdgeAndCornerOfALandscapeScreen) {
     start();
@@ -44,20 +24,55 @@ TEST_P(DragToEdge, everyEdgeAndCornerOfALandscapeScreen) {
     };
     for (const auto& [x, y, becomes] : cases) {
         SCOPED_TRACE(std::to_string(x) + ", " + std::to_string(y));
-        ASSERT_TRUE(desktop().settle(window()));
-        window().place({500, 300, 700, 450});
+        ASSERT_TRUE(prepare());
         ASSERT_TRUE(hand().grip(window()));
         hand().moveTo(x, y);
         hand().letGo();
-        EXPECT_TRUE(reaches(window(), becomes));
+        EXPECT_TRUE(snaps(becomes));
     }
     EXPECT_EQ(desktop().endProgram(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Desktop, DragToEdge,
-                         testing::Values(WindowManager::Kind::openbox, WindowManager::Kind::xfwm4,
-                                         WindowManager::Kind::kwin),
-                         nameOf);
+TEST_P(DragToEdge, everyEdgeAndCornerOfAPortraitScreen) {
+    start(MonitorLayout::portrait());
+    struct {
+        int x;
+        int y;
+        PixelRect becomes;
+    } const cases[] = {
+        {2, 900, {0, 0, 540, 1920}},        {2, 40, {0, 0, 540, 960}},
+        {2, 1900, {0, 960, 540, 960}},      {500, 2, {0, 0, 1080, 1920}},
+        {120, 1917, {0, 960, 1080, 960}},   {900, 1917, {0, 960, 1080, 960}},
+        {1077, 900, {540, 0, 540, 1920}},   {1077, 40, {540, 0, 540, 960}},
+        {1077, 1900, {540, 960, 540, 960}},
+    };
+    for (const auto& [x, y, becomes] : cases) {
+        SCOPED_TRACE(std::to_string(x) + ", " + std::to_string(y));
+        ASSERT_TRUE(prepare({200, 600, 600, 450}));
+        ASSERT_TRUE(hand().grip(window()));
+        hand().moveTo(x, y);
+        hand().letGo();
+        EXPECT_TRUE(snaps(becomes));
+    }
+    EXPECT_EQ(desktop().endProgram(), "");
+}
+
+TEST_P(DragToEdge, aPanelTakesItsRoomAway) {
+    SnapDesktop::Setup setup = setupOn(MonitorLayout::landscape());
+    setup.panel = 0;
+    start(setup);
+    const PixelRect visible = desktop().expected().visible(0);
+    ASSERT_EQ(visible.height, 1080 - SnapDesktop::panelHeight);
+    for (const DropPlace& place : dropPlaces(visible)) {
+        expectDrop(place, 0);
+    }
+    // On the panel, where people end up who hurry.
+    expectDrop({"centerThird", 960, 1079}, 0);
+    expectDrop({"bottomLeft", 1, 1070}, 0);
+    EXPECT_EQ(desktop().endProgram(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Desktop, DragToEdge, testing::ValuesIn(WindowManager::kinds), nameOf);
 
 }  // namespace
 }  // namespace lumatile::desktop
