@@ -1,6 +1,9 @@
 #include "tests/desktop/dragging/DragTest.h"
 
 #include <string>
+#include <vector>
+
+#include "tests/desktop/support/OuterFrame.h"
 
 namespace lumatile::desktop {
 
@@ -9,11 +12,15 @@ SnapDesktop::Setup DragTest::setupOn(const MonitorLayout& layout) {
     setup.windowManager = GetParam();
     setup.layout = layout;
     // Metacity's own tile cannot be undone by any message.
-    setup.options.ownEdgeTiling = GetParam() != WindowManager::Kind::metacity;
+    setup.options.edgeTiling = GetParam() != WindowManager::Kind::metacity;
     return setup;
 }
 
 void DragTest::start(const SnapDesktop::Setup& setup) {
+    hand_.reset();
+    highlight_.reset();
+    window_.reset();
+    desktop_.reset();
     desktop_ = std::make_unique<SnapDesktop>(setup);
     window_ = desktop_->desktop().openWindow({});
     highlight_ = std::make_unique<HighlightWatch>(desktop_->desktop().display());
@@ -22,9 +29,17 @@ void DragTest::start(const SnapDesktop::Setup& setup) {
 
 bool DragTest::prepare(const PixelRect& frame) {
     const bool answered = desktop().settle(window());
+    if (GetParam() == WindowManager::Kind::kwin) {
+        // A window that it has tiled by itself goes nowhere before it was maximized and restored.
+        const std::vector<std::string> maximized{"_NET_WM_STATE_MAXIMIZED_VERT",
+                                                 "_NET_WM_STATE_MAXIMIZED_HORZ"};
+        window().setState(maximized, true);
+        window().setState(maximized, false);
+    }
     window().place(frame);
+    const bool isQuiet = highlight().waitUntilHidden();
     forget();
-    return answered && highlight().waitUntilHidden();
+    return answered && isQuiet;
 }
 
 void DragTest::forget() {
@@ -41,16 +56,22 @@ void DragTest::expectDrop(const DropPlace& place, std::size_t monitor, const Pix
     EXPECT_TRUE(snaps(area(place.command, monitor)));
 }
 
-testing::AssertionResult DragTest::snaps(const PixelRect& wanted) {
-    if (const testing::AssertionResult arrived = reaches(window(), wanted); !arrived) {
-        return arrived;
+testing::AssertionResult DragTest::snaps(XClient& client, xcb_window_t window,
+                                         const PixelRect& wanted) {
+    const auto frame = [&] { return outerFrame(client, window).value_or(PixelRect{}); };
+    const auto asked = [&] { return askedFrame(desktop().observer(), window, frame()); };
+    // The window may come to this place by the window manager's own doing first.
+    const bool arrived = XClient::waitUntil([&] { return frame() == wanted && asked() == wanted; });
+    if (arrived && !desktop().settle()) {
+        return testing::AssertionFailure() << "the program does not answer";
     }
-    const auto asked = askedFrame(desktop().observer(), window().id(), window().frame());
-    if (asked != wanted) {
-        return testing::AssertionFailure()
-               << "the window manager was asked for " << (asked ? toString(*asked) : "nothing");
+    if (frame() == wanted && asked() == wanted) {
+        return testing::AssertionSuccess();
     }
-    return testing::AssertionSuccess();
+    const auto last = asked();
+    return testing::AssertionFailure()
+           << "the window is at " << frame() << " instead of " << wanted
+           << ", the window manager was asked for " << (last ? toString(*last) : "nothing");
 }
 
 testing::AssertionResult DragTest::isLeftAlone(xcb_window_t window) {

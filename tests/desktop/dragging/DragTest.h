@@ -30,8 +30,8 @@ protected:
         return desktop().expected().area(defaultShortcut(command), monitor);
     }
 
-    /// Lays the window there and forgets what was asked and shown before.
-    /// @return false when the program does not answer
+    /// Lays the window there, active, and forgets what was asked and shown before.
+    /// @return false when the program does not answer, or the highlight stays
     bool prepare(const PixelRect& frame = usualFrame);
 
     /// Forgets what was asked and shown before.
@@ -41,8 +41,13 @@ protected:
     void expectDrop(const DropPlace& place, std::size_t monitor,
                     const PixelRect& from = usualFrame);
 
-    /// Whether the window gets to `wanted`, and the window manager was asked for just that.
-    testing::AssertionResult snaps(const PixelRect& wanted);
+    /// Whether the window gets to `wanted` and is there still when the program is done, and the
+    /// window manager was asked for just that.
+    testing::AssertionResult snaps(const PixelRect& wanted) {
+        return snaps(window(), window().id(), wanted);
+    }
+    /// @param client any that can ask about the window
+    testing::AssertionResult snaps(XClient& client, xcb_window_t window, const PixelRect& wanted);
 
     /// Whether the program has left the window alone, everything that happened so far dealt with.
     testing::AssertionResult isLeftAlone() { return isLeftAlone(window().id()); }

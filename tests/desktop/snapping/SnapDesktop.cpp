@@ -35,7 +35,10 @@ bool SnapDesktop::settle() {
     press("maximize");
     const bool answered = XClient::waitUntil([&] { return marker->frame() == whole; });
     marker->close();
-    return answered;
+    // The next marker may get the same id, and would seem to be active before it is.
+    const bool isForgotten =
+        XClient::waitUntil([&] { return observer().activeWindow() != marker->id(); });
+    return answered && isForgotten;
 }
 
 bool SnapDesktop::settle(TestWindow& window) {

@@ -15,17 +15,13 @@ public:
     static constexpr std::array kinds{Kind::openbox, Kind::xfwm4, Kind::kwin, Kind::metacity};
 
     struct Options {
-        bool ownBindings = false;  ///< Its default key bindings; otherwise they are cleared.
-        bool compositing = false;  ///< Where it has a compositor of its own (all but openbox).
-<<<<<<< HEAD
-        bool edgeTiling = true;    ///< Metacity's own tiling of windows dropped at an edge.
-=======
-        /// Metacity and kwin tile what is dropped at an edge, unless they are told not to.
-        bool ownEdgeTiling = true;
+        bool ownBindings = false;     ///< Its default key bindings; otherwise they are cleared.
+        bool compositing = false;     ///< Where it has a compositor of its own (all but openbox).
+        bool edgeTiling = true;       ///< Metacity's own tiling of windows dropped at an edge.
+        bool electricBorders = true;  ///< Kwin's.
         /// Alt and the first button move a window under all of them; otherwise whatever their
         /// defaults hold the key for.
         bool movesWithAlt = false;
->>>>>>> e785a83 (Drop at the edges of portrait screens, of two monitors and beside a panel)
     };
 
     /// Returns when it manages windows.

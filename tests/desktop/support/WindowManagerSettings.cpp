@@ -3,7 +3,6 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
-#include <string>
 
 #include "tests/desktop/support/DesktopError.h"
 
@@ -42,7 +41,8 @@ WindowManagerStart prepareOpenbox(const DesktopSession& session,
 WindowManagerStart prepareXfwm4(const DesktopSession& session,
                                 const WindowManager::Options& options) {
     if (!options.ownBindings) {
-        // "override" makes the custom list, here an empty one, replace the default one.
+        // "override" makes the custom list replace the default one. What remains is the key that
+        // takes back a move, which counts only in the middle of one.
         writeFile(session.configuration() / "xfce4" / "xfconf" / "xfce-perchannel-xml" /
                       "xfce4-keyboard-shortcuts.xml",
                   R"(<?xml version="1.0" encoding="UTF-8"?>
@@ -50,6 +50,7 @@ WindowManagerStart prepareXfwm4(const DesktopSession& session,
   <property name="xfwm4" type="empty">
     <property name="custom" type="empty">
       <property name="override" type="bool" value="true"/>
+      <property name="Escape" type="string" value="cancel_key"/>
     </property>
   </property>
 </channel>
@@ -76,23 +77,16 @@ WindowManagerStart prepareMetacity(const DesktopSession& session,
         for (const char* key : keys) {
             text += std::string(key) + "=@as []\n";
         }
-<<<<<<< HEAD
     }
     if (!options.edgeTiling) {
-        text += "[org/gnome/metacity]\nedge-tiling=false\n";
-    }
-    if (!text.empty()) {
-        writeFile(session.configuration() / "glib-2.0" / "settings" / "keyfile", text);
-=======
->>>>>>> e785a83 (Drop at the edges of portrait screens, of two monitors and beside a panel)
-    }
-    if (!options.ownEdgeTiling) {
         text += "[org/gnome/metacity]\nedge-tiling=false\n";
     }
     if (options.movesWithAlt) {
         text += "[org/gnome/desktop/wm/preferences]\nmouse-button-modifier='<Alt>'\n";
     }
-    writeFile(session.configuration() / "glib-2.0" / "settings" / "keyfile", text);
+    if (!text.empty()) {
+        writeFile(session.configuration() / "glib-2.0" / "settings" / "keyfile", text);
+    }
     return {{"metacity", options.compositing ? "--composite" : "--no-composite", "--sm-disable"},
             {}};
 }
@@ -100,7 +94,7 @@ WindowManagerStart prepareMetacity(const DesktopSession& session,
 WindowManagerStart prepareKwin(const DesktopSession& session,
                                const WindowManager::Options& options) {
     std::string text;
-    if (!options.ownEdgeTiling) {
+    if (!options.electricBorders) {
         text += "[Windows]\nElectricBorderMaximize=false\nElectricBorderTiling=false\n";
     }
     if (options.movesWithAlt) {

@@ -1,0 +1,95 @@
+// The highlight while a window is dragged through the running program.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/desktop/dragging/DragTest.h"
+
+namespace lumatile::desktop {
+namespace {
+
+using testing::Contains;
+using testing::Not;
+
+class HighlightInDrag : public DragTest {
+protected:
+    xcb_window_t focus() {
+        const XReply<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(
+            desktop().observer().connection(),
+            xcb_get_input_focus(desktop().observer().connection()), nullptr));
+        return reply ? reply->focus : xcb_window_t{XCB_WINDOW_NONE};
+    }
+
+    std::vector<std::uint32_t> managed() {
+        return desktop().observer().cardinals(desktop().observer().root(), "_NET_CLIENT_LIST");
+    }
+};
+
+TEST_P(HighlightInDrag, showsWhereTheWindowWillLand) {
+    start();
+    ASSERT_TRUE(prepare());
+    ASSERT_TRUE(hand().grip(window()));
+    EXPECT_EQ(highlight().timesShown(), 0);
+    const xcb_window_t focused = focus();
+    hand().moveTo(2, 500);
+    ASSERT_TRUE(highlight().waitUntilAt(area("left")));
+    EXPECT_TRUE(highlight().isOverrideRedirect());
+    EXPECT_TRUE(highlight().letsThrough(2, 500));
+    EXPECT_THAT(managed(), Not(Contains(highlight().window())));
+    EXPECT_EQ(focus(), focused);
+    EXPECT_TRUE(window().isActive());
+    EXPECT_NE(window().frame(), area("left")) << "it must not move before it is let go";
+
+    hand().letGo();
+    EXPECT_TRUE(highlight().waitUntilHidden());
+    EXPECT_TRUE(snaps(area("left")));
+    EXPECT_TRUE(window().isActive());
+    EXPECT_EQ(highlight().timesShown(), 1);
+    EXPECT_EQ(desktop().endProgram(), "");
+}
+
+TEST_P(HighlightInDrag, followsThePointerToOtherTargets) {
+    start();
+    ASSERT_TRUE(prepare());
+    ASSERT_TRUE(hand().grip(window()));
+    hand().moveTo(2, 500);
+    ASSERT_TRUE(highlight().waitUntilAt(area("left")));
+    const xcb_window_t first = highlight().window();
+    // Along the edge, where every place has a target.
+    hand().moveTo(2, 1060);
+    ASSERT_TRUE(highlight().waitUntilAt(area("bottomLeft")));
+    EXPECT_EQ(highlight().window(), first);
+    hand().moveTo(300, 1077);
+    ASSERT_TRUE(highlight().waitUntilAt(area("leftThird")));
+    EXPECT_EQ(highlight().window(), first);
+    EXPECT_EQ(highlight().timesShown(), 1) << "it must not go and come again on the way";
+
+    hand().moveTo(700, 600);
+    EXPECT_TRUE(highlight().waitUntilHidden());
+    hand().moveTo(1917, 500);
+    EXPECT_TRUE(highlight().waitUntilAt(area("right")));
+    hand().letGo();
+    EXPECT_TRUE(snaps(area("right")));
+    EXPECT_TRUE(highlight().waitUntilHidden());
+    EXPECT_EQ(desktop().endProgram(), "");
+}
+
+TEST_P(HighlightInDrag, crossesToTheOtherMonitor) {
+    start(MonitorLayout::landscapeAndPortrait());
+    ASSERT_TRUE(prepare());
+    ASSERT_TRUE(hand().grip(window()));
+    hand().moveTo(1917, 500);
+    ASSERT_TRUE(highlight().waitUntilAt(area("right", 0)));
+    hand().moveTo(1922, 500);
+    ASSERT_TRUE(highlight().waitUntilAt(area("left", 1)));
+    hand().moveTo(1917, 500);
+    ASSERT_TRUE(highlight().waitUntilAt(area("right", 0)));
+    hand().letGo();
+    EXPECT_TRUE(snaps(area("right", 0)));
+    EXPECT_EQ(desktop().endProgram(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Desktop, HighlightInDrag, testing::ValuesIn(WindowManager::kinds), nameOf);
+
+}  // namespace
+}  // namespace lumatile::desktop

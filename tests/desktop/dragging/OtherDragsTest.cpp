@@ -1,0 +1,74 @@
+// Ways to drag other than by the title bar of an ordinary window.
+
+#include <gtest/gtest.h>
+
+#include "tests/desktop/dragging/DragTest.h"
+#include "tests/desktop/support/OuterFrame.h"
+#include "tests/desktop/support/WindowPlacing.h"
+
+namespace lumatile::desktop {
+namespace {
+
+class OtherDrags : public DragTest {};
+
+TEST_P(OtherDrags, aWindowThatDrawsItsOwnFrame) {
+    for (const bool compositing : {false, true}) {
+        SCOPED_TRACE(compositing ? "composited, with a shadow where there can be one" : "plain");
+        SnapDesktop::Setup setup = setupOn(MonitorLayout::landscape());
+        setup.options.compositing = compositing;
+        start(setup);
+        const auto program =
+            desktop().desktop().openProgram({LUMATILE_CLIENT_SIDE_WINDOW}, "ClientSideWindow");
+        DesktopObserver& observer = desktop().observer();
+        for (const DropPlace& place : {DropPlace{"left", 2, 500}, DropPlace{"topRight", 1917, 20},
+                                       DropPlace{"centerThird", 960, 1077}}) {
+            SCOPED_TRACE(place.command);
+            ASSERT_TRUE(desktop().settle());
+            placeWindow(observer, program.window, usualFrame);
+            observer.forget();
+            ASSERT_TRUE(hand().grip(observer, program.window));
+            hand().moveTo(place.x, place.y);
+            hand().letGo();
+            const PixelRect wanted = area(place.command);
+            EXPECT_TRUE(snaps(observer, program.window, wanted));
+        }
+        EXPECT_EQ(desktop().endProgram(), "");
+    }
+}
+
+TEST_P(OtherDrags, aResizeByACornerNeverSnaps) {
+    start();
+    const struct {
+        const char* corner;
+        bool isUpperLeft;
+        int x;
+        int y;
+    } cases[] = {{"lower right", false, 1917, 1077}, {"upper left", true, 2, 20}};
+    for (const auto& [corner, isUpperLeft, x, y] : cases) {
+        SCOPED_TRACE(corner);
+        ASSERT_TRUE(prepare());
+        const PixelRect before = window().frame();
+        // Frames are as thin as a pixel, and rounded at the corners; kwin has its handles outside
+        // of the frame, but for the upper one.
+        constexpr int inset = 2;
+        const int side = GetParam() == WindowManager::Kind::kwin ? -3 : inset;
+        ASSERT_TRUE(isUpperLeft ? hand().gripAt(window(), before.x + side, before.y + inset)
+                                : hand().gripAt(window(), before.right() - 1 - side,
+                                                before.bottom() - 1 - side));
+        hand().moveTo(x, y);
+        ASSERT_TRUE(XClient::waitUntil([&] {
+            const PixelRect now = window().frame();
+            return now.width > before.width && now.height > before.height;
+        })) << "it must be a resize that is tested; it is at "
+            << window().frame();
+        hand().letGo();
+        EXPECT_TRUE(isLeftAlone());
+        EXPECT_EQ(highlight().timesShown(), 0);
+    }
+    EXPECT_EQ(desktop().endProgram(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Desktop, OtherDrags, testing::ValuesIn(WindowManager::kinds), nameOf);
+
+}  // namespace
+}  // namespace lumatile::desktop
