@@ -6,6 +6,7 @@ AppDelegate::AppDelegate(Platform platform)
     : app_(std::make_shared<ApplicationConductor>(platform)) {}
 
 void AppDelegate::applicationDidFinishLaunching() {
+    app_->createStatusMenu();
     app_->setAccessibilityGranted();
     app_->startFeatures();
 }

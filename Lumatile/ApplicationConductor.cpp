@@ -1,5 +1,9 @@
 #include "Lumatile/ApplicationConductor.h"
 
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "Lumatile/Preferences.h"
 #include "displays/NSScreenProvider.h"
 #include "oled_protection/OLEDSettingsCodec.h"
@@ -33,15 +37,35 @@ ApplicationConductor::ApplicationConductor(Platform platform)
 
 ApplicationConductor::~ApplicationConductor() = default;
 
-void ApplicationConductor::startFeatures() {
-    if (!accessibilityGranted_ || featuresRunning_) {
-        return;
+void ApplicationConductor::createStatusMenu() {
+    if (!statusMenu_) {
+        statusMenu_ =
+            std::make_shared<StatusMenuController>(platform_.statusItem, statusMenuClosures());
+        rebuildStatusMenu();
     }
-    featuresRunning_ = true;
-    applyOLEDSettings();
-    registerHotkeys();
-    dragToSnap_.start();
-    protection_.start();
+}
+
+void ApplicationConductor::rebuildStatusMenu() {
+    if (statusMenu_) {
+        statusMenu_->rebuild(store_.commands);
+    }
+}
+
+void ApplicationConductor::refreshStatusIcon() {
+    if (statusMenu_) {
+        statusMenu_->setProtected(isProtectionActive());
+    }
+}
+
+void ApplicationConductor::startFeatures() {
+    if (accessibilityGranted_ && !featuresRunning_) {
+        featuresRunning_ = true;
+        applyOLEDSettings();
+        registerHotkeys();
+        dragToSnap_.start();
+        protection_.start();
+    }
+    rebuildStatusMenu();
 }
 
 void ApplicationConductor::stopFeatures() {
@@ -49,6 +73,7 @@ void ApplicationConductor::stopFeatures() {
     hotkeys_.unregisterAll();
     dragToSnap_.stop();
     protection_.stop();
+    refreshStatusIcon();
 }
 
 void ApplicationConductor::shutdown() { stopFeatures(); }
@@ -57,7 +82,10 @@ void ApplicationConductor::performCommand(const SnapCommand& command) {
     snapExecution_.performCommand(command);
 }
 
-void ApplicationConductor::applyOLEDSettings() { protection_.apply(oledSettings_, exaggerated_); }
+void ApplicationConductor::applyOLEDSettings() {
+    protection_.apply(oledSettings_, exaggerated_);
+    refreshStatusIcon();
+}
 
 void ApplicationConductor::changeOLEDSettings(const OLEDSettings& settings) {
     if (settings == oledSettings_) {
@@ -86,6 +114,46 @@ void ApplicationConductor::setExaggerated(bool exaggerated) {
         exaggerated_ = exaggerated;
         applyOLEDSettings();
     }
+}
+
+StatusMenuController::Closures ApplicationConductor::statusMenuClosures() {
+    const auto onTarget = [this](std::function<void()> MenuTargets::*target) {
+        return [conductor = weak_from_this(), target] {
+            const auto alive = conductor.lock();
+            // A copy: what is called may set it anew.
+            if (const auto call = alive ? alive->menuTargets.*target : nullptr) {
+                call();
+            }
+        };
+    };
+    return {
+        [conductor = weak_from_this()](const SnapCommand& command) {
+            if (const auto alive = conductor.lock()) {
+                alive->performCommand(command);
+            }
+        },
+        onTarget(&MenuTargets::openSettings),
+        onTarget(&MenuTargets::openAbout),
+        onTarget(&MenuTargets::checkForUpdates),
+        [conductor = weak_from_this()] {
+            const auto alive = conductor.lock();
+            if (!alive) {
+                return std::vector<std::string>();
+            }
+            const auto lines = alive->oledStatusLines();
+            return std::vector<std::string>(lines.begin(), lines.end());
+        },
+        [conductor = weak_from_this()] {
+            const auto alive = conductor.lock();
+            return alive && alive->isExaggerated();
+        },
+        [conductor = weak_from_this()](bool exaggerated) {
+            if (const auto alive = conductor.lock()) {
+                alive->setExaggerated(exaggerated);
+            }
+        },
+        onTarget(&MenuTargets::terminate),
+    };
 }
 
 const DisplayService& ApplicationConductor::displays() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -9,6 +10,7 @@
 #include "Lumatile/PanelProtection.h"
 #include "Lumatile/Platform.h"
 #include "Lumatile/SnapExecution.h"
+#include "Lumatile/StatusMenuController.h"
 #include "blacklist/Blacklist.h"
 #include "commands/CommandStore.h"
 #include "displays/DisplayService.h"
@@ -32,7 +34,25 @@ public:
     /// Notes that this session lets us control windows; nothing starts before.
     void setAccessibilityGranted() { accessibilityGranted_ = true; }
 
-    /// Starts what is allowed. Does nothing while running already.
+    /// What the menu leads to outside the conductor. Each does nothing until it is set.
+    struct MenuTargets {
+        std::function<void()> openSettings;  ///< On the section that was shown last.
+        std::function<void()> openAbout;
+        std::function<void()> checkForUpdates;
+        std::function<void()> terminate;  ///< Ends the program.
+    };
+    MenuTargets menuTargets;
+
+    /// Puts the status item with its menu into the bar. Does nothing when it is there already.
+    void createStatusMenu();
+
+    /// Shows the present commands in the status menu, if there is one.
+    void rebuildStatusMenu();
+
+    /// Shows by the status item, if there is one, whether windows are being moved.
+    void refreshStatusIcon();
+
+    /// Starts what is allowed; while running already, renews the menu alone.
     void startFeatures();
 
     /// Stops everything that `startFeatures` started; windows go back to their homes, the screens
@@ -78,6 +98,7 @@ public:
 
 private:
     const DisplayService& displays();
+    StatusMenuController::Closures statusMenuClosures();
 
     Platform platform_;
     CommandStore store_;
@@ -89,6 +110,7 @@ private:
     SnapExecution snapExecution_;
     HotkeyService hotkeys_;
     DragToSnap dragToSnap_;
+    std::shared_ptr<StatusMenuController> statusMenu_;  ///< None before start-up.
     bool accessibilityGranted_ = false;
     bool featuresRunning_ = false;
 };

@@ -13,6 +13,7 @@ class MouseTapPlatform;
 class Preferences;
 class RunLoop;
 class ScreenList;
+class StatusItem;
 class SystemLog;
 class Workspace;
 
@@ -28,6 +29,7 @@ struct Platform {
     InputState& inputState;
     DimOverlays& dimOverlays;
     MouseTapPlatform& mouseTaps;
+    StatusItem& statusItem;
     std::weak_ptr<DragSnapHighlighting> highlight;
 };
 

@@ -19,6 +19,7 @@
 #include "platform/freedesktop/TerminationSignals.h"
 #include "platform/qt/QSettingsPreferences.h"
 #include "platform/qt/QtRunLoop.h"
+#include "platform/qt/QtStatusItem.h"
 #include "platform/x11/X11AccessibilityPlatform.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11DimOverlays.h"
@@ -29,6 +30,7 @@
 #include "platform/x11/X11ScreenList.h"
 #include "platform/x11/X11ShortcutText.h"
 #include "platform/x11/X11Translucency.h"
+#include "platform/x11/X11Tray.h"
 #include "platform/x11/X11WindowMirror.h"
 #include "platform/x11/X11Workspace.h"
 
@@ -105,8 +107,14 @@ int main(int argc, char** argv) {
     X11MouseTapPlatform mouseTaps(*connection, monitors);
     X11Translucency translucency(*connection);
     const auto highlight = std::make_shared<HighlightOverlay>(screenList, translucency, runLoop);
+    QtStatusItem statusItem;
+    const X11Tray tray(*connection, [&statusItem] { statusItem.olderTrayAppeared(); });
+    if (tray.isPresent()) {
+        statusItem.olderTrayAppeared();
+    }
     AppDelegate delegate({accessibility, screenList, hotKeys, workspace, runLoop, preferences, log,
-                          inputState, dimOverlays, mouseTaps, highlight});
+                          inputState, dimOverlays, mouseTaps, statusItem, highlight});
+    delegate.app().menuTargets.terminate = [] { QCoreApplication::exit(EXIT_SUCCESS); };
 
     bool serverLost = false;
     const std::function<void()> reportLost = [&] {

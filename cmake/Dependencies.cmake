@@ -2,7 +2,7 @@
 
 find_package(PkgConfig REQUIRED)
 find_package(nlohmann_json 3.11 REQUIRED)
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Widgets)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core DBus Widgets)
 
 pkg_check_modules(utf8proc REQUIRED IMPORTED_TARGET libutf8proc)
 pkg_check_modules(xcb REQUIRED IMPORTED_TARGET xcb xcb-randr xcb-res xcb-screensaver xcb-xfixes xcb-xinput

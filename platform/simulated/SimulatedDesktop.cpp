@@ -9,6 +9,7 @@ SimulatedDesktop::SimulatedDesktop()
       input(clock),
       preferences(log, runLoop),
       hotKeys(runLoop),
+      statusItem(runLoop),
       dimOverlays(screens),
       windowManager(clock, screens, programs),
       mouse(runLoop, input, screens, programs, windowManager),
@@ -16,8 +17,8 @@ SimulatedDesktop::SimulatedDesktop()
       workspace(programs) {}
 
 Platform SimulatedDesktop::platform() {
-    return {accessibility, screens, hotKeys,     workspace, runLoop,  preferences,
-            log,           input,   dimOverlays, mouse,     highlight};
+    return {accessibility, screens, hotKeys,     workspace, runLoop,    preferences,
+            log,           input,   dimOverlays, mouse,     statusItem, highlight};
 }
 
 WindowID SimulatedDesktop::open(ApplicationID application, SimulatedWindowTraits traits) {

@@ -18,6 +18,7 @@
 #include "platform/simulated/SimulatedPrograms.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedScreens.h"
+#include "platform/simulated/SimulatedStatusItem.h"
 #include "platform/simulated/SimulatedTraffic.h"
 #include "platform/simulated/SimulatedWindowManager.h"
 #include "platform/simulated/SimulatedWorkspace.h"
@@ -85,6 +86,7 @@ public:
     SimulatedLog log;
     SimulatedPreferences preferences;
     SimulatedHotKeys hotKeys;
+    SimulatedStatusItem statusItem;
     SimulatedScreens screens;
     SimulatedDimOverlays dimOverlays;
     SimulatedPrograms programs;

@@ -17,6 +17,7 @@
 #include "platform/simulated/SimulatedPreferences.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedScreens.h"
+#include "platform/simulated/SimulatedStatusItem.h"
 #include "platform/x11/X11AccessibilityPlatform.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Monitors.h"
@@ -121,6 +122,7 @@ private:
     SimulatedPreferences preferences_;
     SimulatedHotKeys hotKeys_;
     SimulatedInput input_;
+    SimulatedStatusItem statusItem_{runLoop_};
     SimulatedScreens noScreens_;
     SimulatedDimOverlays dimOverlays_;
     X11MouseTapPlatform mouseTaps_;

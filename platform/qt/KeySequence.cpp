@@ -1,0 +1,64 @@
+#include "platform/qt/KeySequence.h"
+
+#include <QString>
+
+#include <array>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace lumatile {
+
+namespace {
+
+constexpr std::array<std::pair<std::string_view, Qt::Key>, 14> glyphs{{
+    {"↩", Qt::Key_Return},
+    {"⇥", Qt::Key_Tab},
+    {"␣", Qt::Key_Space},
+    {"⌫", Qt::Key_Backspace},
+    {"⎋", Qt::Key_Escape},
+    {"⌦", Qt::Key_Delete},
+    {"←", Qt::Key_Left},
+    {"→", Qt::Key_Right},
+    {"↓", Qt::Key_Down},
+    {"↑", Qt::Key_Up},
+    {"↖", Qt::Key_Home},
+    {"↘", Qt::Key_End},
+    {"⇞", Qt::Key_PageUp},
+    {"⇟", Qt::Key_PageDown},
+}};
+
+std::optional<Qt::Key> keyOf(const std::string& text) {
+    for (const auto& [glyph, key] : glyphs) {
+        if (glyph == text) {
+            return key;
+        }
+    }
+    const QString characters = QString::fromStdString(text).toUpper();
+    // The toolkit numbers the printable keys by what stands on them, letters in upper case.
+    if (characters.size() != 1 || characters.front().unicode() <= ' ' ||
+        characters.front().unicode() > '~') {
+        return std::nullopt;
+    }
+    return static_cast<Qt::Key>(characters.front().unicode());
+}
+
+}  // namespace
+
+QKeySequence keySequenceOf(const KeyEquivalent& keys) {
+    const std::optional<Qt::Key> key = keyOf(keys.key);
+    if (!key) {
+        return {};
+    }
+    Qt::KeyboardModifiers modifiers;
+    modifiers.setFlag(Qt::ControlModifier, keys.control);
+    modifiers.setFlag(Qt::AltModifier, keys.option);
+    modifiers.setFlag(Qt::ShiftModifier, keys.shift);
+    if (keys.command) {
+        modifiers |=
+            keys.reach == KeyEquivalent::Reach::desktop ? Qt::MetaModifier : Qt::ControlModifier;
+    }
+    return {QKeyCombination(modifiers, *key)};
+}
+
+}  // namespace lumatile

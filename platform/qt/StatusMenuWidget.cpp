@@ -1,0 +1,115 @@
+#include "platform/qt/StatusMenuWidget.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QFont>
+#include <QFontDatabase>
+#include <QMetaObject>
+#include <QString>
+
+#include <algorithm>
+#include <cmath>
+#include <variant>
+
+#include "platform/qt/KeySequence.h"
+
+namespace lumatile {
+
+namespace {
+
+/// "IBMPlexMono-Regular" names the family "IBM Plex Mono": the packaged names have no blanks.
+QString familyOf(const std::string& fontName) {
+    return fontName == "IBMPlexMono-Regular" ? QStringLiteral("IBM Plex Mono")
+                                             : QString::fromStdString(fontName);
+}
+
+QFont fontOf(const StatusText& text) {
+    const QString family = familyOf(text.fontName);
+    QFont font = QFontDatabase::hasFamily(family)
+                     ? QFont(family)
+                     : QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    // Points of the description are pixels at a scale of one.
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(text.pointSize))));
+    return font;
+}
+
+}  // namespace
+
+QString StatusMenuWidget::literalTitle(const std::string& title, Use use) {
+    QString text = QString::fromStdString(title);
+    if (use == Use::shown) {
+        return text.replace(QLatin1Char('&'), QLatin1String("&&"));
+    }
+    // Bars take an underscore for the mark of an access key, doubled for itself. The toolkit makes
+    // such a mark of the first ampersand and leaves the others: the first has to be one too many.
+    text.replace(QLatin1Char('_'), QLatin1String("__"));
+    return text.contains(QLatin1Char('&')) ? QLatin1Char('&') + text : text;
+}
+
+void StatusMenuWidget::fill(const StatusMenu& items) {
+    menu_.clear();
+    actions_.clear();
+    actions_.reserve(items.size());
+    for (const StatusMenuItem& item : items) {
+        actions_.push_back(std::visit([this](const auto& each) { return add(each); }, item));
+    }
+}
+
+void StatusMenuWidget::setStatusLine(std::size_t index, const StatusLine& line) {
+    if (index < actions_.size()) {
+        dress(*actions_[index], line);
+    }
+}
+
+void StatusMenuWidget::setChecked(std::size_t index, bool checked) {
+    if (index < actions_.size()) {
+        actions_[index]->setCheckable(true);
+        actions_[index]->setChecked(checked);
+    }
+}
+
+QAction* StatusMenuWidget::add(const StatusLine& line) {
+    QAction* const action = menu_.addAction(QString());
+    action->setEnabled(false);
+    dress(*action, line);
+    return action;
+}
+
+QAction* StatusMenuWidget::add(const ClosureMenuItem& item) {
+    QAction* const action = menu_.addAction(literalTitle(item.title, use_));
+    action->setEnabled(item.isEnabled);
+    if (item.isChecked) {
+        action->setCheckable(true);
+        action->setChecked(true);
+    }
+    // To be read, not to be listened for: hot keys have their own way, and a key that the toolkit
+    // took here would be missing in the program's windows.
+    action->setShortcutContext(Qt::WidgetShortcut);
+    action->setShortcut(keySequenceOf(item.keyEquivalent));
+    QObject::connect(action, &QAction::triggered, &menu_, [item] {
+        // The closure may replace this menu, or end the program.
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [item] { item.fire(); }, Qt::QueuedConnection);
+    });
+    return action;
+}
+
+QAction* StatusMenuWidget::add(const MenuHeader& header) {
+    // Sections with a title come out of the export as bare lines.
+    QAction* const action = menu_.addAction(literalTitle(header.title, use_));
+    action->setEnabled(false);
+    return action;
+}
+
+QAction* StatusMenuWidget::add(const MenuSeparator& /*separator*/) { return menu_.addSeparator(); }
+
+void StatusMenuWidget::dress(QAction& action, const StatusLine& line) const {
+    action.setText(literalTitle(line.title, use_));
+    // A bar draws in its own way; and looking for fonts costs memory. The secondary colour is the
+    // one that disabled items have.
+    if (use_ == Use::shown && !line.attributedTitle.fontName.empty()) {
+        action.setFont(fontOf(line.attributedTitle));
+    }
+}
+
+}  // namespace lumatile
