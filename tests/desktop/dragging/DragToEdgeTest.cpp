@@ -12,8 +12,8 @@ class DragToEdge : public DragTest {};
 TEST_P(DragToEdge, everyEdgeAndCornerOfALandscapeScreen) {
     start();
     struct {
-        int x;
-        int y;
+        int x = 0;
+        int y = 0;
         PixelRect becomes;
     } const cases[] = {
         {2, 500, {0, 0, 960, 1080}},        {2, 30, {0, 0, 960, 540}},
@@ -36,8 +36,8 @@ TEST_P(DragToEdge, everyEdgeAndCornerOfALandscapeScreen) {
 TEST_P(DragToEdge, everyEdgeAndCornerOfAPortraitScreen) {
     start(MonitorLayout::portrait());
     struct {
-        int x;
-        int y;
+        int x = 0;
+        int y = 0;
         PixelRect becomes;
     } const cases[] = {
         {2, 900, {0, 0, 540, 1920}},        {2, 40, {0, 0, 540, 960}},

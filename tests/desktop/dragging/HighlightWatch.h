@@ -12,8 +12,8 @@ class HighlightWatch : public XClient {
 public:
     explicit HighlightWatch(const std::string& display);
 
-    /// Waits until it is on the screen, over exactly `frame` (root coordinates).
-    bool waitUntilAt(const PixelRect& frame);
+    /// Waits until it is on the screen, over exactly `wanted` (root coordinates).
+    bool waitUntilAt(const PixelRect& wanted);
     bool waitUntilHidden();
 
     bool isShown();
