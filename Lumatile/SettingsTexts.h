@@ -15,6 +15,7 @@ inline constexpr std::string_view dragToSnap = "Snap by dragging windows to scre
 inline constexpr std::string_view automaticUpdates = "Check for updates automatically";
 inline constexpr std::string_view checkForUpdates = "Check for Updates…";
 inline constexpr std::string_view windowTiling = "macOS Window Tiling";
+inline constexpr std::string_view runCommand = "Run a Command";
 inline constexpr std::string_view quit = "Quit Lumatile";
 
 // Snap areas.
@@ -28,7 +29,8 @@ inline constexpr std::string_view selectAnArea = "Select a snap area";
 inline constexpr std::string_view name = "Name";
 inline constexpr std::string_view namePlaceholder = "Area name";
 inline constexpr std::string_view shortcut = "Shortcut";
-inline constexpr std::string_view shortcutOn = "On";
+inline constexpr std::string_view record = "Record";
+inline constexpr std::string_view shortcutOn = "Shortcut is on";
 inline constexpr std::string_view removeShortcut = "Remove";
 inline constexpr std::string_view bareKey = "Add Ctrl, Alt, Shift or Super to the key";
 inline constexpr std::string_view refusedHere = "Another program on this desktop has this shortcut";
@@ -38,7 +40,7 @@ inline constexpr std::string_view dragForCustom =
     "Drag across the grid to draw this area. Keyboard and menu only.";
 inline constexpr std::string_view restoreDefaultArea = "Restore Default Area";
 inline constexpr std::string_view deleteArea = "Delete Area";
-inline constexpr std::string_view runNow = "Snap Front Window";
+
 
 /// @param holder the display name of the command that has the shortcut
 inline std::string alreadyUsedBy(std::string_view holder) {

@@ -52,7 +52,7 @@ FNR == NR {
         layers[folders[column[1]]] = "views"
         count = split(column[5], sources, " ")
         for (i = 1; i <= count; ++i) {
-            sub(/\.cpp$/, "", sources[i])
+            sub(/\.(cpp|h)$/, "", sources[i])
             views[column[3] "/" sources[i]] = folders[column[1]]
         }
         links[column[1]] = column[4]

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QIcon>
+
+namespace lumatile {
+
+/// The program's own icon: a screen with a window snapped to its right half.
+QIcon applicationIcon();
+
+}  // namespace lumatile

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QComboBox>
+
+namespace lumatile {
+
+/// A box of choices with the settings' own arrow.
+class ChoiceBox : public QComboBox {
+public:
+    explicit ChoiceBox(QWidget* parent = nullptr) : QComboBox(parent) {}
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+}  // namespace lumatile

@@ -1,0 +1,100 @@
+#include "Lumatile/settings/GeneralSectionView.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "Lumatile/DragToSnap.h"
+#include "Lumatile/LaunchAtLogin.h"
+#include "Lumatile/SettingsTexts.h"
+#include "Lumatile/Updater.h"
+#include "Lumatile/settings/SettingsCard.h"
+#include "Lumatile/settings/SettingsColors.h"
+#include "Lumatile/settings/SymbolIcon.h"
+#include "Lumatile/settings/SystemTilingTip.h"
+#include "Lumatile/settings/ViewText.h"
+
+namespace lumatile {
+
+namespace {
+
+constexpr int spacing = 18;
+constexpr int chevronSide = 12;
+
+}  // namespace
+
+GeneralSectionView::GeneralSectionView(const SettingsServices& services, QWidget* parent)
+    : QWidget(parent), services_(services) {
+    const SettingsSaying& say = services_.say;
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(spacing);
+
+    auto* switches = new SettingsCard({});
+    login_ = switches->addToggle(say(SettingsTexts::launchAtLogin));
+    drag_ = switches->addToggle(say(SettingsTexts::dragToSnap));
+    updates_ = switches->addToggle(say(SettingsTexts::automaticUpdates));
+    layout->addWidget(switches);
+
+    auto* tiling = new SettingsCard(say(SettingsTexts::windowTiling));
+    tiling->addWidget(new SystemTilingTip(services_));
+    layout->addWidget(tiling);
+
+    auto* buttons = new QHBoxLayout;
+    auto* run = new QPushButton(say(SettingsTexts::runCommand));
+    menu_ = new QMenu(run);
+    run->setMenu(menu_);
+    run->setIcon(SymbolIcon::of("chevron.down", SettingsColors::secondaryLabel()));
+    run->setIconSize(QSize(chevronSide, chevronSide));
+    run->setLayoutDirection(Qt::RightToLeft);  // The arrow after the text.
+    menu_->setLayoutDirection(Qt::LeftToRight);
+    auto* check = new QPushButton(say(SettingsTexts::checkForUpdates));
+    auto* quit = new QPushButton(say(SettingsTexts::quit));
+    buttons->addWidget(run);
+    buttons->addWidget(check);
+    buttons->addStretch(1);
+    buttons->addWidget(quit);
+    layout->addLayout(buttons);
+    layout->addStretch(1);
+
+    connect(login_, &QCheckBox::toggled, this, [this](bool on) {
+        services_.launchAtLogin.setEnabled(on);
+        login_->showState(services_.launchAtLogin.isEnabled());
+    });
+    connect(drag_, &QCheckBox::toggled, this,
+            [this](bool on) { services_.preferences.setBoolean(DragToSnap::preferenceKey, on); });
+    connect(updates_, &QCheckBox::toggled, this,
+            [this](bool on) { services_.updater.setAutomaticallyChecksForUpdates(on); });
+    connect(menu_, &QMenu::aboutToShow, this, [this] { fillMenu(); });
+    connect(check, &QPushButton::clicked, this, [this] { services_.updater.checkForUpdates(); });
+    connect(quit, &QPushButton::clicked, this, [this] { services_.quit(); });
+    watch_ = services_.preferences.observe([this] {
+        drag_->showState(services_.preferences.boolean(DragToSnap::preferenceKey).value_or(true));
+    });
+}
+
+GeneralSectionView::~GeneralSectionView() = default;
+
+void GeneralSectionView::showEvent(QShowEvent* event) {
+    refresh();
+    QWidget::showEvent(event);
+}
+
+void GeneralSectionView::refresh() {
+    services_.launchAtLogin.refresh();
+    login_->showState(services_.launchAtLogin.isEnabled());
+    drag_->showState(services_.preferences.boolean(DragToSnap::preferenceKey).value_or(true));
+    updates_->showState(services_.updater.automaticallyChecksForUpdates());
+}
+
+void GeneralSectionView::fillMenu() {
+    menu_->clear();
+    for (const SnapCommand& command : services_.menuCommands()) {
+        menu_->addAction(withoutMnemonic(QString::fromStdString(command.displayName())), this,
+                         [this, command] { services_.run(command); });
+    }
+}
+
+}  // namespace lumatile

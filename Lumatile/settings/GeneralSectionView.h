@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QWidget>
+
+#include <memory>
+
+#include "Lumatile/Preferences.h"
+#include "Lumatile/settings/SettingsServices.h"
+
+class QMenu;
+
+namespace lumatile {
+
+class ToggleSwitch;
+
+/// The general switches, the tip about the desktop's own tiling, and, for desktops without status
+/// items, what the status menu holds besides.
+class GeneralSectionView : public QWidget {
+public:
+    explicit GeneralSectionView(const SettingsServices& services, QWidget* parent = nullptr);
+    ~GeneralSectionView() override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void refresh();
+    void fillMenu();
+
+    SettingsServices services_;
+    ToggleSwitch* login_;
+    ToggleSwitch* drag_;
+    ToggleSwitch* updates_;
+    QMenu* menu_;
+    std::unique_ptr<PreferencesWatch> watch_;
+};
+
+}  // namespace lumatile

@@ -1,0 +1,149 @@
+#include "Lumatile/settings/SettingsStyle.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QString>
+#include <QStyle>
+#include <QStyleFactory>
+#include <QWidget>
+
+#include <utility>
+#include <vector>
+
+#include "Lumatile/AppFonts.h"
+#include "Lumatile/settings/SettingsColors.h"
+
+namespace lumatile {
+
+namespace {
+
+constexpr double bodyPoints = 13;
+
+// Names in angle brackets are colours and lengths.
+constexpr const char* rules = R"(
+* { outline: none; }
+QWidget#settingsWindow, QStackedWidget, QScrollArea, QWidget#page { background: <window>; }
+QWidget#sidebar {
+    background: <sidebar>; border: none; border-right: 1px solid <separator>; padding-top: <s20>; }
+QWidget#sidebar::item {
+    padding: <s4> <s10>; margin: 1px <s10>; border-radius: 6px; color: <secondaryLabel>; }
+QWidget#sidebar::item:hover { background: <card>; }
+QWidget#sidebar::item:selected { background: <control>; color: <label>; }
+QListWidget#areas {
+    background: <card>; border: 1px solid <separator>; border-radius: 10px; padding: 4px; }
+QListWidget#areas::item { padding: 3px <s6>; border-radius: 5px; color: <label>; }
+QListWidget#areas::item:hover:!disabled { background: <control>; }
+QListWidget#areas::item:selected { background: <controlHover>; color: <label>; }
+QListWidget#areas::item:disabled { color: <secondaryLabel>; }
+QListWidget:focus::item:selected { border: 1px solid <accent>; }
+QFrame#card { background: <card>; border: 1px solid <separator>; border-radius: 10px; }
+QFrame#rowLine { background: <separator>; border: none; max-height: 1px; min-height: 1px; }
+QLabel { color: <label>; background: transparent; }
+QLabel[tone="secondary"] { color: <secondaryLabel>; }
+QLabel[tone="warning"] { color: <warning>; }
+QLabel:disabled { color: <disabledLabel>; }
+QPushButton, QToolButton, QComboBox, QLineEdit {
+    background: <control>; color: <label>; border: 1px solid <separator>; border-radius: 6px;
+    padding: <s4> <s10>; }
+QToolButton { padding: <s4>; }
+QPushButton:hover, QToolButton:hover, QComboBox:hover { background: <controlHover>; }
+QPushButton:pressed, QToolButton:pressed { background: <card>; }
+QPushButton:focus, QToolButton:focus, QComboBox:focus, QLineEdit:focus {
+    border: 1px solid <accent>; }
+QPushButton:disabled, QToolButton:disabled { color: <disabledLabel>; background: <card>; }
+QPushButton[tone="destructive"] { color: <accent>; }
+QLineEdit { selection-background-color: <accent>; selection-color: <window>; }
+QComboBox::drop-down { border: none; width: <s20>; }
+QComboBox::down-arrow { image: none; }
+QPushButton::menu-indicator { image: none; width: 0; }
+QPlainTextEdit {
+    background: <card>; color: <secondaryLabel>; border: 1px solid <separator>;
+    border-radius: 10px; padding: <s6>; }
+QPlainTextEdit:focus { border: 1px solid <accent>; }
+QCheckBox { color: <label>; spacing: <s6>; }
+QComboBox QAbstractItemView {
+    background: <control>; color: <label>; border: 1px solid <separator>;
+    selection-background-color: <controlHover>; selection-color: <label>; }
+QMenu { background: <control>; color: <label>; border: 1px solid <separator>; padding: 4px; }
+QMenu::item { padding: <s4> <s20>; border-radius: 4px; }
+QMenu::item:selected { background: <controlHover>; }
+QMenu::separator { background: <separator>; height: 1px; margin: 4px; }
+QScrollBar:vertical { background: transparent; width: 10px; margin: 2px; }
+QScrollBar::handle:vertical { background: <separator>; border-radius: 3px; min-height: 30px; }
+QScrollBar::add-line, QScrollBar::sub-line { height: 0; width: 0; }
+QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
+QSlider { min-height: 24px; }
+QSlider::groove:horizontal { background: <separator>; height: 4px; border-radius: 2px; }
+QSlider::sub-page:horizontal { background: <accent>; border-radius: 2px; }
+QSlider::sub-page:horizontal:disabled { background: <disabledLabel>; }
+QSlider::handle:horizontal {
+    background: <label>; width: 16px; height: 16px; margin: -6px 0; border-radius: 8px; }
+QSlider::handle:horizontal:focus { border: 2px solid <accent>; }
+QSlider::handle:horizontal:disabled { background: <disabledLabel>; }
+QToolTip { background: <control>; color: <label>; border: 1px solid <separator>; padding: 4px; }
+)";
+
+QPalette darkPalette() {
+    QPalette palette;
+    const std::vector<std::pair<QPalette::ColorRole, QColor>> colors{
+        {QPalette::Window, SettingsColors::window()},
+        {QPalette::WindowText, SettingsColors::label()},
+        {QPalette::Base, SettingsColors::card()},
+        {QPalette::AlternateBase, SettingsColors::window()},
+        {QPalette::Text, SettingsColors::label()},
+        {QPalette::Button, SettingsColors::control()},
+        {QPalette::ButtonText, SettingsColors::label()},
+        {QPalette::BrightText, SettingsColors::label()},
+        {QPalette::ToolTipBase, SettingsColors::control()},
+        {QPalette::ToolTipText, SettingsColors::label()},
+        {QPalette::PlaceholderText, SettingsColors::secondaryLabel()},
+        {QPalette::Highlight, SettingsColors::accent()},
+        {QPalette::HighlightedText, SettingsColors::window()},
+        {QPalette::Link, SettingsColors::accent()},
+    };
+    for (const auto& [role, color] : colors) {
+        palette.setColor(role, color);
+    }
+    for (const QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Disabled, role, SettingsColors::disabledLabel());
+    }
+    return palette;
+}
+
+QString styleSheet() {
+    QString sheet = QString::fromLatin1(rules);
+    const std::vector<std::pair<const char*, QColor>> colors{
+        {"window", SettingsColors::window()},
+        {"sidebar", SettingsColors::sidebar()},
+        {"card", SettingsColors::card()},
+        {"control", SettingsColors::control()},
+        {"controlHover", SettingsColors::controlHover()},
+        {"separator", SettingsColors::separator()},
+        {"accent", SettingsColors::accent()},
+        {"label", SettingsColors::label()},
+        {"secondaryLabel", SettingsColors::secondaryLabel()},
+        {"disabledLabel", SettingsColors::disabledLabel()},
+        {"warning", SettingsColors::warning()},
+    };
+    for (const auto& [name, color] : colors) {
+        sheet.replace(QStringLiteral("<%1>").arg(QLatin1String(name)), color.name());
+    }
+    // Room round text grows with the text.
+    for (const int points : {4, 6, 10, 20}) {
+        sheet.replace(QStringLiteral("<s%1>").arg(points),
+                      QStringLiteral("%1px").arg(
+                          static_cast<int>(points * AppFonts::pixelsPerPoint() + 0.5)));
+    }
+    return sheet;
+}
+
+}  // namespace
+
+void SettingsStyle::apply(QWidget& window) {
+    window.setPalette(darkPalette());
+    window.setFont(AppFonts::text(bodyPoints));
+    window.setStyleSheet(styleSheet());
+}
+
+}  // namespace lumatile

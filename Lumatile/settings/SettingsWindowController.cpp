@@ -1,0 +1,65 @@
+#include "Lumatile/settings/SettingsWindowController.h"
+
+#include <QAction>
+#include <QGuiApplication>
+#include <QKeySequence>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <QWidget>
+
+#include "Lumatile/AppFonts.h"
+#include "Lumatile/SettingsTexts.h"
+#include "Lumatile/settings/ApplicationIcon.h"
+#include "Lumatile/settings/SettingsAccessibility.h"
+#include "Lumatile/settings/SettingsRootView.h"
+#include "Lumatile/settings/SettingsStyle.h"
+#include "Lumatile/settings/ViewText.h"
+
+namespace lumatile {
+
+namespace {
+
+constexpr QSize contentPoints(920, 600);
+constexpr QSize leastPoints(860, 540);
+
+}  // namespace
+
+SettingsWindowController::SettingsWindowController(std::shared_ptr<SettingsViewModel> model,
+                                                   SettingsServices services)
+    : viewModel_(std::move(model)), window_(std::make_unique<QWidget>()) {
+    describeSettingsControls();
+    window_->setObjectName(QStringLiteral("settingsWindow"));
+    window_->setWindowTitle(viewText(SettingsTexts::windowTitle));
+    window_->setWindowIcon(applicationIcon());
+    SettingsStyle::apply(*window_);
+    auto* layout = new QVBoxLayout(window_.get());
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(new SettingsRootView(viewModel_, std::move(services)));
+
+    // Text that the user has made larger gets more room, as far as the screen has it.
+    const double scale = AppFonts::pixelsPerPoint();
+    const QSize room = QGuiApplication::primaryScreen()->availableSize();
+    window_->setMinimumSize((leastPoints * scale).boundedTo(room));
+    window_->resize((contentPoints * scale).boundedTo(room));
+    window_->move(QGuiApplication::primaryScreen()->availableGeometry().center() -
+                  window_->rect().center());
+
+    auto* close = new QAction(window_.get());
+    close->setShortcuts({QKeySequence(QKeySequence::Close)});
+    QObject::connect(close, &QAction::triggered, window_.get(), &QWidget::close);
+    window_->addAction(close);
+}
+
+SettingsWindowController::~SettingsWindowController() = default;
+
+void SettingsWindowController::show() {
+    if (window_->isMinimized()) {
+        window_->showNormal();
+    } else {
+        window_->show();
+    }
+    window_->raise();
+    window_->activateWindow();
+}
+
+}  // namespace lumatile

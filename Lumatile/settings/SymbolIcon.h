@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QColor>
+#include <QIcon>
+#include <QPixmap>
+#include <QString>
+
+#include <string_view>
+
+namespace lumatile {
+
+/// The program's own drawings of the symbols that the settings name, sharp at any size.
+struct SymbolIcon {
+    SymbolIcon() = delete;
+
+    /// Null for a name without a drawing.
+    static QIcon of(std::string_view name, const QColor& color);
+
+    /// Whether there is a drawing of that name.
+    static bool isKnown(std::string_view name);
+
+    /// @param side logical pixels
+    static QPixmap pixmap(std::string_view name, const QColor& color, int side, double scale);
+};
+
+}  // namespace lumatile

@@ -1,0 +1,71 @@
+#include "Lumatile/settings/SystemTilingTip.h"
+
+#include <QHBoxLayout>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "Lumatile/DesktopTiling.h"
+#include "Lumatile/settings/SettingsColors.h"
+#include "Lumatile/settings/TipView.h"
+#include "Lumatile/settings/ViewText.h"
+#include "onboarding/TipTexts.h"
+
+namespace lumatile {
+
+SystemTilingTip::SystemTilingTip(const SettingsServices& services, QWidget* parent)
+    : QWidget(parent),
+      tiling_(services.tiling),
+      say_(services.say),
+      monitor_(monitorTiling(services.tiling, services.runLoop)),
+      tip_(new TipView(services.say)),
+      open_(new QPushButton(withoutMnemonic(say_(TipTexts::tilingIsOn.button)))),
+      switchOff_(new QPushButton(say_(TipTexts::switchOffButton))) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(tip_);
+    tip_->addButton(open_);
+    tip_->addButton(switchOff_);
+    connect(open_, &QPushButton::clicked, this, [this] { tiling_.openSettings(); });
+    connect(switchOff_, &QPushButton::clicked, this, [this] { askToSwitchOff(); });
+    monitor_->onChange([this] { refresh(); });
+    refresh();
+}
+
+void SystemTilingTip::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    monitor_->start();
+}
+
+void SystemTilingTip::hideEvent(QHideEvent* event) {
+    monitor_->stop();
+    QWidget::hideEvent(event);
+}
+
+void SystemTilingTip::refresh() {
+    const bool conflicts = monitor_->tiling().conflictsWithDragToSnap();
+    tip_->show(TipTexts::systemTiling(conflicts),
+               conflicts ? SettingsColors::warning() : SettingsColors::secondaryLabel());
+    open_->setVisible(conflicts && tiling_.canOpenSettings());
+    switchOff_->setVisible(conflicts && tiling_.canSwitchOff());
+}
+
+void SystemTilingTip::askToSwitchOff() {
+    auto* question = new QMessageBox(window());
+    question->setAttribute(Qt::WA_DeleteOnClose);
+    question->setWindowModality(Qt::WindowModal);
+    question->setText(say_(TipTexts::switchOffQuestion));
+    question->setInformativeText(say_(TipTexts::switchOffDetails));
+    QPushButton* confirm =
+        question->addButton(say_(TipTexts::switchOffConfirm), QMessageBox::AcceptRole);
+    question->addButton(say_(TipTexts::switchOffCancel), QMessageBox::RejectRole);
+    connect(question, &QMessageBox::buttonClicked, this,
+            [this, confirm, question](QAbstractButton* clicked) {
+                if (clicked == static_cast<QAbstractButton*>(confirm)) {
+                    tiling_.switchOff();
+                }
+            });
+    question->open();
+}
+
+}  // namespace lumatile

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QWidget>
+
+#include "Lumatile/settings/SettingsSaying.h"
+#include "onboarding/TipTexts.h"
+
+class QHBoxLayout;
+class QLabel;
+class QPushButton;
+class QVBoxLayout;
+
+namespace lumatile {
+
+/// A tip: its symbol, and beside it what it says.
+class TipView : public QWidget {
+public:
+    explicit TipView(SettingsSaying say, QWidget* parent = nullptr);
+
+    void show(const TipTexts::Tip& tip, const QColor& symbolColor);
+
+    /// Below the text, beside those before it.
+    void addButton(QPushButton* button);
+
+private:
+    SettingsSaying say_;
+    QLabel* symbol_;
+    QLabel* title_;
+    QLabel* text_;
+    QVBoxLayout* words_;
+    QHBoxLayout* buttons_ = nullptr;
+};
+
+}  // namespace lumatile
