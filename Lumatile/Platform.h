@@ -13,7 +13,6 @@ class MouseTapPlatform;
 class Preferences;
 class RunLoop;
 class ScreenList;
-class SettingsPresenter;
 class StatusItem;
 class SystemLog;
 class Workspace;
@@ -31,7 +30,6 @@ struct Platform {
     DimOverlays& dimOverlays;
     MouseTapPlatform& mouseTaps;
     StatusItem& statusItem;
-    SettingsPresenter& settings;
     std::weak_ptr<DragSnapHighlighting> highlight;
 };
 

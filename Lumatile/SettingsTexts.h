@@ -94,7 +94,8 @@ inline constexpr std::string_view programName = "Lumatile";
 inline constexpr std::string_view description =
     "Snaps windows into place and keeps OLED screens from burning in.";
 inline constexpr std::string_view licences = "Licences";
+inline constexpr std::string_view close = "Close";
 inline std::string version(std::string_view number) { return "Version " + std::string(number); }
-inline constexpr std::string_view aboutTitle = "About Lumatile";
+inline std::string aboutTitle() { return "About Lumatile"; }
 
 }  // namespace lumatile::SettingsTexts

@@ -18,7 +18,6 @@
 #include "platform/simulated/SimulatedPrograms.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedScreens.h"
-#include "platform/simulated/SimulatedSettings.h"
 #include "platform/simulated/SimulatedStatusItem.h"
 #include "platform/simulated/SimulatedTraffic.h"
 #include "platform/simulated/SimulatedWindowManager.h"
@@ -88,7 +87,6 @@ public:
     SimulatedPreferences preferences;
     SimulatedHotKeys hotKeys;
     SimulatedStatusItem statusItem;
-    SimulatedSettings settingsWindow;
     SimulatedScreens screens;
     SimulatedDimOverlays dimOverlays;
     SimulatedPrograms programs;
