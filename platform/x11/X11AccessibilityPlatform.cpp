@@ -62,6 +62,7 @@ std::optional<AXElement> X11AccessibilityPlatform::elementAtPoint(const Point& p
         return std::nullopt;
     }
     xcb_window_t innermost = connection_.root();
+    xcb_window_t topLevel = XCB_WINDOW_NONE;
     for (int level = 0; level < mostLevels; ++level) {
         const X11Reply<xcb_translate_coordinates_reply_t> reply(xcb_translate_coordinates_reply(
             connection_.get(),
@@ -72,12 +73,37 @@ std::optional<AXElement> X11AccessibilityPlatform::elementAtPoint(const Point& p
             break;
         }
         innermost = reply->child;
+        topLevel = level == 0 ? innermost : topLevel;
     }
     if (innermost == connection_.root()) {
         return std::nullopt;
     }
     const X11Window* window = mirror_.find(innermost);
+    if (window == nullptr && innermost == topLevel && isUnseen(innermost)) {
+        return shownAt(*x, *y);
+    }
     return window != nullptr ? elementOf(*window) : bareWindow(innermost);
+}
+
+bool X11AccessibilityPlatform::isUnseen(xcb_window_t window) {
+    const X11Reply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+        connection_.get(), xcb_get_window_attributes(connection_.get(), window), nullptr));
+    return attributes && attributes->_class == XCB_WINDOW_CLASS_INPUT_ONLY;
+}
+
+std::optional<AXElement> X11AccessibilityPlatform::shownAt(int x, int y) {
+    for (const xcb_window_t id : mirror_.stacking()) {
+        const X11Window* window = mirror_.find(id);
+        if (window == nullptr || mirror_.isMinimized(*window) || mirror_.isElsewhere(*window)) {
+            continue;
+        }
+        const X11PixelRect outer = window->frame().outer();
+        if (x >= outer.x && x < outer.x + outer.width && y >= outer.y &&
+            y < outer.y + outer.height) {
+            return elementOf(*window);
+        }
+    }
+    return std::nullopt;
 }
 
 std::optional<AXValue> X11AccessibilityPlatform::read(const AXElement& element,

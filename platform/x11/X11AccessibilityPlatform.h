@@ -48,6 +48,13 @@ public:
 
 private:
     X11Window* windowOf(const X11Element& element);
+    /// Whether a window only takes input and shows nothing. kwin lays such a one over the screen
+    /// while it moves a window.
+    bool isUnseen(xcb_window_t window);
+
+    /// The topmost managed window at a place on the root.
+    std::optional<AXElement> shownAt(int x, int y);
+
     AXElement elementOf(const X11Window& window) const;
     AXElement applicationOf(const X11Window& window) const;
     bool belongsTo(const X11Window& window, const X11Element& application) const;

@@ -35,6 +35,26 @@ TEST_P(X11WindowAtPoint, topmostWindowIsFound) {
     EXPECT_TRUE(finds({900, 400}, below->id()));
 }
 
+TEST_P(X11WindowAtPoint, aWindowThatOnlyTakesInputIsLookedThrough) {
+    start();
+    const auto below = open(Kind::decorated);
+    below->place({300, 200, 700, 500});
+    const auto above = open(Kind::decorated);
+    above->place({350, 250, 300, 300});
+    const xcb_window_t glass = xcb_generate_id(above->connection());
+    const std::uint32_t unmanaged = 1;
+    xcb_create_window(above->connection(), XCB_COPY_FROM_PARENT, glass, above->root(), 0, 0, 1920,
+                      1080, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT,
+                      XCB_CW_OVERRIDE_REDIRECT, &unmanaged);
+    xcb_map_window(above->connection(), glass);
+    above->roundTrip();
+    adapter().connection->synchronize();
+    EXPECT_TRUE(finds({400, 400}, above->id()));
+    EXPECT_TRUE(finds({900, 203}, below->id())) << "a title bar";
+    EXPECT_EQ(adapter().bridge.windowAt({1500, 900}), nullptr);
+    xcb_destroy_window(above->connection(), glass);
+}
+
 TEST_P(X11WindowAtPoint, bareDesktopHoldsNothing) {
     start();
     const auto window = open(Kind::decorated);
