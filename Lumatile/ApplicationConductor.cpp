@@ -70,7 +70,7 @@ void ApplicationConductor::startFeatures() {
 
 void ApplicationConductor::stopFeatures() {
     featuresRunning_ = false;
-    hotkeys_.unregisterAll();
+    unregisterHotkeys();
     dragToSnap_.stop();
     protection_.stop();
     refreshStatusIcon();
@@ -99,14 +99,89 @@ void ApplicationConductor::changeOLEDSettings(const OLEDSettings& settings) {
 
 void ApplicationConductor::registerHotkeys() {
     hotkeys_.unregisterAll();
-    for (const SnapCommand& command : store_.hotkeyBindings()) {
-        hotkeys_.registerHotKey(command.shortcut->carbonKeyCode, command.shortcut->carbonModifiers,
-                                [conductor = weak_from_this(), command] {
-                                    if (const auto alive = conductor.lock()) {
-                                        alive->performCommand(command);
-                                    }
-                                });
+    if (isRecordingShortcut_) {
+        return;
     }
+    refusedShortcuts_.clear();
+    for (const SnapCommand& command : store_.hotkeyBindings()) {
+        const std::uint32_t id = hotkeys_.registerHotKey(
+            command.shortcut->carbonKeyCode, command.shortcut->carbonModifiers,
+            [conductor = weak_from_this(), command] {
+                if (const auto alive = conductor.lock()) {
+                    alive->performCommand(command);
+                }
+            });
+        if (!hotkeys_.holds(id)) {
+            refusedShortcuts_.push_back(command.id);
+        }
+    }
+    showRefusedShortcuts();
+}
+
+void ApplicationConductor::unregisterHotkeys() {
+    hotkeys_.unregisterAll();
+    refusedShortcuts_.clear();
+    showRefusedShortcuts();
+}
+
+void ApplicationConductor::showRefusedShortcuts() {
+    if (settingsVM_) {
+        settingsVM_->setRefusedShortcuts(refusedShortcuts_);
+    }
+}
+
+void ApplicationConductor::noteRecording(bool isRecording) {
+    isRecordingShortcut_ = isRecording;
+    if (isRecording) {
+        // Without a word about what is refused: that is so afterwards as it was before.
+        hotkeys_.unregisterAll();
+    } else if (featuresRunning_) {
+        registerHotkeys();
+    }
+}
+
+void ApplicationConductor::openSettings(std::optional<SettingsSection> section) {
+    if (!settingsWC_) {
+        makeSettings();
+    }
+    if (section) {
+        settingsVM_->setSection(*section);
+    }
+    settingsWC_->show();
+}
+
+void ApplicationConductor::makeSettings() {
+    settingsVM_ = std::make_shared<SettingsViewModel>(store_.commands, oledSettings_);
+    settingsVM_->setRefusedShortcuts(refusedShortcuts_);
+    const std::weak_ptr<ApplicationConductor> conductor = weak_from_this();
+    settingsVM_->onChange = [conductor](const std::vector<SnapCommand>& commands) {
+        if (const auto alive = conductor.lock()) {
+            alive->changeCommands(commands);
+        }
+    };
+    settingsVM_->onOLEDChange = [conductor](const OLEDSettings& settings) {
+        if (const auto alive = conductor.lock()) {
+            alive->changeOLEDSettings(settings);
+        }
+    };
+    settingsVM_->onRecording = [conductor](bool isRecording) {
+        if (const auto alive = conductor.lock()) {
+            alive->noteRecording(isRecording);
+        }
+    };
+    settingsWC_ = platform_.settings.make(settingsVM_);
+}
+
+void ApplicationConductor::changeCommands(const std::vector<SnapCommand>& commands) {
+    if (commands == store_.commands) {
+        return;
+    }
+    store_.commands = commands;
+    platform_.preferences.setBytes(CommandStore::preferenceKey, store_.encode());
+    if (featuresRunning_) {
+        registerHotkeys();
+    }
+    rebuildStatusMenu();
 }
 
 void ApplicationConductor::setExaggerated(bool exaggerated) {
@@ -132,7 +207,11 @@ StatusMenuController::Closures ApplicationConductor::statusMenuClosures() {
                 alive->performCommand(command);
             }
         },
-        onTarget(&MenuTargets::openSettings),
+        [conductor = weak_from_this()] {
+            if (const auto alive = conductor.lock()) {
+                alive->openSettings();
+            }
+        },
         onTarget(&MenuTargets::openAbout),
         onTarget(&MenuTargets::checkForUpdates),
         [conductor = weak_from_this()] {

@@ -5,10 +5,13 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Lumatile/DragToSnap.h"
 #include "Lumatile/PanelProtection.h"
 #include "Lumatile/Platform.h"
+#include "Lumatile/SettingsPresenting.h"
+#include "Lumatile/SettingsViewModel.h"
 #include "Lumatile/SnapExecution.h"
 #include "Lumatile/StatusMenuController.h"
 #include "blacklist/Blacklist.h"
@@ -16,6 +19,7 @@
 #include "displays/DisplayService.h"
 #include "hotkeys/HotkeyService.h"
 #include "oled_protection/OLEDSettings.h"
+#include "settings_core/SettingsSection.h"
 
 namespace lumatile {
 
@@ -36,7 +40,6 @@ public:
 
     /// What the menu leads to outside the conductor. Each does nothing until it is set.
     struct MenuTargets {
-        std::function<void()> openSettings;  ///< On the section that was shown last.
         std::function<void()> openAbout;
         std::function<void()> checkForUpdates;
         std::function<void()> terminate;  ///< Ends the program.
@@ -51,6 +54,15 @@ public:
 
     /// Shows by the status item, if there is one, whether windows are being moved.
     void refreshStatusIcon();
+
+    /// Shows the settings window, which is made when it is first asked for and kept.
+    /// @param section absent: the one that was shown last
+    void openSettings(std::optional<SettingsSection> section = std::nullopt);
+
+    /// Takes over commands that the user has changed: stores them, registers their shortcuts where
+    /// the features run, and shows them in the menu. Nothing happens when they are the present
+    /// ones.
+    void changeCommands(const std::vector<SnapCommand>& commands);
 
     /// Starts what is allowed; while running already, renews the menu alone.
     void startFeatures();
@@ -78,7 +90,8 @@ public:
     /// The lines on top of the status menu.
     std::array<std::string, 3> oledStatusLines() const { return protection_.statusLines(); }
 
-    /// Registers the shortcuts of the present commands in place of those registered before.
+    /// Registers the shortcuts of the present commands in place of those registered before; none
+    /// while one is being recorded.
     void registerHotkeys();
 
     /// The demonstration mode, which makes every effect large and quick. Never stored. Nothing
@@ -99,6 +112,10 @@ public:
 private:
     const DisplayService& displays();
     StatusMenuController::Closures statusMenuClosures();
+    void makeSettings();
+    void noteRecording(bool isRecording);
+    void unregisterHotkeys();
+    void showRefusedShortcuts();
 
     Platform platform_;
     CommandStore store_;
@@ -111,6 +128,10 @@ private:
     HotkeyService hotkeys_;
     DragToSnap dragToSnap_;
     std::shared_ptr<StatusMenuController> statusMenu_;  ///< None before start-up.
+    std::vector<UUID> refusedShortcuts_;                ///< The commands that they belong to.
+    std::shared_ptr<SettingsViewModel> settingsVM_;     ///< None before the settings are opened.
+    std::unique_ptr<SettingsPresenting> settingsWC_;
+    bool isRecordingShortcut_ = false;
     bool accessibilityGranted_ = false;
     bool featuresRunning_ = false;
 };

@@ -13,6 +13,7 @@ class MouseTapPlatform;
 class Preferences;
 class RunLoop;
 class ScreenList;
+class SettingsPresenter;
 class StatusItem;
 class SystemLog;
 class Workspace;
@@ -30,6 +31,7 @@ struct Platform {
     DimOverlays& dimOverlays;
     MouseTapPlatform& mouseTaps;
     StatusItem& statusItem;
+    SettingsPresenter& settings;
     std::weak_ptr<DragSnapHighlighting> highlight;
 };
 

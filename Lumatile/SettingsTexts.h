@@ -94,8 +94,7 @@ inline constexpr std::string_view programName = "Lumatile";
 inline constexpr std::string_view description =
     "Snaps windows into place and keeps OLED screens from burning in.";
 inline constexpr std::string_view licences = "Licences";
-inline constexpr std::string_view close = "Close";
 inline std::string version(std::string_view number) { return "Version " + std::string(number); }
-inline std::string aboutTitle() { return "About Lumatile"; }
+inline constexpr std::string_view aboutTitle = "About Lumatile";
 
 }  // namespace lumatile::SettingsTexts

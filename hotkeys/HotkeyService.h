@@ -25,11 +25,15 @@ public:
     ~HotkeyService();
 
     /// Registers a combination. One that the platform refuses, because another program has it, gets
-    /// an id all the same, and its action is never called: the service does not tell conflicts.
+    /// an id all the same, and its action is never called; `holds` tells.
     /// @param keyCode virtual key code of the physical key
     /// @param modifiers classic modifier mask
     /// @return the id under which the action is kept
     std::uint32_t registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, Action action);
+
+    /// Whether the platform gave out the combination that was registered under `id`, and this
+    /// service still has it.
+    bool holds(std::uint32_t id) const { return refs_.contains(id); }
 
     /// Gives back every combination that this service holds.
     void unregisterAll();

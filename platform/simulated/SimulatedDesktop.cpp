@@ -18,7 +18,7 @@ SimulatedDesktop::SimulatedDesktop()
 
 Platform SimulatedDesktop::platform() {
     return {accessibility, screens, hotKeys,     workspace, runLoop,    preferences,
-            log,           input,   dimOverlays, mouse,     statusItem, highlight};
+            log,           input,   dimOverlays, mouse,     statusItem, settingsWindow, highlight};
 }
 
 WindowID SimulatedDesktop::open(ApplicationID application, SimulatedWindowTraits traits) {

@@ -18,6 +18,7 @@
 #include "platform/simulated/SimulatedPrograms.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedScreens.h"
+#include "platform/simulated/SimulatedSettings.h"
 #include "platform/simulated/SimulatedStatusItem.h"
 #include "platform/simulated/SimulatedTraffic.h"
 #include "platform/simulated/SimulatedWindowManager.h"
@@ -87,6 +88,7 @@ public:
     SimulatedPreferences preferences;
     SimulatedHotKeys hotKeys;
     SimulatedStatusItem statusItem;
+    SimulatedSettings settingsWindow;
     SimulatedScreens screens;
     SimulatedDimOverlays dimOverlays;
     SimulatedPrograms programs;

@@ -17,6 +17,7 @@
 #include "platform/simulated/SimulatedPreferences.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedScreens.h"
+#include "platform/simulated/SimulatedSettings.h"
 #include "platform/simulated/SimulatedStatusItem.h"
 #include "platform/x11/X11AccessibilityPlatform.h"
 #include "platform/x11/X11Connection.h"
@@ -123,6 +124,7 @@ private:
     SimulatedHotKeys hotKeys_;
     SimulatedInput input_;
     SimulatedStatusItem statusItem_{runLoop_};
+    SimulatedSettings settings_;
     SimulatedScreens noScreens_;
     SimulatedDimOverlays dimOverlays_;
     X11MouseTapPlatform mouseTaps_;

@@ -161,19 +161,19 @@ TEST(ConductorMenu, theStatusLinesTellWhatTheOrbitDidLast) {
 TEST(ConductorMenu, theActionsLeadToWhatWasSet) {
     DesktopWithMenu desk;
     // Nothing is set so far.
-    for (const char* title :
-         {"Settings…", "Check for Updates…", "About Lumatile", "Quit Lumatile"}) {
+    for (const char* title : {"Check for Updates…", "About Lumatile", "Quit Lumatile"}) {
         EXPECT_TRUE(desk.statusItem.choose(title));
     }
     std::vector<std::string> called;
-    desk.conductor->menuTargets = {
-        [&] { called.emplace_back("settings"); }, [&] { called.emplace_back("about"); },
-        [&] { called.emplace_back("updates"); }, [&] { called.emplace_back("terminate"); }};
+    desk.conductor->menuTargets = {[&] { called.emplace_back("about"); },
+                                   [&] { called.emplace_back("updates"); },
+                                   [&] { called.emplace_back("terminate"); }};
     for (const char* title :
          {"Settings…", "Check for Updates…", "About Lumatile", "Quit Lumatile"}) {
         EXPECT_TRUE(desk.statusItem.choose(title));
     }
-    EXPECT_THAT(called, ElementsAre("settings", "updates", "about", "terminate"));
+    EXPECT_EQ(desk.settingsWindow.shown, 1);
+    EXPECT_THAT(called, ElementsAre("updates", "about", "terminate"));
 }
 
 TEST(ConductorMenu, onceTheConductorIsGoneNothingHappens) {
@@ -181,7 +181,7 @@ TEST(ConductorMenu, onceTheConductorIsGoneNothingHappens) {
     const WindowID window = desk.open(desk.editor, before);
     std::size_t called = 0;
     const auto count = [&] { ++called; };
-    desk.conductor->menuTargets = {count, count, count, count};
+    desk.conductor->menuTargets = {count, count, count};
     const auto lines = desk.statusItem.lines();
     desk.conductor.reset();
     desk.advance(100);
@@ -194,6 +194,7 @@ TEST(ConductorMenu, onceTheConductorIsGoneNothingHappens) {
         }
     }
     EXPECT_EQ(called, 0U);
+    EXPECT_EQ(desk.settingsWindow.shown, 0);
     EXPECT_EQ(desk.statusItem.lines(), lines);
     EXPECT_EQ(desk.statusItem.images().size(), images);
     EXPECT_EQ(desk.frame(window), before);

@@ -1,0 +1,44 @@
+#include "Lumatile/settings/AboutPanel.h"
+
+#include <QAction>
+#include <QKeySequence>
+#include <QVBoxLayout>
+#include <QWidget>
+
+#include "Lumatile/AppFonts.h"
+#include "Lumatile/SettingsTexts.h"
+#include "Lumatile/settings/AboutSectionView.h"
+#include "Lumatile/settings/ApplicationIcon.h"
+#include "Lumatile/settings/SettingsStyle.h"
+
+namespace lumatile {
+
+AboutPanel::AboutPanel(std::string version, SettingsSaying say)
+    : version_(std::move(version)), say_(std::move(say)) {}
+
+AboutPanel::~AboutPanel() = default;
+
+void AboutPanel::show() {
+    if (!window_) {
+        constexpr QSize points(480, 520);
+        constexpr int margin = 24;
+        window_ = std::make_unique<QWidget>();
+        window_->setObjectName(QStringLiteral("settingsWindow"));
+        window_->setWindowTitle(say_(SettingsTexts::aboutTitle));
+        window_->setWindowIcon(applicationIcon());
+        SettingsStyle::apply(*window_);
+        auto* layout = new QVBoxLayout(window_.get());
+        layout->setContentsMargins(margin, margin, margin, margin);
+        layout->addWidget(new AboutSectionView(version_, say_));
+        window_->resize(points * AppFonts::pixelsPerPoint());
+        auto* close = new QAction(window_.get());
+        close->setShortcuts({QKeySequence(QKeySequence::Close), QKeySequence(Qt::Key_Escape)});
+        QObject::connect(close, &QAction::triggered, window_.get(), &QWidget::close);
+        window_->addAction(close);
+    }
+    window_->show();
+    window_->raise();
+    window_->activateWindow();
+}
+
+}  // namespace lumatile

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "Lumatile/settings/SettingsSaying.h"
+
+class QWidget;
+
+namespace lumatile {
+
+/// The small window that says what the program is. Made when it is first shown.
+class AboutPanel {
+public:
+    /// @param version of this build
+    AboutPanel(std::string version, SettingsSaying say);
+    AboutPanel(const AboutPanel&) = delete;
+    AboutPanel& operator=(const AboutPanel&) = delete;
+    ~AboutPanel();
+
+    /// Shows it in front of the other windows.
+    void show();
+
+private:
+    std::string version_;
+    SettingsSaying say_;
+    std::unique_ptr<QWidget> window_;
+};
+
+}  // namespace lumatile

@@ -1,0 +1,18 @@
+#include "platform/x11/X11KeyCodes.h"
+
+#include <limits>
+
+namespace lumatile {
+
+std::optional<std::uint32_t> X11KeyCodes::virtualKeyCode(std::uint32_t nativeScanCode) {
+    if (nativeScanCode > std::numeric_limits<X11Keyboard::KeyCode>::max()) {
+        return std::nullopt;
+    }
+    // Asked when a shortcut is recorded, which is rare: what the keyboard was before may have
+    // changed.
+    X11Keyboard keyboard(connection_);
+    keyboard.read();
+    return keyboard.virtualKeyCodeOf(static_cast<X11Keyboard::KeyCode>(nativeScanCode));
+}
+
+}  // namespace lumatile
