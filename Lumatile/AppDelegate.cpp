@@ -2,7 +2,7 @@
 
 namespace lumatile {
 
-AppDelegate::AppDelegate(Platform platform)
+AppDelegate::AppDelegate(const Platform& platform)
     : app_(std::make_shared<ApplicationConductor>(platform)) {}
 
 void AppDelegate::applicationDidFinishLaunching() {

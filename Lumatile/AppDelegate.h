@@ -11,7 +11,7 @@ namespace lumatile {
 class AppDelegate {
 public:
     /// @param platform the adapters behind it outlive the delegate
-    explicit AppDelegate(Platform platform);
+    explicit AppDelegate(const Platform& platform);
 
     /// To be called once, when the run loop can deliver events.
     void applicationDidFinishLaunching();

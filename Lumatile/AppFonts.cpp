@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 // The linker leaves out what a static library holds but nobody names. Outside any namespace, as the
 // macro has it.
@@ -32,7 +33,8 @@ constexpr double usualPixelSize = 40.0 / 3.0;
 bool isKnown(const char* family) { return QFontDatabase::hasFamily(QString::fromLatin1(family)); }
 
 QFont sized(QFont font, double points) {
-    font.setPixelSize(std::max(1, static_cast<int>(points * AppFonts::pixelsPerPoint() + 0.5)));
+    font.setPixelSize(
+        std::max(1, static_cast<int>(std::lround(points * AppFonts::pixelsPerPoint()))));
     return font;
 }
 

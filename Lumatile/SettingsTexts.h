@@ -96,5 +96,6 @@ inline constexpr std::string_view description =
 inline constexpr std::string_view licences = "Licences";
 inline std::string version(std::string_view number) { return "Version " + std::string(number); }
 inline constexpr std::string_view aboutTitle = "About Lumatile";
+inline constexpr std::string_view close = "Close";
 
 }  // namespace lumatile::SettingsTexts

@@ -48,6 +48,7 @@ public:
     SettingsViewModel(std::vector<SnapCommand> commands, const OLEDSettings& oled);
     SettingsViewModel(const SettingsViewModel&) = delete;
     SettingsViewModel& operator=(const SettingsViewModel&) = delete;
+    ~SettingsViewModel() = default;
 
     /// Being told of changes; destroying it ends that. May outlive the model.
     class Observation;

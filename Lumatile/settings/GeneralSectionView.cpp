@@ -6,6 +6,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <utility>
+
 #include "Lumatile/DragToSnap.h"
 #include "Lumatile/LaunchAtLogin.h"
 #include "Lumatile/SettingsTexts.h"
@@ -25,8 +27,8 @@ constexpr int chevronSide = 12;
 
 }  // namespace
 
-GeneralSectionView::GeneralSectionView(const SettingsServices& services, QWidget* parent)
-    : QWidget(parent), services_(services) {
+GeneralSectionView::GeneralSectionView(SettingsServices services, QWidget* parent)
+    : QWidget(parent), services_(std::move(services)) {
     const SettingsSaying& say = services_.say;
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -17,7 +17,9 @@ class ToggleSwitch;
 /// items, what the status menu holds besides.
 class GeneralSectionView : public QWidget {
 public:
-    explicit GeneralSectionView(const SettingsServices& services, QWidget* parent = nullptr);
+    explicit GeneralSectionView(SettingsServices services, QWidget* parent = nullptr);
+    GeneralSectionView(const GeneralSectionView&) = delete;
+    GeneralSectionView& operator=(const GeneralSectionView&) = delete;
     ~GeneralSectionView() override;
 
 protected:

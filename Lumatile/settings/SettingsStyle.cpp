@@ -7,6 +7,7 @@
 #include <QStyleFactory>
 #include <QWidget>
 
+#include <cmath>
 #include <utility>
 #include <vector>
 
@@ -133,7 +134,7 @@ QString styleSheet() {
     for (const int points : {4, 6, 10, 20}) {
         sheet.replace(QStringLiteral("<s%1>").arg(points),
                       QStringLiteral("%1px").arg(
-                          static_cast<int>(points * AppFonts::pixelsPerPoint() + 0.5)));
+                          static_cast<int>(std::lround(points * AppFonts::pixelsPerPoint()))));
     }
     return sheet;
 }

@@ -84,13 +84,15 @@ QString RecorderField::shownText() const {
 void RecorderField::describe() { setAccessibleDescription(shownText()); }
 
 bool RecorderField::event(QEvent* event) {
-    // Before the window takes the keys for shortcuts of its own or for going from field to field.
+    // Before the window takes the keys for shortcuts of its own.
     if (isRecording_ && event->type() == QEvent::ShortcutOverride) {
         event->accept();
         return true;
     }
-    if (isRecording_ && event->type() == QEvent::KeyPress) {
-        keyPressEvent(static_cast<QKeyEvent*>(event));
+    // Before it goes on to the next field by the Tab key.
+    if (auto* key = dynamic_cast<QKeyEvent*>(event);
+        isRecording_ && key != nullptr && event->type() == QEvent::KeyPress) {
+        keyPressEvent(key);
         return true;
     }
     return QWidget::event(event);

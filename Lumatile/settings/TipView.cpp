@@ -5,6 +5,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <cmath>
+
 #include "Lumatile/AppFonts.h"
 #include "Lumatile/settings/SymbolIcon.h"
 
@@ -54,7 +56,7 @@ void TipView::addButton(QPushButton* button) {
 }
 
 void TipView::show(const TipTexts::Tip& tip, const QColor& symbolColor) {
-    const int side = static_cast<int>(symbolPoints * AppFonts::pixelsPerPoint() + 0.5);
+    const int side = static_cast<int>(std::lround(symbolPoints * AppFonts::pixelsPerPoint()));
     symbol_->setPixmap(SymbolIcon::pixmap(tip.symbol, symbolColor, side, devicePixelRatioF()));
     title_->setVisible(!tip.title.empty());
     title_->setText(say_(tip.title));

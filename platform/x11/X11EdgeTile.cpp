@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "platform/x11/X11Event.h"
-#include "platform/x11/X11Property.h"
 #include "platform/x11/X11RootMessage.h"
+#include "platform/x11/X11WindowManagerName.h"
 
 namespace lumatile {
 
@@ -15,8 +15,6 @@ namespace {
 
 // By which it calls itself on its check window.
 constexpr std::string_view undoableName = "KWin";
-
-constexpr std::uint32_t longestName = 16;  // Items of four bytes.
 
 constexpr std::uint32_t stateRemove = 0;
 constexpr std::uint32_t stateAdd = 1;
@@ -80,11 +78,7 @@ bool X11EdgeTile::isUndoable() {
     const xcb_window_t manager = mirror_.windowManager();
     if (manager != known_) {
         known_ = manager;
-        const X11Property name(
-            connection_.get(),
-            X11Property::ask(connection_.get(), manager, connection_.atoms()["_NET_WM_NAME"],
-                             connection_.atoms()["UTF8_STRING"], longestName));
-        isKnownUndoable_ = name.bytes() == undoableName;
+        isKnownUndoable_ = windowManagerName(connection_, manager) == undoableName;
     }
     return isKnownUndoable_;
 }
