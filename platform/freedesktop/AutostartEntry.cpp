@@ -239,7 +239,7 @@ std::optional<std::string> AutostartEntry::write(const KeyFileText& entry) const
 std::filesystem::path AutostartEntry::runningBinary() {
     constexpr std::string_view replaced = " (deleted)";
     std::error_code error;
-    const std::filesystem::path path = std::filesystem::read_symlink("/proc/self/exe", error);
+    std::filesystem::path path = std::filesystem::read_symlink("/proc/self/exe", error);
     if (error) {
         return {};
     }

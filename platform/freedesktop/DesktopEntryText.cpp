@@ -96,9 +96,8 @@ std::optional<std::string> DesktopEntryText::program(std::string_view exec) {
         const char byte = line[i];
         if (byte == '"') {
             isQuoted = !isQuoted;
-        } else if (byte == '\\' && isQuoted && i + 1 < line.size()) {
-            word += line[++i];
-        } else if (byte == '%' && i + 1 < line.size() && line[i + 1] == '%') {
+        } else if (i + 1 < line.size() &&
+                   ((byte == '\\' && isQuoted) || (byte == '%' && line[i + 1] == '%'))) {
             word += line[++i];
         } else if ((byte == ' ' || byte == '\t') && !isQuoted) {
             break;

@@ -17,7 +17,7 @@ std::string_view variable(const char* name) {
 }
 
 std::filesystem::path home() {
-    const std::filesystem::path named = variable("HOME");
+    std::filesystem::path named = variable("HOME");
     if (named.is_absolute()) {
         return named;
     }

@@ -141,7 +141,7 @@ TEST_F(AutostartEntryTest, anEntryThatStartsNothingIsNotFound) {
           std::string("[Desktop Entry]\nType=Application\nExec=./relative\n"),
           std::string("[Desktop Entry]\nType=Application\nExec=/bin/sh\nTryExec=/absent\n"),
           std::string("[Other]\nType=Application\nExec=/bin/sh\n"),
-          std::string("\0[Desktop Entry]\nType=Application\nExec=/bin/sh\n", 50)}) {
+          std::string(1, '\0') + "[Desktop Entry]\nType=Application\nExec=/bin/sh\n"}) {
         write(userFile(), text);
         EXPECT_EQ(entry().status(), Status::notFound) << text;
         EXPECT_EQ(entry().registerItem(), std::nullopt) << text;

@@ -13,35 +13,43 @@
 namespace lumatile {
 namespace {
 
-/// Puts the environment back afterwards.
-class XdgFoldersTest : public testing::Test {
-protected:
-    XdgFoldersTest() {
+/// The environment as it was, once this has gone.
+class FormerEnvironment {
+public:
+    FormerEnvironment() {
         for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS"}) {
             const char* value = std::getenv(name);
-            former[name] = value == nullptr ? std::nullopt : std::optional<std::string>(value);
-            unsetenv(name);
+            former_[name] = value == nullptr ? std::nullopt : std::optional<std::string>(value);
         }
-        set("HOME", "/home/me");
     }
-    XdgFoldersTest(const XdgFoldersTest&) = delete;
-    XdgFoldersTest& operator=(const XdgFoldersTest&) = delete;
-    ~XdgFoldersTest() override {
-        for (const auto& [name, value] : former) {
+    FormerEnvironment(const FormerEnvironment&) = delete;
+    FormerEnvironment& operator=(const FormerEnvironment&) = delete;
+    ~FormerEnvironment() {
+        for (const auto& [name, value] : former_) {
             if (value) {
-                set(name, *value);
+                setenv(name.c_str(), value->c_str(), 1);
             } else {
                 unsetenv(name.c_str());
             }
         }
     }
 
-    static void set(const std::string& name, const std::string& value) {
-        setenv(name.c_str(), value.c_str(), 1);
+private:
+    std::map<std::string, std::optional<std::string>> former_;
+};
+
+class XdgFoldersTest : public testing::Test {
+protected:
+    XdgFoldersTest() {
+        unsetenv("XDG_CONFIG_HOME");
+        unsetenv("XDG_CONFIG_DIRS");
+        set("HOME", "/home/me");
     }
 
+    static void set(const char* name, const char* value) { setenv(name, value, 1); }
+
 private:
-    std::map<std::string, std::optional<std::string>> former;
+    FormerEnvironment former_;
 };
 
 TEST_F(XdgFoldersTest, withoutVariablesTheyAreTheUsualOnes) {

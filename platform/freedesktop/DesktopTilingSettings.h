@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "Lumatile/DesktopTiling.h"
+#include "onboarding/HostDesktop.h"
+#include "platform/freedesktop/BusConnection.h"
+#include "platform/freedesktop/TilingSetting.h"
+#include "platform/freedesktop/XdgFolders.h"
+
+namespace lumatile {
+
+/// The tiling of the desktop that the program runs on, from that desktop's own settings. Nothing is
+/// read before the first question.
+class DesktopTilingSettings final : public DesktopTiling {
+public:
+    /// @param session the user's bus; outlives this
+    DesktopTilingSettings(HostDesktop host, XdgFolders folders, BusConnection& session);
+
+    int majorVersion() override;
+    std::optional<bool> lookup(std::string_view key) override;
+    bool canOpenSettings() override;
+    bool openSettings() override;
+    bool canSwitchOff() override;
+    bool switchOff() override;
+
+private:
+    /// Absent on a desktop without such a feature.
+    TilingSetting* setting();
+    std::unique_ptr<TilingSetting> makeSetting() const;
+
+    HostDesktop host_;
+    XdgFolders folders_;
+    BusConnection& session_;
+    std::unique_ptr<TilingSetting> setting_;
+    bool isMade_ = false;
+};
+
+}  // namespace lumatile
