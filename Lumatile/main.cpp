@@ -12,11 +12,27 @@
 #include <vector>
 
 #include "Lumatile/AppDelegate.h"
+#include "Lumatile/AppFonts.h"
+#include "Lumatile/FullScreenWindows.h"
 #include "Lumatile/HighlightOverlay.h"
+#include "Lumatile/LaunchAtLogin.h"
 #include "Lumatile/MainTexts.h"
+#include "Lumatile/PackageUpdateController.h"
+#include "Lumatile/Updater.h"
+#include "Lumatile/settings/AboutPanel.h"
+#include "Lumatile/settings/NoticeWindow.h"
+#include "Lumatile/settings/SettingsWindowController.h"
+#include "onboarding/HostDesktop.h"
+#include "onboarding/Vocabulary.h"
+#include "platform/freedesktop/AutostartEntry.h"
+#include "platform/freedesktop/BusConnection.h"
+#include "platform/freedesktop/DesktopNotifications.h"
+#include "platform/freedesktop/DesktopTilingSettings.h"
+#include "platform/freedesktop/PackageKitUpdates.h"
 #include "platform/freedesktop/ServiceNotifier.h"
 #include "platform/freedesktop/StandardErrorLog.h"
 #include "platform/freedesktop/TerminationSignals.h"
+#include "platform/freedesktop/XdgFolders.h"
 #include "platform/qt/QSettingsPreferences.h"
 #include "platform/qt/QtRunLoop.h"
 #include "platform/qt/QtStatusItem.h"
@@ -25,12 +41,14 @@
 #include "platform/x11/X11DimOverlays.h"
 #include "platform/x11/X11HotKeyPlatform.h"
 #include "platform/x11/X11InputState.h"
+#include "platform/x11/X11KeyCodes.h"
 #include "platform/x11/X11Monitors.h"
 #include "platform/x11/X11MouseTapPlatform.h"
 #include "platform/x11/X11ScreenList.h"
 #include "platform/x11/X11ShortcutText.h"
 #include "platform/x11/X11Translucency.h"
 #include "platform/x11/X11Tray.h"
+#include "platform/x11/X11WindowManagerName.h"
 #include "platform/x11/X11WindowMirror.h"
 #include "platform/x11/X11Workspace.h"
 
@@ -43,6 +61,11 @@ bool isWaylandSession() {
     const char* type = std::getenv("XDG_SESSION_TYPE");
     return (display != nullptr && *display != '\0') ||
            (type != nullptr && std::string_view(type) == "wayland");
+}
+
+std::string environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
 }
 
 /// What the toolkit reads before its application object is made.
@@ -112,9 +135,63 @@ int main(int argc, char** argv) {
     if (tray.isPresent()) {
         statusItem.olderTrayAppeared();
     }
+
+    AppFonts::registerFonts();
+    mirror.refresh();
+    const std::string session = environment("XDG_CURRENT_DESKTOP");
+    const HostDesktop host =
+        HostDesktop::find(session, windowManagerName(*connection, mirror.windowManager()));
+    const Vocabulary vocabulary = Vocabulary::of(host);
+    const SettingsSaying say = [&vocabulary](std::string_view text) {
+        return QString::fromStdString(vocabulary.apply(text));
+    };
+    const XdgFolders folders = XdgFolders::fromEnvironment();
+    BusConnection sessionBus(BusConnection::sessionAddress());
+    BusConnection systemBus(BusConnection::systemAddress());
+    AutostartEntry loginItem(folders, AutostartEntry::runningBinary(), session);
+    LaunchAtLogin launchAtLogin(loginItem, log);
+    DesktopTilingSettings tiling(host, folders, sessionBus);
+    PackageKitUpdates packages(systemBus, AutostartEntry::runningBinary());
+    DesktopNotifications notifications(sessionBus);
+    NoticeWindow notices;
+    // The answer comes in a window that puts itself in front.
+    Updater updater(
+        [&] {
+            return std::make_shared<PackageUpdateController>(PackageUpdateController::Parts{
+                packages, notifications, notices, preferences, runLoop, log,
+                [&] { return isAnyWindowFullScreen(workspace, accessibility); }, LUMATILE_VERSION});
+        },
+        [] {});
+    X11KeyCodes keyCodes(*connection);
+    AboutPanel about(LUMATILE_VERSION, say);
+    const std::function<void()> terminate = [] { QCoreApplication::exit(EXIT_SUCCESS); };
+    std::weak_ptr<ApplicationConductor> conductor;
+    SettingsWindowMaker settings([&] {
+        return SettingsServices{keyCodes,
+                                preferences,
+                                launchAtLogin,
+                                updater,
+                                tiling,
+                                runLoop,
+                                say,
+                                LUMATILE_VERSION,
+                                [&conductor] {
+                                    const auto alive = conductor.lock();
+                                    return alive ? alive->store().commands
+                                                 : std::vector<SnapCommand>();
+                                },
+                                [&conductor](const SnapCommand& command) {
+                                    if (const auto alive = conductor.lock()) {
+                                        alive->performCommand(command);
+                                    }
+                                },
+                                terminate};
+    });
     AppDelegate delegate({accessibility, screenList, hotKeys, workspace, runLoop, preferences, log,
-                          inputState, dimOverlays, mouseTaps, statusItem, highlight});
-    delegate.app().menuTargets.terminate = [] { QCoreApplication::exit(EXIT_SUCCESS); };
+                          inputState, dimOverlays, mouseTaps, statusItem, settings, highlight});
+    conductor = delegate.app().weak_from_this();
+    delegate.app().menuTargets = {[&about] { about.show(); },
+                                  [&updater] { updater.checkForUpdates(); }, terminate};
 
     bool serverLost = false;
     const std::function<void()> reportLost = [&] {
@@ -153,6 +230,8 @@ int main(int argc, char** argv) {
         if (!refused.empty()) {
             log.write(MainTexts::program, MainTexts::refusedShortcuts(refused));
         }
+        // From now on it looks by itself, as far as it is to.
+        updater.controller();
         notifier.ready();
     });
     const int status = QCoreApplication::exec();

@@ -1,10 +1,9 @@
 #pragma once
 
+#include <QDialog>
 #include <QPointer>
 
 #include "Lumatile/NoticePanel.h"
-
-class QDialog;
 
 namespace lumatile {
 
