@@ -68,7 +68,7 @@ QFont AppFonts::monospaced(double points) {
 }
 
 double AppFonts::pixelsPerPoint() {
-    return std::max(0.5, QFontInfo(QApplication::font()).pixelSize() / usualPixelSize);
+    return std::max(1.0, QFontInfo(QApplication::font()).pixelSize() / usualPixelSize);
 }
 
 }  // namespace lumatile

@@ -21,7 +21,8 @@ struct AppFonts {
 
     static QFont monospaced(double points);
 
-    /// How many logical pixels a point of these is: 1 on a desktop with the usual font size.
+    /// How many logical pixels a point of these is: 1 on a desktop with the usual font size or a
+    /// smaller one.
     static double pixelsPerPoint();
 };
 
