@@ -30,6 +30,7 @@
 #include "platform/freedesktop/DesktopTilingSettings.h"
 #include "platform/freedesktop/PackageKitUpdates.h"
 #include "platform/freedesktop/ServiceNotifier.h"
+#include "platform/freedesktop/SingleInstance.h"
 #include "platform/freedesktop/StandardErrorLog.h"
 #include "platform/freedesktop/TerminationSignals.h"
 #include "platform/freedesktop/XdgFolders.h"
@@ -118,6 +119,26 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     QtRunLoop runLoop;
 
+    std::function<void()> startedAgain;
+    const char* const display = std::getenv("DISPLAY");
+    SingleInstance instance(display == nullptr ? "" : display, [&startedAgain] {
+        if (startedAgain) {
+            startedAgain();
+        }
+    });
+    switch (instance.claim()) {
+        case InstanceClaim::second:
+            return EXIT_SUCCESS;
+        case InstanceClaim::unreachable:
+            log.write(MainTexts::program, MainTexts::silentInstance);
+            return exitFailure;
+        case InstanceClaim::first:
+        case InstanceClaim::unavailable:
+            break;
+    }
+    const auto instanceWatch =
+        runLoop.watchDescriptor(instance.fileDescriptor(), [&instance] { instance.dispatch(); });
+
     X11Monitors monitors(*connection);
     X11ScreenList screenList(*connection, monitors);
     X11WindowMirror mirror(*connection);
@@ -192,6 +213,7 @@ int main(int argc, char** argv) {
     conductor = delegate.app().weak_from_this();
     delegate.app().menuTargets = {[&about] { about.show(); },
                                   [&updater] { updater.checkForUpdates(); }, terminate};
+    startedAgain = [&delegate] { delegate.app().openSettings(); };
 
     bool serverLost = false;
     const std::function<void()> reportLost = [&] {

@@ -38,8 +38,14 @@ QString installedName(const QString& name) {
                                                                                        : themed;
 }
 
-/// The largest drawing that fits, enlarged by the rest: a drawing that is shrunk loses its pixels.
+/// The largest drawing that fills the extent in whole steps, which keeps its edges on whole pixels;
+/// else the largest that fits, since one that is shrunk loses its lines.
 int drawnSizeFor(int extent) {
+    for (auto size = drawnSizes.rbegin(); size != drawnSizes.rend(); ++size) {
+        if (extent % *size == 0) {
+            return *size;
+        }
+    }
     const auto larger = std::upper_bound(drawnSizes.begin(), drawnSizes.end(), extent);
     return larger == drawnSizes.begin() ? drawnSizes.front() : *std::prev(larger);
 }

@@ -1,0 +1,58 @@
+#include "platform/qt/KeySequence.h"
+
+#include <gtest/gtest.h>
+
+#include <QList>
+#include <QString>
+
+#include "menu_model/ShortcutFormatter.h"
+
+namespace lumatile {
+namespace {
+
+QString textOf(std::uint32_t keyCode, std::uint32_t modifiers) {
+    return keySequenceOf(
+               KeyEquivalent::ofHotKey(ShortcutFormatter::keyEquivalent(keyCode), modifiers))
+        .toString(QKeySequence::PortableText);
+}
+
+TEST(KeySequence, hotKeysReadAsTheKeyboardSaysThem) {
+    EXPECT_EQ(textOf(123, 6144), "Ctrl+Alt+Left");
+    EXPECT_EQ(textOf(51, 6144), "Ctrl+Alt+Backspace");
+    EXPECT_EQ(textOf(0, 0x200), "Shift+A");
+    EXPECT_EQ(textOf(24, 0x1000), "Ctrl+=");
+    EXPECT_EQ(textOf(0, 0), "A");
+}
+
+TEST(KeySequence, commandIsTheSuperKeyOfHotKeys) {
+    EXPECT_EQ(keySequenceOf(KeyEquivalent::ofHotKey("→", 6400)),
+              QKeySequence(Qt::CTRL | Qt::ALT | Qt::META | Qt::Key_Right));
+}
+
+TEST(KeySequence, commandIsControlInTheProgramsOwnMenu) {
+    EXPECT_EQ(keySequenceOf(KeyEquivalent::ofMenu(",")), QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    EXPECT_EQ(keySequenceOf(KeyEquivalent::ofMenu("q")), QKeySequence(Qt::CTRL | Qt::Key_Q));
+}
+
+TEST(KeySequence, everyKnownKeyHasOneAndNoTwoAreTheSame) {
+    QList<QKeySequence> seen;
+    for (std::uint32_t code = 0; code < 128; ++code) {
+        const std::string key = ShortcutFormatter::keyEquivalent(code);
+        const QKeySequence sequence = keySequenceOf(KeyEquivalent::ofHotKey(key, 0));
+        EXPECT_FALSE(sequence.isEmpty()) << code;
+        if (key != "?") {
+            EXPECT_FALSE(seen.contains(sequence)) << code;
+            seen.append(sequence);
+        }
+    }
+    EXPECT_EQ(seen.size(), 14 + 47);
+}
+
+TEST(KeySequence, withoutKeysItIsEmpty) {
+    EXPECT_TRUE(keySequenceOf({}).isEmpty());
+    EXPECT_TRUE(keySequenceOf(KeyEquivalent::ofHotKey("ab", 0x100)).isEmpty());
+    EXPECT_TRUE(keySequenceOf(KeyEquivalent::ofHotKey("\x01", 0x100)).isEmpty());
+}
+
+}  // namespace
+}  // namespace lumatile

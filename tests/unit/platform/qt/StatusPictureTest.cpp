@@ -1,0 +1,107 @@
+#include "platform/qt/StatusPicture.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QPixmap>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstdlib>
+#include <set>
+
+namespace lumatile {
+namespace {
+
+const StatusImage active{"MenuBarIcon", "Lumatile"};
+const StatusImage paused{"MenuBarIconPaused", "Lumatile, protection off"};
+
+QImage pixels(const StatusImage& image, int extent) {
+    return statusPicture(image)
+        .pixmap(extent, extent)
+        .toImage()
+        .convertToFormat(QImage::Format_ARGB32);
+}
+
+/// How far the picture stands out from a bar of this colour: the largest difference of lightness.
+int contrast(const QImage& picture, const QColor& bar) {
+    int largest = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            const QColor over = picture.pixelColor(x, y);
+            const int seen =
+                (over.lightness() * over.alpha() + bar.lightness() * (255 - over.alpha())) / 255;
+            largest = std::max(largest, std::abs(seen - bar.lightness()));
+        }
+    }
+    return largest;
+}
+
+TEST(StatusPicture, hasEverySizeOfBars) {
+    for (const StatusImage& image : {active, paused}) {
+        for (const int extent : {16, 22, 24, 32, 48, 64}) {
+            const QImage picture = pixels(image, extent);
+            EXPECT_EQ(picture.size(), QSize(extent, extent)) << image.name;
+            EXPECT_EQ(picture.pixelColor(extent - 1, extent - 1).alpha(), 0) << extent;
+        }
+    }
+}
+
+TEST(StatusPicture, pausedLooksDifferent) {
+    for (const int extent : {16, 22, 24, 32}) {
+        EXPECT_NE(pixels(active, extent), pixels(paused, extent));
+    }
+}
+
+TEST(StatusPicture, standsOutOnDarkAndOnLightBars) {
+    constexpr int clearly = 100;
+    for (const StatusImage& image : {active, paused}) {
+        for (const QColor bar : {QColor(0, 0, 0), QColor(49, 54, 59), QColor(128, 128, 128),
+                                 QColor(239, 240, 241), QColor(255, 255, 255)}) {
+            EXPECT_GE(contrast(pixels(image, 22), bar), clearly) << bar.name().toStdString();
+        }
+    }
+}
+
+TEST(StatusPicture, straightEdgesLieOnWholePixels) {
+    for (const int extent : {16, 22, 24, 32, 44, 48, 64}) {
+        const QImage picture = pixels(active, extent);
+        std::set<int> coverages;
+        for (int y = 0; y < extent; ++y) {
+            for (int x = 0; x < extent; ++x) {
+                coverages.insert(picture.pixelColor(x, y).alpha());
+            }
+        }
+        // Ink, rim, or nothing; an edge that falls between pixels would add shades.
+        EXPECT_EQ(coverages.size(), 3U) << extent;
+        EXPECT_TRUE(coverages.contains(0) && coverages.contains(255)) << extent;
+    }
+}
+
+TEST(StatusPicture, aMissingPictureIsNone) {
+    EXPECT_TRUE(statusPicture({"NoSuchIcon", "Lumatile"}).isNull());
+    EXPECT_TRUE(statusPicture({"../MenuBarIcon", "Lumatile"}).isNull());
+}
+
+TEST(StatusPicture, isNamedOnlyWhereTheNameIsInstalled) {
+    const QTemporaryDir folder;
+    qputenv("XDG_DATA_HOME", folder.path().toLocal8Bit());
+    qputenv("XDG_DATA_DIRS", folder.path().toLocal8Bit());
+    EXPECT_EQ(statusPicture(active).name(), "");
+    const QString icons = folder.filePath("icons/hicolor/symbolic/status");
+    ASSERT_TRUE(QDir().mkpath(icons));
+    for (const char* name : {"lumatile-symbolic", "lumatile-paused-symbolic"}) {
+        ASSERT_TRUE(QFile::copy(":/status/MenuBarIcon-16.svg", icons + "/" + name + ".svg"));
+    }
+    EXPECT_EQ(statusPicture(active).name(), "lumatile-symbolic");
+    EXPECT_EQ(statusPicture(paused).name(), "lumatile-paused-symbolic");
+    // What is no template keeps its own colours, which the symbolic one would not.
+    EXPECT_EQ(statusPicture({"MenuBarIcon", "", false}).name(), "");
+    qunsetenv("XDG_DATA_HOME");
+    qunsetenv("XDG_DATA_DIRS");
+}
+
+}  // namespace
+}  // namespace lumatile
