@@ -1,6 +1,11 @@
 #include "platform/qt/QtStatusItem.h"
 
 #include <QCursor>
+#include <QGuiApplication>
+#include <QPoint>
+#include <QRect>
+#include <QScreen>
+#include <QSize>
 #include <QString>
 
 #include <chrono>
@@ -15,6 +20,18 @@ namespace {
 
 // Bars that offer both register with the bus a moment after they have taken the tray.
 constexpr std::chrono::milliseconds olderTrayPatience(1500);
+
+/// Where a menu of that size opens: under the item, or above it where it lies in the lower half of
+/// the screen; at the pointer where the bar does not tell where the item is.
+QPoint menuPlace(const QRect& item, const QSize& menu) {
+    const QScreen* const screen = QGuiApplication::screenAt(item.center());
+    if (!item.isValid() || screen == nullptr) {
+        return QCursor::pos();
+    }
+    return item.center().y() < screen->geometry().center().y()
+               ? QPoint(item.left(), item.bottom() + 1)
+               : QPoint(item.left(), item.top() - menu.height());
+}
 
 }  // namespace
 
@@ -116,7 +133,7 @@ void QtStatusItem::openMenu() {
     menuWillOpen();
     shown_ = std::make_unique<StatusMenuWidget>(StatusMenuWidget::Use::shown);
     shown_->fill(items_);
-    shown_->menu().popup(QCursor::pos());
+    shown_->menu().popup(menuPlace(icon_->geometry(), shown_->menu().sizeHint()));
 }
 
 void QtStatusItem::menuWillOpen() {

@@ -5,6 +5,7 @@
 #include <QFont>
 #include <QFontDatabase>
 #include <QMetaObject>
+#include <QPalette>
 #include <QString>
 
 #include <algorithm>
@@ -16,6 +17,9 @@
 namespace lumatile {
 
 namespace {
+
+// Of the text's own colour: 4.6 to 1 in black on white, which is still easily read.
+constexpr float secondaryOpacity = 0.54F;
 
 /// "IBMPlexMono-Regular" names the family "IBM Plex Mono": the packaged names have no blanks.
 QString familyOf(const std::string& fontName) {
@@ -34,6 +38,21 @@ QFont fontOf(const StatusText& text) {
 }
 
 }  // namespace
+
+StatusMenuWidget::StatusMenuWidget(Use use) : use_(use) {
+    if (use_ == Use::exported) {
+        return;
+    }
+    // What cannot be chosen is there to be read; the toolkit's colour for it is fainter than the
+    // secondary colour of a text.
+    QPalette palette = menu_.palette();
+    QColor secondary = palette.color(QPalette::Active, QPalette::Text);
+    secondary.setAlphaF(secondaryOpacity);
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Disabled, role, secondary);
+    }
+    menu_.setPalette(palette);
+}
 
 QString StatusMenuWidget::literalTitle(const std::string& title, Use use) {
     QString text = QString::fromStdString(title);
@@ -106,7 +125,7 @@ QAction* StatusMenuWidget::add(const MenuSeparator& /*separator*/) { return menu
 void StatusMenuWidget::dress(QAction& action, const StatusLine& line) const {
     action.setText(literalTitle(line.title, use_));
     // A bar draws in its own way; and looking for fonts costs memory. The secondary colour is the
-    // one that disabled items have.
+    // menu's for disabled items.
     if (use_ == Use::shown && !line.attributedTitle.fontName.empty()) {
         action.setFont(fontOf(line.attributedTitle));
     }

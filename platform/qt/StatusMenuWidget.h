@@ -19,7 +19,7 @@ public:
         exported,  ///< Over the bus, drawn by the bar, which has rules of its own for titles.
     };
 
-    explicit StatusMenuWidget(Use use) : use_(use) {}
+    explicit StatusMenuWidget(Use use);
 
     /// Replaces all items.
     void fill(const StatusMenu& items);

@@ -1,0 +1,207 @@
+// The program's item in a bar on the session bus.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/desktop/status/EventWait.h"
+#include "tests/desktop/status/StatusBar.h"
+#include "tests/desktop/support/LumatileProcess.h"
+#include "tests/desktop/support/TestDesktop.h"
+
+namespace lumatile::desktop {
+namespace {
+
+using testing::ElementsAre;
+using testing::StartsWith;
+
+constexpr const char* everythingOff =
+    R"({"orbitEnabled":false,"jitterEnabled":false,"idleDimEnabled":false})";
+
+/// A private desktop with openbox, and the program on it.
+struct StatusDesk {
+    TestDesktop desktop{MonitorLayout::landscape(), WindowManager::Kind::openbox};
+    std::unique_ptr<LumatileProcess> program;
+
+    std::string bus() { return desktop.session().environment().at("DBUS_SESSION_BUS_ADDRESS"); }
+
+    void start(const std::string& oledSettings = everythingOff,
+               const std::optional<std::string>& commands = std::nullopt) {
+        LumatileProcess::Settings settings;
+        settings.oledSettings = oledSettings;
+        settings.commands = commands;
+        program = std::make_unique<LumatileProcess>(desktop.session(), LUMATILE_PROGRAM, settings);
+    }
+
+    std::string end() {
+        return LumatileProcess::isClean(program->stop()) ? program->output() : "not clean";
+    }
+};
+
+std::vector<std::string> labels(const std::vector<ExportedItem>& menu) {
+    std::vector<std::string> texts;
+    for (const ExportedItem& item : menu) {
+        texts.push_back(item.isSeparator() ? "-" : item.label());
+    }
+    return texts;
+}
+
+bool reaches(TestWindow& window, const PixelRect& wanted) {
+    return XClient::waitUntil([&] { return window.frame() == wanted; });
+}
+
+TEST(StatusItem, isInTheBarWithItsWholeMenu) {
+    StatusDesk desk;
+    StatusBar bar(desk.bus());
+    desk.start();
+    const QString item = bar.waitForItem();
+    ASSERT_FALSE(item.isEmpty());
+    EXPECT_THAT(
+        labels(bar.menu(item)),
+        ElementsAre("Pixel shift: off", "Edge jitter: off", "Idle dim: off", "-", "Left Half",
+                    "Right Half", "Top Half", "Bottom Half", "-", "Top Left", "Top Right",
+                    "Bottom Left", "Bottom Right", "-", "Left Third", "Center Third", "Right Third",
+                    "-", "Left Two Thirds", "Center Two Thirds", "Right Two Thirds", "-",
+                    "Maximize", "Center", "Restore", "-", "Next Display", "Previous Display", "-",
+                    "Settings…", "Check for Updates…", "About Lumatile", "-", "Quit Lumatile"));
+    EXPECT_FALSE(bar.find(item, "Pixel shift: off")->isEnabled());
+    EXPECT_TRUE(bar.find(item, "Left Half")->isEnabled());
+    EXPECT_EQ(bar.find(item, "Left Half")->keys(), "Control+Alt+Left");
+    EXPECT_EQ(bar.find(item, "Next Display")->keys(), "Super+Control+Alt+Right");
+    EXPECT_EQ(bar.find(item, "Quit Lumatile")->keys(), "Control+Q");
+    EXPECT_EQ(bar.find(item, "About Lumatile")->keys(), "");
+    EXPECT_EQ(bar.items().size(), 1U);
+}
+
+TEST(StatusItem, aClickInTheBarSnapsTheFrontWindow) {
+    StatusDesk desk;
+    StatusBar bar(desk.bus());
+    desk.start();
+    const QString item = bar.waitForItem();
+    const auto window = desk.desktop.openWindow({});
+    window->place({300, 200, 600, 400});
+    ASSERT_TRUE(bar.open(item));
+    const auto left = bar.find(item, "Left Half");
+    ASSERT_TRUE(left);
+    bar.click(item, left->id);
+    EXPECT_TRUE(reaches(*window, {0, 0, 960, 1080})) << window->frame();
+    bar.click(item, bar.find(item, "Restore")->id);
+    EXPECT_TRUE(reaches(*window, {300, 200, 600, 400})) << window->frame();
+    EXPECT_EQ(desk.end(), "");
+}
+
+TEST(StatusItem, openingTheMenuRefreshesTheStatusLines) {
+    StatusDesk desk;
+    StatusBar bar(desk.bus());
+    const auto window = desk.desktop.openWindow({});
+    window->place({300, 200, 600, 400});
+    // Steps as often as there can be.
+    desk.start(R"({"orbitStepInterval":1,"orbitWaitForPause":false,"jitterEnabled":false,)"
+               R"("idleDimEnabled":false})");
+    const QString item = bar.waitForItem();
+    ASSERT_FALSE(item.isEmpty());
+    const std::string first = bar.menu(item).front().label();
+    EXPECT_EQ(first, "Pixel shift: on — starts at the next step");
+    // Windows of this process are the test's, so the program moves them.
+    ASSERT_TRUE(XClient::waitUntil([&] {
+        return window->frame() != PixelRect{300, 200, 600, 400};
+    }));
+    EXPECT_EQ(bar.menu(item).front().label(), first);
+    ASSERT_TRUE(bar.open(item));
+    EXPECT_THAT(bar.menu(item).front().label(), StartsWith("Pixel shift: "));
+    EXPECT_THAT(bar.menu(item).front().label(), testing::EndsWith(" · 1 window"));
+}
+
+TEST(StatusItem, theIconTellsWhetherWindowsAreProtected) {
+    QByteArray off;
+    QByteArray on;
+    {
+        StatusDesk desk;
+        StatusBar bar(desk.bus());
+        desk.start();
+        const QString item = bar.waitForItem();
+        EXPECT_EQ(bar.toolTip(item), "Lumatile, protection off");
+        off = bar.picture(item, 22);
+    }
+    {
+        StatusDesk desk;
+        StatusBar bar(desk.bus());
+        desk.start("{}");
+        const QString item = bar.waitForItem();
+        EXPECT_EQ(bar.toolTip(item), "Lumatile");
+        on = bar.picture(item, 22);
+    }
+    EXPECT_EQ(off.size(), 22 * 22 * 4);
+    EXPECT_EQ(on.size(), 22 * 22 * 4);
+    EXPECT_NE(on, off);
+}
+
+TEST(StatusItem, comesToABarThatStartsLater) {
+    StatusDesk desk;
+    desk.start();
+    StatusBar bar(desk.bus());
+    const QString item = bar.waitForItem();
+    ASSERT_FALSE(item.isEmpty());
+    EXPECT_TRUE(bar.find(item, "Quit Lumatile"));
+}
+
+TEST(StatusItem, comesWhenAWatcherGetsItsHostLater) {
+    StatusDesk desk;
+    StatusBar bar(desk.bus(), false);
+    desk.start();
+    const auto window = desk.desktop.openWindow({});
+    EXPECT_TRUE(bar.items().empty());
+    bar.addHost();
+    const QString item = bar.waitForItem();
+    ASSERT_FALSE(item.isEmpty());
+    EXPECT_TRUE(bar.find(item, "Quit Lumatile"));
+}
+
+TEST(StatusItem, comesBackToABarThatStartsAgain) {
+    StatusDesk desk;
+    auto bar = std::make_unique<StatusBar>(desk.bus());
+    desk.start();
+    ASSERT_FALSE(bar->waitForItem().isEmpty());
+    bar.reset();
+    bar = std::make_unique<StatusBar>(desk.bus());
+    const QString item = bar->waitForItem();
+    ASSERT_FALSE(item.isEmpty());
+    const auto window = desk.desktop.openWindow({});
+    window->place({300, 200, 600, 400});
+    bar->click(item, bar->find(item, "Maximize")->id);
+    EXPECT_TRUE(reaches(*window, {0, 0, 1920, 1080})) << window->frame();
+}
+
+TEST(StatusItem, quitEndsTheProgramInGoodOrder) {
+    StatusDesk desk;
+    StatusBar bar(desk.bus());
+    desk.start();
+    const QString item = bar.waitForItem();
+    bar.click(item, bar.find(item, "Quit Lumatile")->id);
+    EXPECT_EQ(desk.program->wait(), (ChildProcess::Exit{0, 0})) << desk.program->output();
+    EXPECT_EQ(desk.program->output(), "");
+}
+
+TEST(StatusItem, titlesThatTheUserWroteReadAsTheyAre) {
+    StatusDesk desk;
+    StatusBar bar(desk.bus());
+    desk.start(everythingOff,
+               R"([{"id":"11111111-1111-4111-8111-111111111111",)"
+               R"("nameKey":"custom.11111111-1111-4111-8111-111111111111",)"
+               R"("group":"custom","kind":"area","axis":"horizontal","customName":"A_b & c & d",)"
+               R"("targetSegments":[[0,0,12,12]],"activationSegments":[],)"
+               R"("visibleInMenuBar":true,"visibleInGreenButtonMenu":true}])");
+    const QString item = bar.waitForItem();
+    ASSERT_FALSE(item.isEmpty());
+    const auto texts = labels(bar.menu(item));
+    // An underscore that is not doubled marks the access key and is not shown.
+    EXPECT_THAT(texts, testing::Contains("_A__b & c & d"));
+    EXPECT_THAT(texts, testing::Contains("Your Areas"));
+}
+
+}  // namespace
+}  // namespace lumatile::desktop
