@@ -22,6 +22,8 @@ namespace lumatile {
 class QtStatusItem final : public QObject, public StatusItem {
 public:
     QtStatusItem();
+    QtStatusItem(const QtStatusItem&) = delete;
+    QtStatusItem& operator=(const QtStatusItem&) = delete;
     ~QtStatusItem() override;
 
     void setImage(const StatusImage& image) override;

@@ -19,8 +19,8 @@ public:
     /// False until the first answer has come.
     bool isPresent() const { return isPresent_; }
 
-private Q_SLOTS:
-    void ask();
+    /// Looks again; the bus calls it when the watcher tells of a change.
+    Q_SLOT void ask();
 
 private:
     void watcherChanged(const QString& newOwner);

@@ -46,7 +46,7 @@ int drawnSizeFor(int extent) {
             return *size;
         }
     }
-    const auto larger = std::upper_bound(drawnSizes.begin(), drawnSizes.end(), extent);
+    const auto* const larger = std::upper_bound(drawnSizes.begin(), drawnSizes.end(), extent);
     return larger == drawnSizes.begin() ? drawnSizes.front() : *std::prev(larger);
 }
 

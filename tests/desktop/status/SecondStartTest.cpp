@@ -86,6 +86,19 @@ TEST(SecondStart, endsWithStatusZeroAndLeavesTheFirstAlone) {
     EXPECT_TRUE(next.isRunning());
 }
 
+TEST(SecondStart, opensTheSettingsOfTheFirst) {
+    TestDesktop desktop(MonitorLayout::landscape(), WindowManager::Kind::openbox);
+    LumatileProcess first(desktop.session(), LUMATILE_PROGRAM);
+    EXPECT_EQ(desktop.observer().windowOfClass("lumatile"), xcb_window_t{XCB_WINDOW_NONE});
+    ChildProcess second = desktop.session().start({LUMATILE_PROGRAM}, "second");
+    EXPECT_EQ(second.wait(Deadline::usual()), (ChildProcess::Exit{0, 0}));
+    EXPECT_TRUE(XClient::waitUntil([&] {
+        const xcb_window_t window = desktop.observer().windowOfClass("lumatile");
+        return window != XCB_WINDOW_NONE && desktop.observer().activeWindow() == window;
+    }));
+    EXPECT_TRUE(LumatileProcess::isClean(first.stop())) << first.output();
+}
+
 TEST(SecondStart, asksTheOneThatRunsToOpenItsSettings) {
     TestDesktop desktop(MonitorLayout::landscape());
     OtherInstance running(busOf(desktop), nameOf(desktop), true);

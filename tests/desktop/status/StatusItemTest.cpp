@@ -94,6 +94,19 @@ TEST(StatusItem, aClickInTheBarSnapsTheFrontWindow) {
     EXPECT_EQ(desk.end(), "");
 }
 
+TEST(StatusItem, settingsOpensTheirWindow) {
+    StatusDesk desk;
+    StatusBar bar(desk.bus());
+    desk.start();
+    const QString item = bar.waitForItem();
+    DesktopObserver& observer = desk.desktop.observer();
+    EXPECT_EQ(observer.windowOfClass("lumatile"), xcb_window_t{XCB_WINDOW_NONE});
+    bar.click(item, bar.find(item, "Settings…")->id);
+    EXPECT_TRUE(
+        XClient::waitUntil([&] { return observer.windowOfClass("lumatile") != XCB_WINDOW_NONE; }));
+    EXPECT_EQ(desk.end(), "");
+}
+
 TEST(StatusItem, openingTheMenuRefreshesTheStatusLines) {
     StatusDesk desk;
     StatusBar bar(desk.bus());

@@ -88,7 +88,7 @@ TEST(ConductorMenu, aSecondStartRenewsTheMenuAlone) {
 
 TEST(ConductorMenu, theIconShowsWhetherWindowsAreMoved) {
     struct Row {
-        const char* settings;
+        const char* settings = nullptr;
         StatusImage image;
     };
     const Row rows[] = {

@@ -208,7 +208,7 @@ TEST(StatusMenuController, aDisabledShortcutStillShowsItsKeys) {
 
 TEST(StatusMenuController, everyModifierBitIsMappedAndOthersAreIgnored) {
     struct Row {
-        std::uint32_t modifiers;
+        std::uint32_t modifiers = 0;
         KeyEquivalent keys;
     };
     const Row rows[] = {

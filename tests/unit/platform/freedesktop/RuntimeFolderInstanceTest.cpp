@@ -29,12 +29,10 @@ protected:
         folder_ = mkdtemp(name.data());
         setenv("XDG_RUNTIME_DIR", folder_.c_str(), 1);
     }
-    ~RuntimeFolderInstanceTest() override {
+    void TearDown() override {
         unsetenv("XDG_RUNTIME_DIR");
         std::filesystem::remove_all(folder_);
     }
-    RuntimeFolderInstanceTest(const RuntimeFolderInstanceTest&) = delete;
-    RuntimeFolderInstanceTest& operator=(const RuntimeFolderInstanceTest&) = delete;
 
     void send(const std::string& text) const {
         sockaddr_un address{};
