@@ -103,12 +103,17 @@ void X11Monitors::readMonitors() {
     if (!geometry) {
         return;  // The server is gone; what was known last stays.
     }
-    rootSize_ = {static_cast<double>(geometry->width), static_cast<double>(geometry->height)};
+    const Size rootSize{static_cast<double>(geometry->width),
+                        static_cast<double>(geometry->height)};
     if (rects.empty()) {
-        rects.push_back({0, 0, rootSize_.width, rootSize_.height});
+        rects.push_back({0, 0, rootSize.width, rootSize.height});
     }
-    rootRects_ = std::move(rects);
     stale_ = false;
+    if (rects != rootRects_ || rootSize != rootSize_) {
+        rootRects_ = std::move(rects);
+        rootSize_ = rootSize;
+        ++changes_;
+    }
 }
 
 const std::vector<Rect>& X11Monitors::rootRects() {
@@ -119,6 +124,11 @@ const std::vector<Rect>& X11Monitors::rootRects() {
 Size X11Monitors::rootSize() {
     refresh();
     return rootSize_;
+}
+
+std::uint64_t X11Monitors::changes() {
+    refresh();
+    return changes_;
 }
 
 Point X11Monitors::origin() {

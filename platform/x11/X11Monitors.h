@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "geometry/Point.h"
@@ -24,6 +25,10 @@ public:
     /// Width and height of the root window; struts are counted from its edges.
     Size rootSize();
 
+    /// Counts how often the monitors or the root turned out to be others than before. For answers
+    /// that are kept as long as it stays the same.
+    std::uint64_t changes();
+
     /// Makes the next call read the monitors anew, for callers that must not miss a change whose
     /// event has not arrived yet.
     void invalidate() { stale_ = true; }
@@ -43,6 +48,7 @@ private:
     bool stale_ = true;
     std::vector<Rect> rootRects_;
     Size rootSize_;
+    std::uint64_t changes_ = 0;
     X11Connection::Subscription subscription_;  // Last: its observer names the fields above.
 };
 

@@ -1,11 +1,13 @@
 #include "platform/x11/X11ScreenList.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
-#include <cstdint>
-#include <span>
+#include <string_view>
 
-#include "platform/x11/X11Reply.h"
+#include "platform/x11/X11Event.h"
+#include "platform/x11/X11Property.h"
+#include "platform/x11/X11Struts.h"
 
 namespace lumatile {
 
@@ -13,31 +15,7 @@ namespace {
 
 // More windows than any desktop has; a longer list is not a window manager's.
 constexpr std::uint32_t mostWindows = 4096;
-constexpr std::uint32_t mostStrutNumbers = 12;
 constexpr std::uint32_t mostWorkAreaNumbers = 4 * 256;
-constexpr std::uint8_t bitsPerNumber = 32;
-
-using PropertyReply = X11Reply<xcb_get_property_reply_t>;
-
-xcb_get_property_cookie_t ask(xcb_connection_t* server, xcb_window_t window, xcb_atom_t property,
-                              xcb_atom_t type, std::uint32_t mostNumbers) {
-    return xcb_get_property(server, 0, window, property, type, 0, mostNumbers);
-}
-
-PropertyReply answer(xcb_connection_t* server, xcb_get_property_cookie_t cookie) {
-    return PropertyReply(xcb_get_property_reply(server, cookie, nullptr));
-}
-
-/// The numbers of a property; absent when it is missing, of another type, or longer than asked for.
-std::optional<std::span<const std::uint32_t>> numbersIn(const PropertyReply& reply,
-                                                        xcb_atom_t type) {
-    if (!reply || reply->type != type || reply->format != bitsPerNumber ||
-        reply->bytes_after != 0) {
-        return std::nullopt;
-    }
-    return std::span(static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get())),
-                     reply->value_len);
-}
 
 /// From root coordinates by way of the accessibility space to bottom-left and y upwards.
 Rect inPlatformSpace(const Rect& rect, double primaryHeight) {
@@ -46,105 +24,79 @@ Rect inPlatformSpace(const Rect& rect, double primaryHeight) {
 
 }  // namespace
 
-struct X11ScreenList::StrutQuestion {
-    xcb_get_window_attributes_cookie_t attributes;
-    xcb_get_property_cookie_t partial;
-    xcb_get_property_cookie_t plain;
-};
-
 X11ScreenList::X11ScreenList(X11Connection& connection, X11Monitors& monitors)
-    : connection_(connection), monitors_(monitors) {}
-
-std::vector<X11ScreenList::StrutQuestion> X11ScreenList::askStruts(
-    const std::vector<xcb_window_t>& windows) {
-    xcb_connection_t* const server = connection_.get();
-    const xcb_atom_t partialAtom = connection_.atoms()["_NET_WM_STRUT_PARTIAL"];
-    const xcb_atom_t plainAtom = connection_.atoms()["_NET_WM_STRUT"];
-    std::vector<StrutQuestion> questions;
-    questions.reserve(windows.size());
-    for (const xcb_window_t window : windows) {
-        questions.push_back({xcb_get_window_attributes(server, window),
-                             ask(server, window, partialAtom, XCB_ATOM_CARDINAL, mostStrutNumbers),
-                             ask(server, window, plainAtom, XCB_ATOM_CARDINAL, mostStrutNumbers)});
-    }
-    return questions;
-}
-
-std::vector<X11Strut> X11ScreenList::takeStruts(const std::vector<StrutQuestion>& questions) {
-    xcb_connection_t* const server = connection_.get();
-    std::vector<X11Strut> struts;
-    for (const StrutQuestion& question : questions) {
-        const X11Reply<xcb_get_window_attributes_reply_t> attributes(
-            xcb_get_window_attributes_reply(server, question.attributes, nullptr));
-        const PropertyReply partial = answer(server, question.partial);
-        const PropertyReply plain = answer(server, question.plain);
-        if (!attributes || attributes->map_state != XCB_MAP_STATE_VIEWABLE) {
-            continue;  // Gone, or a panel that is put away and keeps no room.
-        }
-        auto numbers = numbersIn(partial, XCB_ATOM_CARDINAL);
-        if (!numbers || numbers->empty()) {
-            numbers = numbersIn(plain, XCB_ATOM_CARDINAL);
-        }
-        if (!numbers) {
-            continue;
-        }
-        if (const auto strut = X11Strut::decoded(*numbers)) {
-            struts.push_back(*strut);
-        }
-    }
-    return struts;
+    : connection_(connection),
+      monitors_(monitors),
+      room_(connection),
+      subscription_(connection.observe([this](const xcb_generic_event_t& event) { note(event); })) {
+    connection_.selectRootEvents(XCB_EVENT_MASK_PROPERTY_CHANGE);
 }
 
 std::vector<PlatformScreen> X11ScreenList::screens() {
-    xcb_connection_t* const server = connection_.get();
-    X11Atoms& atoms = connection_.atoms();
-    const xcb_window_t root = connection_.root();
-    const auto clientsCookie =
-        ask(server, root, atoms["_NET_CLIENT_LIST"], XCB_ATOM_WINDOW, mostWindows);
-    const auto areasCookie =
-        ask(server, root, atoms["_NET_WORKAREA"], XCB_ATOM_CARDINAL, mostWorkAreaNumbers);
-    const auto desktopCookie =
-        ask(server, root, atoms["_NET_CURRENT_DESKTOP"], XCB_ATOM_CARDINAL, 1);
-    const std::vector<StrutQuestion> strutQuestions = askStruts(lastWindows_);
-    monitors_.invalidate();
-    const std::vector<Rect> monitors = monitors_.rootRects();
-    const PropertyReply clientsReply = answer(server, clientsCookie);
-    const PropertyReply areasReply = answer(server, areasCookie);
-    const PropertyReply desktopReply = answer(server, desktopCookie);
-    std::vector<X11Strut> struts = takeStruts(strutQuestions);
-    if (connection_.isLost() || monitors.empty()) {
+    connection_.readEvents();
+    if (isStale_ || room_.isStale() || monitors_.changes() != monitorChanges_) {
+        read();
+    }
+    if (connection_.isLost()) {
         return {};
     }
+    return screens_;
+}
 
+void X11ScreenList::note(const xcb_generic_event_t& event) {
+    if (X11Event::type(event) != XCB_PROPERTY_NOTIFY) {
+        return;
+    }
+    const auto& changed = X11Event::as<xcb_property_notify_event_t>(event);
+    if (changed.window != connection_.root()) {
+        return;
+    }
+    X11Atoms& atoms = connection_.atoms();
+    const std::array names{atoms["_NET_CLIENT_LIST"], atoms["_NET_WORKAREA"],
+                           atoms["_NET_CURRENT_DESKTOP"]};
+    isStale_ = isStale_ || std::find(names.begin(), names.end(), changed.atom) != names.end();
+}
+
+void X11ScreenList::read() {
+    isStale_ = false;
+    monitorChanges_ = monitors_.changes();
+    const std::vector<Rect> monitors = monitors_.rootRects();
+    const std::vector<Rect> visible = readVisible(monitors);
+    screens_.clear();
+    for (std::size_t i = 0; i < monitors.size(); ++i) {
+        const double primaryHeight = monitors.front().height;
+        screens_.push_back({inPlatformSpace(monitors_.fromRoot(monitors[i]), primaryHeight),
+                            inPlatformSpace(monitors_.fromRoot(visible[i]), primaryHeight)});
+    }
+}
+
+std::vector<Rect> X11ScreenList::readVisible(const std::vector<Rect>& monitors) {
+    xcb_connection_t* const server = connection_.get();
+    X11Atoms& atoms = connection_.atoms();
+    const auto ask = [&](std::string_view name, xcb_atom_t type, std::uint32_t mostNumbers) {
+        return X11Property::ask(server, connection_.root(), atoms[name], type, mostNumbers);
+    };
+    const auto clientsCookie = ask("_NET_CLIENT_LIST", XCB_ATOM_WINDOW, mostWindows);
+    const auto areasCookie = ask("_NET_WORKAREA", XCB_ATOM_CARDINAL, mostWorkAreaNumbers);
+    const auto desktopCookie =
+        ask("_NET_CURRENT_DESKTOP", XCB_ATOM_CARDINAL, X11Property::singleItem);
+    const X11Property clients(server, clientsCookie);
+    const X11Property areas(server, areasCookie);
+    const X11Property desktop(server, desktopCookie);
+
+    const std::vector<X11Strut> struts = room_.read(clients.items());
     std::vector<Rect> visible = monitors;
-    if (const auto clients = numbersIn(clientsReply, XCB_ATOM_WINDOW)) {
-        std::vector<xcb_window_t> windows(clients->begin(), clients->end());
-        if (windows != lastWindows_) {
-            lastWindows_ = std::move(windows);
-            struts = takeStruts(askStruts(lastWindows_));
-        }
+    if (clients.isList()) {
         const Size rootSize = monitors_.rootSize();
         for (Rect& rect : visible) {
             rect = monitorLessStruts(rect, rootSize, struts);
         }
-    } else if (const auto areas = numbersIn(areasReply, XCB_ATOM_CARDINAL)) {
-        const auto desktop = numbersIn(desktopReply, XCB_ATOM_CARDINAL);
-        const std::uint32_t current = desktop && !desktop->empty() ? desktop->front() : 0;
-        if (const auto area = workAreaOfDesktop(*areas, current)) {
-            for (Rect& rect : visible) {
-                rect = monitorInWorkArea(rect, *area);
-            }
+    } else if (const auto area = workAreaOfDesktop(areas.items(), desktop.first().value_or(0))) {
+        for (Rect& rect : visible) {
+            rect = monitorInWorkArea(rect, *area);
         }
     }
-
-    const double primaryHeight = monitors.front().height;
-    std::vector<PlatformScreen> screens;
-    screens.reserve(monitors.size());
-    for (std::size_t i = 0; i < monitors.size(); ++i) {
-        screens.push_back({inPlatformSpace(monitors_.fromRoot(monitors[i]), primaryHeight),
-                           inPlatformSpace(monitors_.fromRoot(visible[i]), primaryHeight)});
-    }
-    return screens;
+    return visible;
 }
 
 }  // namespace lumatile

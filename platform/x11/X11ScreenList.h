@@ -1,18 +1,19 @@
 #pragma once
 
-#include <optional>
+#include <cstdint>
 #include <vector>
 
 #include "displays/ScreenList.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Monitors.h"
-#include "platform/x11/X11Struts.h"
+#include "platform/x11/X11ReservedRoom.h"
 
 namespace lumatile {
 
-/// The monitors less the panels that touch them. Every request asks the server anew: a monitor that
-/// is plugged in and a panel that moves count from the next request on. A request costs one round
-/// trip, however many windows there are, and a second one when windows have come or gone.
+/// The monitors less the panels that touch them. A request takes in what the server has told by
+/// then: a monitor that is plugged in and a panel that moves count from the next request on. It
+/// costs a few round trips, however many windows there are, when something has changed, and none
+/// otherwise: while a window is dragged there is one for every movement of the mouse.
 class X11ScreenList final : public ScreenList {
 public:
     /// Both outlive the list.
@@ -21,14 +22,17 @@ public:
     std::vector<PlatformScreen> screens() override;
 
 private:
-    struct StrutQuestion;
-
-    std::vector<StrutQuestion> askStruts(const std::vector<xcb_window_t>& windows);
-    std::vector<X11Strut> takeStruts(const std::vector<StrutQuestion>& questions);
+    void note(const xcb_generic_event_t& event);
+    std::vector<Rect> readVisible(const std::vector<Rect>& monitors);
+    void read();
 
     X11Connection& connection_;
     X11Monitors& monitors_;
-    std::vector<xcb_window_t> lastWindows_;  // Most likely the windows of the next request too.
+    X11ReservedRoom room_;
+    std::vector<PlatformScreen> screens_;
+    std::uint64_t monitorChanges_ = 0;  // Of the monitors when the screens were read.
+    bool isStale_ = true;
+    X11Connection::Subscription subscription_;  // Last: its observer names the fields above.
 };
 
 }  // namespace lumatile

@@ -2,8 +2,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <xcb/randr.h>
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <ostream>
@@ -13,6 +15,7 @@
 #include "displays/NSScreenProvider.h"
 #include "tests/desktop/support/MonitorLayout.h"
 #include "tests/desktop/support/TestDesktop.h"
+#include "tests/desktop/x11/ReplyWaits.h"
 
 namespace lumatile {
 
@@ -38,8 +41,20 @@ public:
           monitors_(*connection_),
           list_(*connection_, monitors_) {}
 
-    std::vector<PlatformScreen> screens() { return list_.screens(); }
+    /// After all that other clients of the server have done has been told.
+    std::vector<PlatformScreen> screens() {
+        connection_->synchronize();
+        return list_.screens();
+    }
     X11ScreenList& list() { return list_; }
+
+    /// The list's own round trips in a question.
+    std::size_t roundTrips() {
+        connection_->synchronize();
+        const ReplyWaits waits(connection_->get());
+        list_.screens();
+        return waits.roundTrips();
+    }
 
 private:
     std::unique_ptr<X11Connection> connection_;
@@ -209,8 +224,197 @@ TEST_P(PanelsTest, countEvenWhenAnOrdinaryWindowStatesAStrut) {
     }));
 }
 
+TEST_P(PanelsTest, areAskedAboutAgainOnlyWhenSomethingHasChanged) {
+    TestDesktop desktop(MonitorLayout::landscape(), GetParam());
+    ListedScreens listed(desktop.display());
+    const auto panel = desktop.openPanel(0, 40);
+    const auto window = desktop.openWindow({});
+    const std::vector<PlatformScreen> screens = {{{0, 0, 1920, 1080}, {0, 40, 1920, 1040}}};
+    ASSERT_EQ(listed.screens(), screens);
+    // What window managers state in several steps may have been told half by the first question.
+    ASSERT_TRUE(XClient::waitUntil([&] { return listed.roundTrips() == 0; }));
+    for (const int x : {300, 301, 340}) {
+        window->place({x, 200, 500, 400});
+        EXPECT_EQ(listed.roundTrips(), 0U) << "a window that moves";
+    }
+    EXPECT_EQ(listed.screens(), screens);
+    // A window without a strut: the list of windows, and the windows.
+    const auto another = desktop.openWindow({});
+    EXPECT_GT(listed.roundTrips(), 0U);
+    EXPECT_EQ(listed.screens(), screens);
+}
+
+TEST_P(PanelsTest, thatArePutAwayKeepNothing) {
+    TestDesktop desktop(MonitorLayout::landscape(), GetParam());
+    ListedScreens listed(desktop.display());
+    const auto panel = desktop.openPanel(0, 40);
+    ASSERT_THAT(listed.screens(),
+                ElementsAre(PlatformScreen{{0, 0, 1920, 1080}, {0, 40, 1920, 1040}}));
+    const xcb_window_t window = panel->id();
+    xcb_unmap_window(panel->connection(), window);
+    panel->roundTrip();
+    EXPECT_THAT(listed.screens(), ElementsAre(bare({0, 0, 1920, 1080})));
+    ASSERT_TRUE(XClient::waitUntil([&] { return !panel->isManaged(); }));
+    panel->map();
+    EXPECT_THAT(listed.screens(),
+                ElementsAre(PlatformScreen{{0, 0, 1920, 1080}, {0, 40, 1920, 1040}}));
+    // Gone without a farewell.
+    xcb_destroy_window(panel->connection(), window);
+    panel->roundTrip();
+    EXPECT_THAT(listed.screens(), ElementsAre(bare({0, 0, 1920, 1080})));
+}
+
 INSTANTIATE_TEST_SUITE_P(Managers, PanelsTest, testing::ValuesIn(WindowManager::kinds),
                          [](const auto& tested) { return toString(tested.param); });
+
+// --- Panels as a window manager of the test's own lists them, so that each event comes alone ---
+
+class WatchedPanelTest : public testing::Test {
+protected:
+    WatchedPanelTest() {
+        frame_ = child(client_.root());
+        panel_ = child(frame_);
+        list({panel_});
+        reserve("_NET_WM_STRUT_PARTIAL", {0, 0, 0, 40, 0, 0, 0, 0, 0, 0, 0, 1919});
+        xcb_map_window(client_.connection(), frame_);
+        xcb_map_window(client_.connection(), panel_);
+        settle();
+        EXPECT_EQ(listed_.screens(), withPanel(40));
+        EXPECT_EQ(listed_.roundTrips(), 0U);
+    }
+
+    xcb_window_t child(xcb_window_t parent) {
+        const xcb_window_t window = xcb_generate_id(client_.connection());
+        const std::uint32_t isUnmanaged = 1;
+        xcb_create_window(client_.connection(), XCB_COPY_FROM_PARENT, window, parent, 0, 0, 100, 40,
+                          0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                          XCB_CW_OVERRIDE_REDIRECT, &isUnmanaged);
+        return window;
+    }
+
+    void list(const std::vector<std::uint32_t>& windows) {
+        client_.setCardinals(client_.root(), "_NET_CLIENT_LIST", XCB_ATOM_WINDOW, windows);
+    }
+
+    void reserve(const std::string& property, const std::vector<std::uint32_t>& strut) {
+        client_.setCardinals(panel_, property, XCB_ATOM_CARDINAL, strut);
+    }
+
+    void settle() { client_.roundTrip(); }
+
+    static std::vector<PlatformScreen> withPanel(double height) {
+        return {{{0, 0, 1920, 1080}, {0, height, 1920, 1080 - height}}};
+    }
+
+    PrivateServer server_{MonitorLayout::landscape(), PrivateServer::Kind::virtualFramebuffer};
+    XClient client_{server_.display()};
+    ListedScreens listed_{server_.display()};
+    xcb_window_t frame_ = XCB_WINDOW_NONE;
+    xcb_window_t panel_ = XCB_WINDOW_NONE;
+};
+
+TEST_F(WatchedPanelTest, isSeenToChangeItsStrut) {
+    reserve("_NET_WM_STRUT_PARTIAL", {0, 0, 0, 70, 0, 0, 0, 0, 0, 0, 0, 1919});
+    settle();
+    EXPECT_EQ(listed_.screens(), withPanel(70));
+    xcb_delete_property(client_.connection(), panel_, client_.atom("_NET_WM_STRUT_PARTIAL"));
+    settle();
+    EXPECT_EQ(listed_.screens(), withPanel(0));
+    reserve("_NET_WM_STRUT", {0, 0, 0, 50});
+    settle();
+    EXPECT_EQ(listed_.screens(), withPanel(50));
+    EXPECT_EQ(listed_.roundTrips(), 0U);
+}
+
+TEST_F(WatchedPanelTest, isSeenToGoInsideItsFrame) {
+    xcb_unmap_window(client_.connection(), panel_);
+    settle();
+    EXPECT_EQ(listed_.screens(), withPanel(0));
+    xcb_map_window(client_.connection(), panel_);
+    settle();
+    EXPECT_EQ(listed_.screens(), withPanel(40));
+}
+
+TEST_F(WatchedPanelTest, isSeenToGoWithItsFrame) {
+    xcb_unmap_window(client_.connection(), frame_);
+    settle();
+    EXPECT_EQ(listed_.screens(), withPanel(0));
+    xcb_map_window(client_.connection(), frame_);
+    settle();
+    EXPECT_EQ(listed_.screens(), withPanel(40));
+}
+
+TEST_F(WatchedPanelTest, isSeenToChangeItsFrame) {
+    const xcb_window_t unmapped = child(client_.root());
+    xcb_reparent_window(client_.connection(), panel_, unmapped, 0, 0);
+    settle();
+    EXPECT_EQ(listed_.screens(), withPanel(0));
+    xcb_map_window(client_.connection(), unmapped);
+    settle();
+    EXPECT_EQ(listed_.screens(), withPanel(40));
+    xcb_reparent_window(client_.connection(), frame_, child(client_.root()), 0, 0);
+    settle();
+    EXPECT_EQ(listed_.roundTrips(), 0U) << "no frame of the panel's any longer";
+    xcb_reparent_window(client_.connection(), unmapped, frame_, 0, 0);
+    settle();
+    EXPECT_EQ(listed_.screens(), withPanel(0));
+}
+
+TEST_F(WatchedPanelTest, isSeenToBeDestroyedAndReplaced) {
+    xcb_destroy_window(client_.connection(), panel_);
+    settle();
+    EXPECT_EQ(listed_.screens(), withPanel(0));
+    panel_ = child(frame_);
+    reserve("_NET_WM_STRUT", {0, 0, 0, 60});
+    xcb_map_window(client_.connection(), panel_);
+    settle();
+    EXPECT_EQ(listed_.screens(), withPanel(0)) << "not listed yet";
+    list({panel_});
+    settle();
+    EXPECT_EQ(listed_.screens(), withPanel(60));
+    reserve("_NET_WM_STRUT", {0, 0, 0, 30});
+    settle();
+    EXPECT_EQ(listed_.screens(), withPanel(30));
+}
+
+TEST_F(WatchedPanelTest, isSeenWhenAnotherWindowGetsItsId) {
+    xcb_destroy_window(client_.connection(), panel_);
+    const std::uint32_t isUnmanaged = 1;
+    xcb_create_window(client_.connection(), XCB_COPY_FROM_PARENT, panel_, frame_, 0, 0, 100, 40, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
+                      &isUnmanaged);
+    xcb_map_window(client_.connection(), panel_);
+    settle();
+    EXPECT_EQ(listed_.screens(), withPanel(0));
+    reserve("_NET_WM_STRUT", {0, 0, 0, 80});
+    settle();
+    EXPECT_EQ(listed_.screens(), withPanel(80));
+}
+
+TEST_F(WatchedPanelTest, isSeenToBeTakenOffTheList) {
+    list({});
+    settle();
+    EXPECT_EQ(listed_.screens(), withPanel(0));
+    reserve("_NET_WM_STRUT_PARTIAL", {0, 0, 0, 90, 0, 0, 0, 0, 0, 0, 0, 1919});
+    settle();
+    EXPECT_EQ(listed_.roundTrips(), 0U) << "no window of the desktop any longer";
+    list({panel_});
+    settle();
+    EXPECT_EQ(listed_.screens(), withPanel(90));
+}
+
+TEST_F(WatchedPanelTest, isSeenWhenMonitorsAreDeclaredRoundIt) {
+    server_.arrange({"pair", {{0, 0, 1000, 1080}, {1000, 0, 920, 1080}}, 0});
+    EXPECT_THAT(listed_.screens(),
+                ElementsAre(PlatformScreen{{0, 0, 1000, 1080}, {0, 40, 1000, 1040}},
+                            PlatformScreen{{1000, 0, 920, 1080}, {1000, 40, 920, 1040}}));
+    EXPECT_EQ(listed_.roundTrips(), 0U);
+    // The second monitor goes; the first one is laid anew over the whole root.
+    xcb_randr_delete_monitor(client_.connection(), client_.root(), client_.atom("MONITOR1"));
+    settle();
+    EXPECT_THAT(listed_.screens(),
+                ElementsAre(PlatformScreen{{0, 0, 1000, 1080}, {0, 40, 1000, 1040}}));
+}
 
 // --- Where no panel can be asked ---
 
@@ -245,6 +449,17 @@ TEST_F(WorkAreaTest, isThatOfTheCurrentDesktop) {
                 ElementsAre(PlatformScreen{{0, 0, 1920, 1080}, {0, 0, 1920, 1040}},
                             PlatformScreen{{-1080, -540, 1080, 1920}, {-1080, -540, 1080, 1580}}));
     state("_NET_CURRENT_DESKTOP", {2});
+    EXPECT_EQ(listed_.screens(), bareScreens_);
+}
+
+TEST_F(WorkAreaTest, costsNothingWhileItStaysAsItIs) {
+    state("_NET_WORKAREA", {30, 0, 2970, 1320});
+    const std::vector<PlatformScreen> screens = listed_.screens();
+    state("_NET_ACTIVE_WINDOW", {0});
+    EXPECT_EQ(listed_.roundTrips(), 0U);
+    EXPECT_EQ(listed_.screens(), screens);
+    state("_NET_WORKAREA", {0, 0, 3000, 1920});
+    EXPECT_GT(listed_.roundTrips(), 0U);
     EXPECT_EQ(listed_.screens(), bareScreens_);
 }
 
