@@ -148,7 +148,7 @@ int main(int argc, char** argv) {
     QSettingsPreferences preferences(log);
     X11InputState inputState(*connection, log);
     X11DimOverlays dimOverlays(*connection, monitors, log);
-    X11MouseTapPlatform mouseTaps(*connection, monitors);
+    X11MouseTapPlatform mouseTaps(*connection, monitors, runLoop);
     X11Translucency translucency(*connection);
     const auto highlight = std::make_shared<HighlightOverlay>(screenList, translucency, runLoop);
     QtStatusItem statusItem;

@@ -65,9 +65,11 @@ private:
     std::shared_ptr<Watcher> watcher_;
 };
 
-X11MouseTapPlatform::X11MouseTapPlatform(X11Connection& connection, X11Monitors& monitors)
+X11MouseTapPlatform::X11MouseTapPlatform(X11Connection& connection, X11Monitors& monitors,
+                                         RunLoop& runLoop)
     : connection_(connection),
       monitors_(monitors),
+      runLoop_(runLoop),
       extension_(inputExtension(connection)),
       self_(std::make_shared<X11MouseTapPlatform*>(this)),
       subscription_(connection.observe([this](const xcb_generic_event_t& event) { note(event); })) {
@@ -112,7 +114,7 @@ void X11MouseTapPlatform::note(const xcb_generic_event_t& event) {
             add({Kind::release, button(), isNew});
             break;
         case XCB_INPUT_RAW_MOTION:
-            add({Kind::motion, 0, isNew});
+            noteMotion(isNew);
             break;
         case XCB_INPUT_HIERARCHY:
             add({Kind::devicesChanged, 0, isNew});
@@ -122,10 +124,28 @@ void X11MouseTapPlatform::note(const xcb_generic_event_t& event) {
     }
 }
 
+/// While the pointer is looked at by the timer, the next look is soon enough, and a pointer that
+/// moves does not rest.
+void X11MouseTapPlatform::noteMotion(bool isNew) {
+    if (!looking_) {
+        add({Kind::motion, 0, isNew});
+        return;
+    }
+    hasMoved_ = true;
+    if (std::exchange(isResting_, false)) {
+        connection_.defer([self = self_] {
+            if (*self != nullptr) {
+                (*self)->select();
+            }
+        });
+    }
+}
+
 void X11MouseTapPlatform::add(const Happening& happening) {
+    const bool isMovement = happening.kind == Kind::motion || happening.kind == Kind::look;
     if (happenings_.empty()) {
         deferTelling();
-    } else if (happening.kind == Kind::motion && happenings_.back().kind == Kind::motion &&
+    } else if (isMovement && happening.kind == happenings_.back().kind &&
                happening.isNew == happenings_.back().isNew) {
         return;
     }
@@ -192,38 +212,107 @@ void X11MouseTapPlatform::tellAll() {
 
 void X11MouseTapPlatform::tell(const Happening& happening, const Point& location,
                                bool isReleaseLost) {
+    const std::shared_ptr<X11MouseTapPlatform*> self = self_;
     switch (happening.kind) {
         case Kind::press:
             if (isLeft(happening.button)) {
                 isLeftDown_ = true;
+                told_ = location;
+                stopLooking();
                 select();
                 tell(MouseEventType::leftMouseDown, location);
             }
             break;
         case Kind::release:
-            if (isLeft(happening.button) && std::exchange(isLeftDown_, false)) {
-                select();
-                tell(MouseEventType::leftMouseUp, location);
+            if (isLeft(happening.button) && isLeftDown_) {
+                if (looking_ && hasMovedTo(location)) {
+                    tellMovement(location);
+                }
+                if (*self != nullptr) {
+                    tellRelease(location);
+                }
             }
             break;
         case Kind::motion:
+        case Kind::look:
             if (!isLeftDown_) {
                 break;
             }
-            if (!isReleaseLost) {
-                tell(MouseEventType::leftMouseDragged, location);
-                break;
+            if (isReleaseLost) {
+                tellRelease(location);
+            } else if (happening.kind == Kind::look) {
+                look(location);
+            } else if (looking_) {
+                hasMoved_ = true;
+            } else {
+                startLooking();
+                tellMovement(location);
             }
-            isLeftDown_ = false;
-            select();
-            tell(MouseEventType::leftMouseUp, location);
             break;
         case Kind::devicesChanged:
             isMappingStale_ = true;
             selected_ = 0;
             tell(MouseEventType::tapDisabled, location);
+            if (*self == nullptr) {
+                break;
+            }
+            if (!isWanted()) {
+                stopLooking();
+            } else if (isLeftDown_ && !looking_) {
+                // A movement may have been missed until the tap was enabled again.
+                startLooking();
+            }
             break;
     }
+}
+
+bool X11MouseTapPlatform::hasMovedTo(const Point& location) const {
+    return hasMoved_ || location != told_;
+}
+
+void X11MouseTapPlatform::tellMovement(const Point& location) {
+    hasMoved_ = false;
+    told_ = location;
+    tell(MouseEventType::leftMouseDragged, location);
+}
+
+void X11MouseTapPlatform::tellRelease(const Point& location) {
+    isLeftDown_ = false;
+    stopLooking();
+    select();
+    tell(MouseEventType::leftMouseUp, location);
+}
+
+void X11MouseTapPlatform::look(const Point& location) {
+    if (!looking_) {
+        return;  // It was on its way when the looking ended.
+    }
+    if (hasMovedTo(location)) {
+        startLooking();
+        tellMovement(location);
+    } else if (!isResting_) {
+        // Movements are asked for from now on, and looked for once more: one may have happened
+        // between the look and the server's hearing of that.
+        startLooking();
+        isResting_ = true;
+        select();
+    } else {
+        stopLooking();
+    }
+}
+
+/// The time to the next look counts from now: a timer that was late would make up for it with looks
+/// that follow each other at once, and the second of them finds a fast mouse at rest.
+void X11MouseTapPlatform::startLooking() {
+    looking_ = runLoop_.repeat(lookInterval, [this] { add({Kind::look, 0, false}); });
+    isResting_ = false;
+    select();
+}
+
+void X11MouseTapPlatform::stopLooking() {
+    looking_.reset();
+    hasMoved_ = false;
+    isResting_ = false;
 }
 
 void X11MouseTapPlatform::tell(MouseEventType type, const Point& location) {
@@ -259,9 +348,10 @@ void X11MouseTapPlatform::select() {
     std::erase_if(watchers_, [](const auto& each) { return each.expired(); });
     std::uint32_t wanted = 0;
     if (isWanted()) {
-        wanted = buttons | (isLeftDown_ ? movements : 0);
+        wanted = buttons | (isLeftDown_ && (!looking_ || isResting_) ? movements : 0);
     } else {
         isLeftDown_ = false;
+        stopLooking();
     }
     if (wanted == selected_ || connection_.isLost()) {
         return;

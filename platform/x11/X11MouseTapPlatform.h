@@ -8,6 +8,7 @@
 #include <xcb/xcb.h>
 
 #include "Lumatile/MouseTapPlatform.h"
+#include "Lumatile/RunLoop.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Monitors.h"
 
@@ -16,10 +17,19 @@ namespace lumatile {
 /// Watches the left button through the raw events of the input extension, which keep coming while
 /// a window manager holds the pointer. Nothing is grabbed. Movements are asked for only while the
 /// button is down; where the pointer is, is asked once for all events that have arrived together.
+///
+/// A mouse may tell of a thousand movements a second, of which nobody sees more than a screen's
+/// pictures. The first one is told at once. From then on no more of them are asked for, but the
+/// pointer is looked at by a timer until it rests; only then movements wake the program up again.
+/// Presses and releases are always told at once, a release after the movement that led to it.
 class X11MouseTapPlatform final : public MouseTapPlatform {
 public:
-    /// Both outlive the platform.
-    X11MouseTapPlatform(X11Connection& connection, X11Monitors& monitors);
+    /// Seconds between two looks at the pointer: as ordinary mice tell of their movements, and half
+    /// a picture of a screen of 60 Hz, so that what follows the pointer is not seen to be late.
+    static constexpr double lookInterval = 0.008;
+
+    /// All of them outlive the platform.
+    X11MouseTapPlatform(X11Connection& connection, X11Monitors& monitors, RunLoop& runLoop);
     X11MouseTapPlatform(const X11MouseTapPlatform&) = delete;
     X11MouseTapPlatform& operator=(const X11MouseTapPlatform&) = delete;
     ~X11MouseTapPlatform() override;
@@ -29,7 +39,7 @@ public:
     std::unique_ptr<MouseTap> createTap(Mask mask, Handler handler) override;
 
 private:
-    enum class Kind : std::uint8_t { press, release, motion, devicesChanged };
+    enum class Kind : std::uint8_t { press, release, motion, look, devicesChanged };
 
     struct Happening {
         Kind kind = Kind::motion;
@@ -48,13 +58,21 @@ private:
     void deferTelling();
     void tellAll();
     void tell(const Happening& happening, const Point& location, bool isReleaseLost);
+    void tellMovement(const Point& location);
+    void tellRelease(const Point& location);
     void tell(MouseEventType type, const Point& location);
+    void noteMotion(bool isNew);
+    bool hasMovedTo(const Point& location) const;
+    void look(const Point& location);
+    void startLooking();
+    void stopLooking();
     bool isLeft(std::uint32_t button) const;
     void select();
     bool isWanted() const;
 
     X11Connection& connection_;
     X11Monitors& monitors_;
+    RunLoop& runLoop_;
     std::uint8_t extension_ = 0;  // Its major opcode; 0 where it is of no use.
     std::vector<std::weak_ptr<Watcher>> watchers_;
     std::vector<Happening> happenings_;         // Not told yet.
@@ -63,6 +81,10 @@ private:
     bool isMappingStale_ = true;
     bool isLeftDown_ = false;
     std::uint32_t selected_ = 0;
+    Point told_;  // Where the pointer was when a press or a movement was told last.
+    std::unique_ptr<RunLoopTimer> looking_;
+    bool hasMoved_ = false;   // A movement has been seen since the last look.
+    bool isResting_ = false;  // The last look found the pointer where it was before.
     std::shared_ptr<X11MouseTapPlatform*> self_;  // Empty for what still runs when this is gone.
     X11Connection::Subscription subscription_;    // Last: its observer names the fields above.
 };

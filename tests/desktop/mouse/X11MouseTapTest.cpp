@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <xcb/xtest.h>
 
 #include <array>
@@ -10,6 +11,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/x11/X11MouseTapPlatform.h"
 #include "tests/desktop/support/InputDriver.h"
 #include "tests/desktop/support/PrivateServer.h"
@@ -58,14 +60,48 @@ protected:
         connection_->dispatch();
         connection_->synchronize();
         connection_->dispatch();
+        rest();
         return std::exchange(told_, {});
+    }
+
+    /// What has happened by now, without any time that passes.
+    void deliver() {
+        input_.roundTrip();
+        connection_->synchronize();
+        connection_->dispatch();
+        // What the tap has asked of the server meanwhile holds from now on.
+        connection_->synchronize();
+    }
+
+    /// Whether the server has sent anything that would wake the program up.
+    bool isAnythingToRead() const {
+        pollfd descriptor{connection_->fileDescriptor(), POLLIN, 0};
+        return poll(&descriptor, 1, 0) > 0;
+    }
+
+    /// Lets the time pass until the tap has seen that the pointer rests: a look that finds it
+    /// elsewhere, one that finds it there, and one more.
+    void rest() {
+        for (int looks = 0; looks < 4; ++looks) {
+            look();
+        }
+    }
+
+    /// The next time that the tap looks at the pointer, if it does.
+    void look() {
+        runLoop_.advance(X11MouseTapPlatform::lookInterval);
+        connection_->synchronize();
+        connection_->dispatch();
+        connection_->synchronize();
     }
 
     PrivateServer server_{MonitorLayout::landscape(), PrivateServer::Kind::virtualFramebuffer};
     InputDriver input_{server_.display()};
     std::unique_ptr<X11Connection> connection_ = X11Connection::open(server_.display());
     X11Monitors monitors_{*connection_};
-    X11MouseTapPlatform taps_{*connection_, monitors_};
+    SimulatedClock clock_;
+    SimulatedRunLoop runLoop_{clock_};
+    X11MouseTapPlatform taps_{*connection_, monitors_, runLoop_};
     std::unique_ptr<MouseTap> tap_;
     std::vector<MouseEvent> told_;
 };
@@ -228,7 +264,9 @@ TEST_F(X11MouseTapTest, theLastOfManyMovementsIsTold) {
             isOver = true;
         });
         while (!isOver) {
+            // Time flies, so that looks and events take turns again and again.
             connection_->dispatch();
+            runLoop_.advance(X11MouseTapPlatform::lookInterval);
         }
         mouse.join();
         const std::vector<MouseEvent> events = told();
@@ -238,12 +276,109 @@ TEST_F(X11MouseTapTest, theLastOfManyMovementsIsTold) {
     }
 }
 
+TEST_F(X11MouseTapTest, aFastMouseIsLookedAtByTheTimerOnly) {
+    input_.buttonDown();
+    told();
+    input_.movePointer(110, 100);
+    deliver();
+    EXPECT_THAT(std::exchange(told_, {}), ElementsAre(MouseEvent{dragged, {110, 100}}))
+        << "the first one at once";
+    deliver();
+    for (int x = 111; x < 400; ++x) {
+        input_.movePointer(x, 100);
+    }
+    input_.roundTrip();
+    EXPECT_FALSE(isAnythingToRead()) << "movements do not wake the program up";
+    deliver();
+    EXPECT_THAT(told_, IsEmpty());
+    look();
+    EXPECT_THAT(std::exchange(told_, {}), ElementsAre(MouseEvent{dragged, {399, 100}}));
+    input_.movePointer(500, 100);
+    input_.roundTrip();
+    EXPECT_FALSE(isAnythingToRead());
+    look();
+    EXPECT_THAT(std::exchange(told_, {}), ElementsAre(MouseEvent{dragged, {500, 100}}));
+    // It rests, and its next movement is told at once again.
+    EXPECT_THAT(told(), IsEmpty());
+    input_.movePointer(600, 100);
+    deliver();
+    EXPECT_THAT(told_, ElementsAre(MouseEvent{dragged, {600, 100}}));
+}
+
+TEST_F(X11MouseTapTest, theReleaseComesAtOnceAndAfterTheMovementThatLedToIt) {
+    input_.buttonDown();
+    input_.roundTrip();
+    deliver();
+    input_.movePointer(110, 100);
+    deliver();
+    deliver();
+    told_.clear();
+    input_.movePointer(400, 100);
+    input_.movePointer(0, 220);
+    input_.buttonUp();
+    deliver();
+    EXPECT_THAT(std::exchange(told_, {}),
+                ElementsAre(MouseEvent{dragged, {0, 220}}, MouseEvent{up, {0, 220}}));
+    input_.buttonDown();
+    deliver();
+    EXPECT_THAT(told_, ElementsAre(MouseEvent{down, {0, 220}}));
+}
+
+TEST_F(X11MouseTapTest, noTimerRunsWhileNothingMoves) {
+    EXPECT_EQ(runLoop_.timerCount(), 0U);
+    input_.buttonDown();
+    deliver();
+    EXPECT_EQ(runLoop_.timerCount(), 0U) << "held, but not moved";
+    input_.movePointer(110, 100);
+    deliver();
+    EXPECT_EQ(runLoop_.timerCount(), 1U);
+    rest();
+    EXPECT_EQ(runLoop_.timerCount(), 0U) << "at rest";
+    input_.movePointer(120, 100);
+    deliver();
+    EXPECT_EQ(runLoop_.timerCount(), 1U);
+    input_.buttonUp();
+    deliver();
+    EXPECT_EQ(runLoop_.timerCount(), 0U) << "released";
+    input_.buttonDown();
+    deliver();
+    input_.movePointer(130, 100);
+    deliver();
+    EXPECT_EQ(runLoop_.timerCount(), 1U);
+    tap_.reset();
+    EXPECT_EQ(runLoop_.timerCount(), 0U) << "nobody wants to know";
+}
+
+// A pointer that is pushed against the edge of the screen stays where it is. That the mouse still
+// moves is what the user means.
+TEST_F(X11MouseTapTest, pushingAgainstAnEdgeIsToldAsMovement) {
+    input_.buttonDown();
+    told();
+    input_.movePointer(0, 100);
+    EXPECT_THAT(told(), ElementsAre(MouseEvent{dragged, {0, 100}}));
+    const MouseEvent pushed{dragged, {0, 100}};
+    for (int push = 0; push < 3; ++push) {
+        input_.movePointer(0, 100);
+        EXPECT_THAT(told(), ElementsAre(pushed)) << push;
+    }
+    // Without a rest in between: the look after the first push asks for movements again.
+    input_.movePointer(0, 100);
+    deliver();
+    look();
+    told_.clear();
+    input_.movePointer(0, 100);
+    deliver();
+    EXPECT_THAT(told_, IsEmpty()) << "the next look is soon enough";
+    look();
+    EXPECT_THAT(told_, ElementsAre(pushed));
+}
+
 TEST_F(X11MouseTapTest, locationsCountFromThePrimaryMonitor) {
     PrivateServer server(MonitorLayout::portraitAndPrimaryLandscape());
     InputDriver input(server.display());
     const auto connection = X11Connection::open(server.display());
     X11Monitors monitors(*connection);
-    X11MouseTapPlatform taps(*connection, monitors);
+    X11MouseTapPlatform taps(*connection, monitors, runLoop_);
     std::vector<MouseEvent> told;
     const auto tap =
         taps.createTap(everything, [&](const MouseEvent& event) { told.push_back(event); });
@@ -305,19 +440,26 @@ TEST_F(X11MouseTapTest, withoutTheServerThereIsNoTap) {
 }
 
 // Devices that come and go may take the watching with them.
-TEST_F(X11MouseTapTest, aChangeOfDevicesDisablesTheTapAndItCanBeEnabledAgain) {
+class ChangedDevicesTest : public X11MouseTapTest {
+protected:
+    void changeDevices() {
+        const TemporaryFolder folder;
+        ChildProcess::Start start;
+        start.command = {"xinput", "create-master", "Second"};
+        start.environment = inheritedEnvironment();
+        start.environment["DISPLAY"] = server_.display();
+        start.output = folder.path() / "output";
+        ASSERT_EQ(ChildProcess(start).wait(Deadline::usual()), (ChildProcess::Exit{0, 0}))
+            << readFile(start.output);
+    }
+};
+
+TEST_F(ChangedDevicesTest, disableTheTapAndItCanBeEnabledAgain) {
     input_.buttonDown();
     told();
     input_.buttonUp();
     told();
-    const TemporaryFolder folder;
-    ChildProcess::Start start;
-    start.command = {"xinput", "create-master", "Second"};
-    start.environment = inheritedEnvironment();
-    start.environment["DISPLAY"] = server_.display();
-    start.output = folder.path() / "output";
-    ASSERT_EQ(ChildProcess(start).wait(Deadline::usual()), (ChildProcess::Exit{0, 0}))
-        << readFile(start.output);
+    changeDevices();
     const std::vector<MouseEvent> events = told();
     ASSERT_FALSE(events.empty());
     EXPECT_EQ(events.front().type, MouseEventType::tapDisabled);
@@ -328,6 +470,50 @@ TEST_F(X11MouseTapTest, aChangeOfDevicesDisablesTheTapAndItCanBeEnabledAgain) {
     input_.buttonDown();
     input_.buttonUp();
     EXPECT_THAT(told(), testing::SizeIs(2));
+}
+
+TEST_F(ChangedDevicesTest, inMidDragLoseNothing) {
+    tap_ = taps_.createTap(everything, [this](const MouseEvent& event) {
+        if (event.type == MouseEventType::tapDisabled) {
+            tap_->enable();
+        } else {
+            told_.push_back(event);
+        }
+    });
+    tap_->enable();
+    input_.buttonDown();
+    told();
+    input_.movePointer(110, 100);
+    told();
+    // At rest, so that only an event of the mouse would say that it moves; while the tap is not
+    // enabled there may be none.
+    changeDevices();
+    input_.movePointer(300, 100);
+    const std::vector<MouseEvent> first = told();
+    ASSERT_FALSE(first.empty());
+    EXPECT_EQ(first.back(), (MouseEvent{dragged, {300, 100}}));
+    EXPECT_EQ(runLoop_.timerCount(), 0U);
+    // While it is looked at.
+    input_.movePointer(310, 100);
+    deliver();
+    changeDevices();
+    input_.movePointer(0, 120);
+    const std::vector<MouseEvent> second = told();
+    ASSERT_FALSE(second.empty());
+    EXPECT_EQ(second.back(), (MouseEvent{dragged, {0, 120}}));
+    input_.buttonUp();
+    EXPECT_THAT(told(), ElementsAre(MouseEvent{up, {0, 120}}));
+}
+
+TEST_F(ChangedDevicesTest, leaveNoTimerWhereNobodyEnablesTheTapAgain) {
+    input_.buttonDown();
+    told();
+    input_.movePointer(110, 100);
+    deliver();
+    ASSERT_EQ(runLoop_.timerCount(), 1U);
+    changeDevices();
+    deliver();
+    EXPECT_EQ(runLoop_.timerCount(), 0U);
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ ShiftingDesktop::ShiftingDesktop(WindowManager::Kind windowManager, std::string_
       hotKeys_(runLoop_),
       input_(clock_),
       dimOverlays_(noScreens_),
-      mouseTaps_(*connection_, monitors_) {
+      mouseTaps_(*connection_, monitors_, runLoop_) {
     preferences_.storeOnDisk(OLEDSettings::preferenceKey, Bytes(oledSettings));
     conductor_ = std::make_shared<ApplicationConductor>(Platform{accessibility_,
                                                                  screenList_,
