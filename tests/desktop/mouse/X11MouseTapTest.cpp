@@ -144,7 +144,7 @@ TEST_F(X11MouseTapTest, anotherButtonInMidDragChangesNothing) {
 TEST_F(X11MouseTapTest, leftIsWhatTheUserHasMadeLeft) {
     // A left-handed user's mouse; the first button of the device is the right one now.
     const std::array<std::uint8_t, 10> swapped{3, 2, 1, 4, 5, 6, 7, 8, 9, 10};
-    const auto mapping = xcb_get_pointer_mapping_reply(
+    auto* const mapping = xcb_get_pointer_mapping_reply(
         input_.connection(), xcb_get_pointer_mapping(input_.connection()), nullptr);
     const XReply<xcb_get_pointer_mapping_reply_t> owned(mapping);
     const auto count = static_cast<std::uint8_t>(xcb_get_pointer_mapping_map_length(mapping));
