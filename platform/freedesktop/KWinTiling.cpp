@@ -71,8 +71,9 @@ std::filesystem::path KWinTiling::userFile() const { return folders_.configurati
 KWinTiling::Found KWinTiling::find(std::string_view name) const {
     // The least important first; each overrules those before, up to one that is immutable.
     std::vector<std::filesystem::path> files;
-    for (const auto& folder : folders_.systemConfigurations) {
-        files.insert(files.begin(), folder / fileName);
+    const auto& system = folders_.systemConfigurations;
+    for (auto folder = system.rbegin(); folder != system.rend(); ++folder) {
+        files.push_back(*folder / fileName);
     }
     if (!folders_.configuration.empty()) {
         files.push_back(userFile());
