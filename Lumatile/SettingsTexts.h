@@ -41,7 +41,6 @@ inline constexpr std::string_view dragForCustom =
 inline constexpr std::string_view restoreDefaultArea = "Restore Default Area";
 inline constexpr std::string_view deleteArea = "Delete Area";
 
-
 /// @param holder the display name of the command that has the shortcut
 inline std::string alreadyUsedBy(std::string_view holder) {
     return "Already used by " + std::string(holder);

@@ -43,7 +43,8 @@ ShiftingDesktop::ShiftingDesktop(WindowManager::Kind windowManager, std::string_
                                                                  input_,
                                                                  dimOverlays_,
                                                                  mouseTaps_,
-                                                                 statusItem_, settings_,
+                                                                 statusItem_,
+                                                                 settings_,
                                                                  {}});
     conductor_->setAccessibilityGranted();
     conductor_->startFeatures();
