@@ -10,9 +10,8 @@ std::optional<std::uint32_t> X11KeyCodes::virtualKeyCode(std::uint32_t nativeSca
     }
     // Asked when a shortcut is recorded, which is rare: what the keyboard was before may have
     // changed.
-    X11Keyboard keyboard(connection_);
-    keyboard.read();
-    return keyboard.virtualKeyCodeOf(static_cast<X11Keyboard::KeyCode>(nativeScanCode));
+    return X11Keyboard(connection_)
+        .virtualKeyCodeOf(static_cast<X11Keyboard::KeyCode>(nativeScanCode));
 }
 
 }  // namespace lumatile
