@@ -38,6 +38,8 @@ public:
     /// Offers an object with the one interface that `description` (XML of the bus) holds.
     void offer(const std::string& path, const std::string& description);
 
+    GDBusConnection* connection() const { return connection_.get(); }
+
     void emit(const std::string& path, const std::string& interface, const std::string& signal,
               GVariant* arguments);
 
