@@ -95,6 +95,7 @@ void ApplicationConductor::changeOLEDSettings(const OLEDSettings& settings) {
     platform_.preferences.setBytes(OLEDSettings::preferenceKey,
                                    OLEDSettingsCodec::encode(settings));
     applyOLEDSettings();
+    showChangedSettings();
 }
 
 void ApplicationConductor::registerHotkeys() {
@@ -182,6 +183,13 @@ void ApplicationConductor::changeCommands(const std::vector<SnapCommand>& comman
         registerHotkeys();
     }
     rebuildStatusMenu();
+    showChangedSettings();
+}
+
+void ApplicationConductor::showChangedSettings() {
+    if (settingsVM_) {
+        settingsVM_->replace(store_.commands, oledSettings_);
+    }
 }
 
 void ApplicationConductor::setExaggerated(bool exaggerated) {

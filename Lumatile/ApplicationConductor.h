@@ -116,6 +116,7 @@ private:
     void noteRecording(bool isRecording);
     void unregisterHotkeys();
     void showRefusedShortcuts();
+    void showChangedSettings();
 
     Platform platform_;
     CommandStore store_;

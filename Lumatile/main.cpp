@@ -13,6 +13,7 @@
 
 #include "Lumatile/AppDelegate.h"
 #include "Lumatile/AppFonts.h"
+#include "Lumatile/ApplicationControl.h"
 #include "Lumatile/FullScreenWindows.h"
 #include "Lumatile/HighlightOverlay.h"
 #include "Lumatile/LaunchAtLogin.h"
@@ -26,6 +27,7 @@
 #include "onboarding/Vocabulary.h"
 #include "platform/freedesktop/AutostartEntry.h"
 #include "platform/freedesktop/BusConnection.h"
+#include "platform/freedesktop/ControlObject.h"
 #include "platform/freedesktop/DesktopNotifications.h"
 #include "platform/freedesktop/DesktopTilingSettings.h"
 #include "platform/freedesktop/PackageKitUpdates.h"
@@ -214,6 +216,9 @@ int main(int argc, char** argv) {
     delegate.app().menuTargets = {[&about] { about.show(); },
                                   [&updater] { updater.checkForUpdates(); }, terminate};
     startedAgain = [&delegate] { delegate.app().openSettings(); };
+    ApplicationControl control(conductor, runLoop);
+    const ControlObject controlObject(BusConnection::sessionAddress(),
+                                      display == nullptr ? "" : display, control);
 
     bool serverLost = false;
     const std::function<void()> reportLost = [&] {
