@@ -33,6 +33,9 @@ public:
     virtual void setBytes(std::string_view key, const Bytes& value) = 0;
     virtual void setBoolean(std::string_view key, bool value) = 0;
 
+    /// Takes `key` out of the store, whatever the type of its value; under the same rules.
+    virtual void remove(std::string_view key) = 0;
+
     /// Calls `changed` from the run loop after values may have changed, whichever process changed
     /// them; now and then also when none has.
     [[nodiscard]] virtual std::unique_ptr<PreferencesWatch> observe(

@@ -92,6 +92,11 @@ bool endsWithALine(const QString& path) {
 /// that was cut lacks a key or the end of its last line, so it is read back, under another name, of
 /// which the toolkit remembers nothing.
 bool write(const std::map<QString, QVariant>& values, const Draft& draft, const Draft& readBack) {
+    if (values.empty()) {
+        // The toolkit makes no file for nothing.
+        QFile file(readBack.path());
+        return file.open(QIODevice::WriteOnly);
+    }
     {
         QSettings settings(draft.path(), QSettings::NativeFormat);
         for (const auto& [key, value] : values) {
@@ -175,6 +180,8 @@ void QSettingsPreferences::setBoolean(std::string_view key, bool value) {
     change(key, value ? QStringLiteral("true") : QStringLiteral("false"));
 }
 
+void QSettingsPreferences::remove(std::string_view key) { change(key, QVariant()); }
+
 std::unique_ptr<PreferencesWatch> QSettingsPreferences::observe(std::function<void()> changed) {
     const PrivateFiles privateFiles;
     QDir().mkpath(QFileInfo(path_).absolutePath());
@@ -248,7 +255,11 @@ std::optional<std::string> QSettingsPreferences::store() {
     }
     Values values = valuesIn(QSettings(path_, QSettings::NativeFormat));
     for (const auto& [key, value] : unsaved_) {
-        values[key] = value;
+        if (value.isValid()) {
+            values[key] = value;
+        } else {
+            values.erase(key);
+        }
     }
     const QString target = fileBehind(path_);
     const Draft draft(target);

@@ -31,6 +31,7 @@ public:
     std::optional<bool> boolean(std::string_view key) override;
     void setBytes(std::string_view key, const Bytes& value) override;
     void setBoolean(std::string_view key, bool value) override;
+    void remove(std::string_view key) override;
 
     /// Makes the folder of the file, so that it can be watched.
     [[nodiscard]] std::unique_ptr<PreferencesWatch> observe(std::function<void()> changed) override;
@@ -46,7 +47,7 @@ private:
 
     SystemLog& log_;
     QString path_;
-    Values unsaved_;            // What the disk has refused so far.
+    Values unsaved_;            // What the disk has refused so far; without a value: removed.
     std::string checkedState_;  // Of the file, when it was last found safe to read.
 };
 

@@ -72,11 +72,30 @@ void SimulatedPreferences::set(std::string_view key, StoredValue value) {
     const auto found = values_.find(key);
     if (found == values_.end() || found->second != value) {
         values_.insert_or_assign(std::string(key), std::move(value));
-        ++changes_[std::string(key)];
-        tell();
+        noteChange(key);
     } else if (disk_ == values_) {
         return;
     }
+    store();
+}
+
+void SimulatedPreferences::remove(std::string_view key) {
+    const auto found = values_.find(key);
+    if (found != values_.end()) {
+        values_.erase(found);
+        noteChange(key);
+    } else if (disk_ == values_) {
+        return;
+    }
+    store();
+}
+
+void SimulatedPreferences::noteChange(std::string_view key) {
+    ++changes_[std::string(key)];
+    tell();
+}
+
+void SimulatedPreferences::store() {
     if (isDiskFull_) {
         log_.write("Preferences", "could not be written, no space left on the disk");
         return;

@@ -32,6 +32,7 @@ public:
     std::optional<bool> boolean(std::string_view key) override;
     void setBytes(std::string_view key, const Bytes& value) override;
     void setBoolean(std::string_view key, bool value) override;
+    void remove(std::string_view key) override;
     [[nodiscard]] std::unique_ptr<PreferencesWatch> observe(std::function<void()> changed) override;
 
     /// Puts a value on the disk as something else than this program would: an editor, an older
@@ -57,6 +58,8 @@ private:
     template <typename Wanted>
     std::optional<Wanted> value(std::string_view key) const;
     void set(std::string_view key, StoredValue value);
+    void noteChange(std::string_view key);
+    void store();
 
     class Watch;
 

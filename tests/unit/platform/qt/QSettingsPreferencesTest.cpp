@@ -134,6 +134,50 @@ TEST_F(QSettingsPreferencesTest, storesAtOnce) {
                                        HasSubstr("\ndragToSnapEnabled=true\n")));
 }
 
+TEST_F(QSettingsPreferencesTest, whatIsRemovedIsGoneFromTheFile) {
+    preferences_.setBytes("commands", "[1]");
+    preferences_.setBytes("__ts", Bytes("\0\x80\xff)\n\"\\;", 8));
+    preferences_.setBoolean("dragToSnapEnabled", false);
+    EXPECT_EQ(onDisk().bytes("__ts"), Bytes("\0\x80\xff)\n\"\\;", 8));
+    preferences_.remove("commands");
+    EXPECT_FALSE(preferences_.bytes("commands"));
+    EXPECT_FALSE(onDisk().bytes("commands"));
+    EXPECT_THAT(contents(file_), testing::Not(HasSubstr("commands")));
+    preferences_.remove("dragToSnapEnabled");
+    EXPECT_FALSE(onDisk().boolean("dragToSnapEnabled"));
+    EXPECT_EQ(onDisk().bytes("__ts"), Bytes("\0\x80\xff)\n\"\\;", 8));
+    preferences_.setBytes("commands", "[2]");
+    EXPECT_EQ(onDisk().bytes("commands"), "[2]");
+    EXPECT_THAT(log_.lines, IsEmpty());
+}
+
+TEST_F(QSettingsPreferencesTest, theLastValueCanBeRemoved) {
+    preferences_.setBytes("commands", "[1]");
+    preferences_.remove("commands");
+    EXPECT_EQ(contents(file_), "");
+    EXPECT_FALSE(preferences_.bytes("commands"));
+    preferences_.remove("commands");
+    EXPECT_THAT(log_.lines, IsEmpty());
+    preferences_.setBytes("commands", "[2]");
+    EXPECT_EQ(onDisk().bytes("commands"), "[2]");
+}
+
+TEST_F(QSettingsPreferencesTest, aRemovalThatTheDiskRefusedComesWithTheNextChange) {
+    preferences_.setBytes("commands", "[1]");
+    const std::string before = contents(file_);
+    {
+        const FullDisk full(0);
+        preferences_.setBytes("oledSettings", "{}");
+        preferences_.remove("commands");
+        EXPECT_FALSE(preferences_.bytes("commands"));
+        EXPECT_EQ(contents(file_), before);
+    }
+    EXPECT_THAT(log_.lines, SizeIs(2));
+    preferences_.setBoolean("dragToSnapEnabled", true);
+    EXPECT_FALSE(onDisk().bytes("commands"));
+    EXPECT_EQ(onDisk().bytes("oledSettings"), "{}");
+}
+
 TEST_F(QSettingsPreferencesTest, liesInTheUsersConfigurationFolder) {
     const QByteArray former = qgetenv("XDG_CONFIG_HOME");
     qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(folder_.path().string()));

@@ -71,6 +71,32 @@ TEST(SimulatedPreferences, aFullDiskKeepsTheNewValueInMemoryAndTheOldOneStored) 
     EXPECT_EQ(log.lines().size(), 1U);
 }
 
+TEST(SimulatedPreferences, whatIsRemovedIsGone) {
+    SimulatedLog log;
+    SimulatedClock clock;
+    SimulatedRunLoop runLoop(clock);
+    SimulatedPreferences preferences(log, runLoop);
+    int told = 0;
+    const auto watch = preferences.observe([&] { ++told; });
+    preferences.setBytes("commands", "[]");
+    runLoop.settle();
+    preferences.remove("commands");
+    preferences.remove("commands");
+    runLoop.settle();
+    EXPECT_EQ(told, 2);
+    EXPECT_FALSE(preferences.bytes("commands"));
+    EXPECT_TRUE(preferences.disk().empty());
+    EXPECT_EQ(preferences.changes("commands"), 2U);
+
+    // A full disk refuses that as well.
+    preferences.setBytes("commands", "[]");
+    preferences.setDiskFull(true);
+    preferences.remove("commands");
+    EXPECT_FALSE(preferences.bytes("commands"));
+    preferences.restart();
+    EXPECT_EQ(preferences.bytes("commands"), "[]");
+}
+
 TEST(SimulatedPreferences, settingTheSameValueAgainTriesTheDiskAgain) {
     SimulatedLog log;
     SimulatedClock clock;
