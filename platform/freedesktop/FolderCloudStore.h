@@ -1,0 +1,73 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "Lumatile/CloudStore.h"
+#include "Lumatile/Preferences.h"
+#include "Lumatile/SystemLog.h"
+#include "platform/freedesktop/SyncFolderVisit.h"
+
+namespace lumatile {
+
+/// Shares settings through a folder that the user names and some service mirrors to other
+/// computers, or that lies on a network: one file, replaced as a whole. Folder and file are visited
+/// by the library's worker threads, one visit at a time, so that a mount which does not answer
+/// holds up nothing; everything else happens on the main loop of GLib, which the toolkit's run loop
+/// serves.
+///
+/// The folder's path is a setting; so is that of the folder in which the file was seen last. There,
+/// a missing file means an unmounted folder or a deletion, and not that there is nothing yet.
+class FolderCloudStore final : public CloudStore {
+public:
+    static constexpr std::string_view folderKey = "syncFolder";
+    static constexpr std::string_view metFolderKey = "syncFolderMet";
+
+    /// How it waits; tests hurry.
+    struct Pace {
+        /// Between visits where the kernel does not tell of changes by others, and between attempts
+        /// to write. A minute is soon enough for settings and nothing to a server.
+        int pollMilliseconds = 60'000;
+        /// After which a visit counts as unanswered. Discs that have to start take some seconds.
+        int patienceMilliseconds = 10'000;
+        /// As on a network, also where the kernel tells.
+        bool alwaysPolls = false;
+        std::function<SyncFolderVisit(const SyncFolderVisit::Errand&)> visit =
+            [](const SyncFolderVisit::Errand& errand) { return SyncFolderVisit(errand); };
+    };
+
+    /// Begins to visit the stored folder, if there is one.
+    /// @param preferences and `log` outlive the store
+    FolderCloudStore(Preferences& preferences, SystemLog& log);
+    FolderCloudStore(Preferences& preferences, SystemLog& log, Pace pace);
+    FolderCloudStore(const FolderCloudStore&) = delete;
+    FolderCloudStore& operator=(const FolderCloudStore&) = delete;
+
+    /// A visit under way is left to itself.
+    ~FolderCloudStore() override;
+
+    std::optional<Bytes> data(std::string_view key) override;
+    void set(const std::optional<Bytes>& value, std::string_view key) override;
+    void synchronize() override;
+    bool hasBeenRead() override;
+    CloudStatus status() override;
+
+    /// @param location an absolute path
+    void setLocation(const std::optional<std::string>& location) override;
+    void startAnew() override;
+    [[nodiscard]] std::unique_ptr<CloudWatch> observe(
+        std::function<void(const CloudChange&)> changed) override;
+
+    /// Whether it is looking into the folder just now.
+    bool isVisiting() const;
+
+private:
+    class State;
+
+    std::shared_ptr<State> state_;
+};
+
+}  // namespace lumatile

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "preference_sync/SharedSet.h"
+
+namespace lumatile {
+
+/// One look into a folder that several computers share, and what is to be written there. It waits
+/// for the file system, for ever on a network mount that is gone, and so belongs on no thread that
+/// anybody waits for; it touches nothing but its own values and the folder.
+class SyncFolderVisit {
+public:
+    /// The one file that counts.
+    static constexpr const char* fileName = "lumatile-settings.json";
+    /// Where copies from collisions are put, below the folder.
+    static constexpr const char* asideName = "lumatile-settings-copies";
+
+    /// What the visitor wants.
+    struct Errand {
+        std::filesystem::path folder;
+        /// What is to be written; absent: nothing.
+        std::optional<std::string> text;
+        /// It is written only over this, the text read last; absent: only where there is no file.
+        std::optional<std::string> over;
+        /// It is written as well where there is no file or a damaged one, which is put aside
+        /// before.
+        bool overAnything = false;
+        /// A copy from a collision takes the place of a damaged file when it was changed later than
+        /// that, seconds since 1970-01-01 00:00 UTC.
+        double knownTime = 0;
+    };
+
+    enum class File {
+        unreachable,  ///< The folder, or the file in it, could not be read.
+        absent,
+        damaged,  ///< Not what another computer wrote, or not all of it.
+        good,
+    };
+
+    File file = File::unreachable;
+    std::string text;          ///< Of a good file.
+    SharedSet set;             ///< That it holds.
+    bool hasWritten = false;   ///< The errand's text is the file now, which `text` and `set` are.
+    bool isRemote = false;     ///< Changes by other computers may go unseen by the kernel here.
+    std::string readFailure;   ///< In the system's words; empty where there was none.
+    std::string writeFailure;  ///< Likewise.
+    std::size_t copiesPutAside = 0;
+
+    /// Looks, puts copies from collisions aside after the newest of all has become the file, and
+    /// writes.
+    explicit SyncFolderVisit(const Errand& errand);
+
+private:
+    void look(const Errand& errand);
+    void settleCopies(const Errand& errand);
+    void write(const Errand& errand);
+    void readFile(const std::filesystem::path& folder);
+};
+
+}  // namespace lumatile
