@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "windows/AccessibilityPlatform.h"
@@ -16,7 +17,7 @@ struct RunningApplication {
     bool isHidden = false;   ///< None of its windows can be seen.
 };
 
-/// Port: the running applications.
+/// Port: the running applications, and what the desktop opens for a program.
 class Workspace {
 public:
     virtual ~Workspace() = default;
@@ -30,6 +31,10 @@ public:
 
     /// The process id of this program itself.
     virtual Pid ownPid() = 0;
+
+    /// Opens what an address names: a page of the desktop's settings.
+    /// @return false when this desktop has nothing of the kind
+    virtual bool open(std::string_view address) = 0;
 };
 
 }  // namespace lumatile

@@ -7,6 +7,7 @@
 #include "geometry/Point.h"
 #include "windows/AXElement.h"
 #include "windows/AXValue.h"
+#include "windows/TrustObstacle.h"
 
 namespace lumatile {
 
@@ -23,6 +24,13 @@ public:
     /// Whether this session lets the process control windows.
     /// @param prompt show the desktop's own request for permission where it has one
     virtual bool isTrusted(bool prompt) = 0;
+
+    /// Whether the desktop's own request for permission can be seen; false also when that cannot be
+    /// told.
+    virtual bool isPermissionPromptOnScreen() = 0;
+
+    /// What is in the way of the trust; to be asked only while there is none.
+    virtual TrustObstacle trustObstacle() = 0;
 
     /// The element that knows what has the focus ("AXFocusedApplication").
     virtual AXElement systemWideElement() = 0;

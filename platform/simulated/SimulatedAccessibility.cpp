@@ -25,8 +25,10 @@ std::optional<SimulatedSubject> subjectOf(const AXElement& element) {
 }  // namespace
 
 bool SimulatedAccessibility::isTrusted(bool prompt) {
+    ++trustQuestions_;
     if (prompt && !isTrusted_) {
         ++promptsShown_;
+        isPromptOnScreen = hasPrompt;
     }
     return isTrusted_;
 }

@@ -31,6 +31,8 @@ public:
           traffic_(traffic) {}
 
     bool isTrusted(bool prompt) override;
+    bool isPermissionPromptOnScreen() override { return isPromptOnScreen; }
+    TrustObstacle trustObstacle() override { return obstacle; }
     AXElement systemWideElement() override;
     AXElement applicationElement(Pid pid) override;
     std::optional<AXElement> elementAtPoint(const Point& point) override;
@@ -42,6 +44,17 @@ public:
 
     /// Whether the session lets the program see and move windows; without, nothing can be read.
     void setTrusted(bool trusted) { isTrusted_ = trusted; }
+
+    /// Whether the desktop answers a request with a prompt of its own, which then stays until
+    /// `isPromptOnScreen` is cleared.
+    bool hasPrompt = false;
+    bool isPromptOnScreen = false;
+
+    /// What the session lacks while the program is not trusted.
+    TrustObstacle obstacle = TrustObstacle::unknown;
+
+    /// How often the program asked whether it is trusted.
+    std::size_t trustQuestions() const { return trustQuestions_; }
 
     /// What goes wrong with the element that knows the focus.
     SimulatedFaults systemWideFaults;
@@ -81,6 +94,7 @@ private:
     SimulatedWindowManager& windowManager_;
     SimulatedTraffic& traffic_;
     std::size_t promptsShown_ = 0;
+    std::size_t trustQuestions_ = 0;
     bool isTrusted_ = true;
 };
 

@@ -20,6 +20,11 @@ std::vector<RunningApplication> SimulatedWorkspace::runningApplications() {
     return result;
 }
 
+bool SimulatedWorkspace::open(std::string_view address) {
+    addresses.emplace_back(address);
+    return opensAddresses;
+}
+
 std::optional<RunningApplication> SimulatedWorkspace::describe(
     const SimulatedApplication& application) const {
     if (!application.traits.pid) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "Lumatile/Workspace.h"
@@ -17,9 +19,16 @@ public:
     std::optional<RunningApplication> frontmostApplication() override;
     std::vector<RunningApplication> runningApplications() override;
     Pid ownPid() override { return ownPid_; }
+    bool open(std::string_view address) override;
 
     /// The process id that this program has from now on.
     void setOwnPid(Pid pid) { ownPid_ = pid; }
+
+    /// Whether there is a page of settings behind the addresses.
+    bool opensAddresses = true;
+
+    /// Every address that was to be opened, in order.
+    std::vector<std::string> addresses;
 
     /// The desktop goes on naming this application as the frontmost one, whichever has the focus.
     void stickTo(ApplicationID id) { stuck_ = id; }

@@ -1,11 +1,13 @@
 #include "platform/x11/X11AccessibilityPlatform.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
 
 #include "platform/x11/X11PixelRect.h"
+#include "platform/x11/X11Property.h"
 #include "platform/x11/X11Reply.h"
 #include "windows/AXAttribute.h"
 
@@ -41,7 +43,25 @@ X11AccessibilityPlatform::X11AccessibilityPlatform(X11Connection& connection, X1
 
 bool X11AccessibilityPlatform::isTrusted(bool /*prompt*/) {
     mirror_.refresh();
-    return mirror_.hasWindowManager() && !connection_.isLost();
+    return mirror_.hasWindowManager() && takesMoves() && !connection_.isLost();
+}
+
+TrustObstacle X11AccessibilityPlatform::trustObstacle() {
+    if (isGuestServer_) {
+        return TrustObstacle::otherDisplaySystem;
+    }
+    mirror_.refresh();
+    return mirror_.hasWindowManager() ? TrustObstacle::windowManagerRefuses
+                                      : TrustObstacle::noWindowManager;
+}
+
+bool X11AccessibilityPlatform::takesMoves() {
+    constexpr std::uint32_t longestSupportedList = 1024;
+    X11Atoms& atoms = connection_.atoms();
+    return X11Property(connection_.get(), X11Property::ask(connection_.get(), connection_.root(),
+                                                           atoms["_NET_SUPPORTED"], XCB_ATOM_ATOM,
+                                                           longestSupportedList))
+        .has(atoms["_NET_MOVERESIZE_WINDOW"]);
 }
 
 AXElement X11AccessibilityPlatform::systemWideElement() {

@@ -26,9 +26,18 @@ public:
     X11AccessibilityPlatform(X11Connection& connection, X11Monitors& monitors,
                              X11WindowMirror& mirror);
 
-    /// Whether a window manager lives that windows can be placed through. There is no permission
-    /// that could be asked for.
+    /// Whether a window manager lives that places windows when it is asked to. There is no
+    /// permission that could be asked for.
     bool isTrusted(bool prompt) override;
+
+    /// An X desktop has no such request.
+    bool isPermissionPromptOnScreen() override { return false; }
+
+    TrustObstacle trustObstacle() override;
+
+    /// Notes that the server is a guest in a session of another display system, where the lack of a
+    /// window manager is no fault that the user could mend.
+    void noteGuestServer() { isGuestServer_ = true; }
 
     AXElement systemWideElement() override;
     AXElement applicationElement(Pid pid) override;
@@ -47,6 +56,9 @@ public:
     void setMessagingTimeout(const AXElement& element, double seconds) override;
 
 private:
+    /// Whether the window manager says that it carries out what windows are placed by.
+    bool takesMoves();
+
     X11Window* windowOf(const X11Element& element);
     /// Whether a window only takes input and shows nothing. kwin lays such a one over the screen
     /// while it moves a window.
@@ -71,6 +83,7 @@ private:
     X11WindowMirror& mirror_;
     X11WindowWriter writer_;
     std::unordered_map<Pid, double> timeouts_;  // Of applications, where shorter than the longest.
+    bool isGuestServer_ = false;
 };
 
 }  // namespace lumatile

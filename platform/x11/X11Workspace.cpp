@@ -44,4 +44,6 @@ std::vector<RunningApplication> X11Workspace::runningApplications() {
 
 Pid X11Workspace::ownPid() { return getpid(); }
 
+bool X11Workspace::open(std::string_view /*address*/) { return false; }
+
 }  // namespace lumatile

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "Lumatile/Workspace.h"
@@ -20,6 +21,10 @@ public:
     std::vector<RunningApplication> runningApplications() override;
 
     Pid ownPid() override;
+
+    /// Opens nothing: who may move windows is no setting of an X desktop. Whoever wants to lead the
+    /// user there says what is in the way instead.
+    bool open(std::string_view address) override;
 
 private:
     X11WindowMirror& mirror_;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include "Lumatile/Workspace.h"
 
 namespace lumatile::desktop {
@@ -21,6 +23,8 @@ public:
 
     /// No process has it.
     Pid ownPid() override { return 0; }
+
+    bool open(std::string_view address) override { return workspace_.open(address); }
 
 private:
     Workspace& workspace_;
