@@ -1,0 +1,45 @@
+#include "Lumatile/SyncConflictCoordinator.h"
+
+#include <utility>
+
+namespace lumatile {
+
+SyncConflictCoordinator::SyncConflictCoordinator(SyncConflictPresenter& presenter)
+    : presenter_(presenter) {}
+
+SyncConflictCoordinator::~SyncConflictCoordinator() = default;
+
+void SyncConflictCoordinator::present(const ConflictSummary& summary, Completion completion) {
+    completion_ = std::move(completion);
+    if (!window_) {
+        const std::weak_ptr<SyncConflictCoordinator*> weak = self_;
+        window_ = presenter_.make(
+            [weak](bool preferLocal) {
+                if (const auto self = weak.lock()) {
+                    (*self)->choose(preferLocal);
+                }
+            },
+            [weak] {
+                if (const auto self = weak.lock()) {
+                    (*self)->dismiss();
+                }
+            });
+    }
+    window_->show(summary);
+}
+
+void SyncConflictCoordinator::choose(bool preferLocal) {
+    // Both out of the fields first: the completion may present the next conflict.
+    const Completion completion = std::exchange(completion_, nullptr);
+    window_.reset();
+    if (completion) {
+        completion(preferLocal);
+    }
+}
+
+void SyncConflictCoordinator::dismiss() {
+    completion_ = nullptr;
+    window_.reset();
+}
+
+}  // namespace lumatile
