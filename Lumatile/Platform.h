@@ -5,16 +5,19 @@
 namespace lumatile {
 
 class AccessibilityPlatform;
+class DesktopTiling;
 class DimOverlays;
 class DragSnapHighlighting;
 class HotKeyPlatform;
 class InputState;
 class MouseTapPlatform;
+class OnboardingPresenter;
 class Preferences;
 class RunLoop;
 class ScreenList;
 class SettingsPresenter;
 class StatusItem;
+class SyncConflictPresenter;
 class SystemLog;
 class Workspace;
 
@@ -32,6 +35,9 @@ struct Platform {
     MouseTapPlatform& mouseTaps;
     StatusItem& statusItem;
     SettingsPresenter& settings;
+    OnboardingPresenter& onboarding;
+    SyncConflictPresenter& syncConflict;
+    DesktopTiling& tiling;
     std::weak_ptr<DragSnapHighlighting> highlight;
 };
 

@@ -20,6 +20,8 @@
 #include "Lumatile/MainTexts.h"
 #include "Lumatile/PackageUpdateController.h"
 #include "Lumatile/Updater.h"
+#include "Lumatile/conflict/SyncConflictWindow.h"
+#include "Lumatile/onboarding/OnboardingWindowController.h"
 #include "Lumatile/settings/AboutPanel.h"
 #include "Lumatile/settings/NoticeWindow.h"
 #include "Lumatile/settings/SettingsWindowController.h"
@@ -58,6 +60,10 @@
 namespace {
 
 constexpr int exitFailure = 1;
+
+// Seconds. At login the window manager may come a moment later than this program, and then nobody
+// is to be bothered with its absence.
+constexpr double onboardingPatience = 3;
 
 bool isWaylandSession() {
     const char* display = std::getenv("WAYLAND_DISPLAY");
@@ -145,6 +151,9 @@ int main(int argc, char** argv) {
     X11ScreenList screenList(*connection, monitors);
     X11WindowMirror mirror(*connection);
     X11AccessibilityPlatform accessibility(*connection, monitors, mirror);
+    if (isWaylandSession()) {
+        accessibility.noteGuestServer();
+    }
     X11Workspace workspace(mirror);
     X11HotKeyPlatform hotKeys(*connection);
     QSettingsPreferences preferences(log);
@@ -160,11 +169,13 @@ int main(int argc, char** argv) {
     }
 
     AppFonts::registerFonts();
-    mirror.refresh();
     const std::string session = environment("XDG_CURRENT_DESKTOP");
-    const HostDesktop host =
-        HostDesktop::find(session, windowManagerName(*connection, mirror.windowManager()));
-    const Vocabulary vocabulary = Vocabulary::of(host);
+    const auto findHost = [&] {
+        mirror.refresh();
+        return HostDesktop::find(session, windowManagerName(*connection, mirror.windowManager()));
+    };
+    const HostDesktop host = findHost();
+    Vocabulary vocabulary = Vocabulary::of(host);
     const SettingsSaying say = [&vocabulary](std::string_view text) {
         return QString::fromStdString(vocabulary.apply(text));
     };
@@ -210,12 +221,28 @@ int main(int argc, char** argv) {
                                 },
                                 terminate};
     });
+    OnboardingWindowMaker onboarding({runLoop, say, onboardingPatience});
+    SyncConflictWindowMaker syncConflict(runLoop, say);
     AppDelegate delegate({accessibility, screenList, hotKeys, workspace, runLoop, preferences, log,
-                          inputState, dimOverlays, mouseTaps, statusItem, settings, highlight});
+                          inputState, dimOverlays, mouseTaps, statusItem, settings, onboarding,
+                          syncConflict, tiling, highlight});
     conductor = delegate.app().weak_from_this();
     delegate.app().menuTargets = {[&about] { about.show(); },
                                   [&updater] { updater.checkForUpdates(); }, terminate};
-    startedAgain = [&delegate] { delegate.app().openSettings(); };
+    startedAgain = [&delegate] { delegate.applicationShouldHandleReopen(); };
+    delegate.onStarted = [&] {
+        // A window manager that was not there before may be what names the desktop.
+        const HostDesktop present = findHost();
+        vocabulary = Vocabulary::of(present);
+        tiling.setHost(present);
+        std::vector<std::string> refused;
+        for (const auto& [keyCode, modifiers] : hotKeys.refusedRegistrations()) {
+            refused.push_back(x11ShortcutText(keyCode, modifiers));
+        }
+        if (!refused.empty()) {
+            log.write(MainTexts::program, MainTexts::refusedShortcuts(refused));
+        }
+    };
     ApplicationControl control(conductor, runLoop);
     const ControlObject controlObject(BusConnection::sessionAddress(),
                                       display == nullptr ? "" : display, control);
@@ -250,13 +277,6 @@ int main(int argc, char** argv) {
     const ServiceNotifier notifier;
     runLoop.post([&] {
         delegate.applicationDidFinishLaunching();
-        std::vector<std::string> refused;
-        for (const auto& [keyCode, modifiers] : hotKeys.refusedRegistrations()) {
-            refused.push_back(x11ShortcutText(keyCode, modifiers));
-        }
-        if (!refused.empty()) {
-            log.write(MainTexts::program, MainTexts::refusedShortcuts(refused));
-        }
         // From now on it looks by itself, as far as it is to.
         updater.controller();
         notifier.ready();

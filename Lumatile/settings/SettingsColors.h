@@ -13,6 +13,7 @@ struct SettingsColors {
     static QColor opaque(const PaletteColor& color) { return {color.red, color.green, color.blue}; }
 
     static QColor accent() { return opaque(Palette::accent); }
+    static QColor accentHover() { return {255, 122, 74}; }
     static QColor label() { return opaque(Palette::lightTint); }
     static QColor secondaryLabel() { return {166, 160, 150}; }
     static QColor disabledLabel() { return {110, 105, 98}; }

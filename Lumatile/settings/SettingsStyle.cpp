@@ -53,6 +53,13 @@ QPushButton:focus, QToolButton:focus, QComboBox:focus, QLineEdit:focus {
     border: 1px solid <accent>; }
 QPushButton:disabled, QToolButton:disabled { color: <disabledLabel>; background: <card>; }
 QPushButton[tone="destructive"] { color: <accent>; }
+QPushButton[tone="primary"] {
+    background: <accent>; color: <window>; border: 2px solid <accent>; padding: <s6> <s10>; }
+QPushButton[tone="primary"]:hover { background: <accentHover>; border-color: <accentHover>; }
+QPushButton[tone="primary"]:pressed { background: <frame>; border-color: <frame>; }
+QPushButton[tone="primary"]:focus { border: 2px solid <label>; }
+QLabel#badge {
+    background: <accent>; color: <window>; border-radius: 6px; padding: 1px <s6>; }
 QLineEdit { selection-background-color: <accent>; selection-color: <window>; }
 QComboBox::drop-down { border: none; width: <s20>; }
 QComboBox::down-arrow { image: none; }
@@ -122,6 +129,8 @@ QString styleSheet() {
         {"controlHover", SettingsColors::controlHover()},
         {"separator", SettingsColors::separator()},
         {"accent", SettingsColors::accent()},
+        {"accentHover", SettingsColors::accentHover()},
+        {"frame", SettingsColors::frameCell()},
         {"label", SettingsColors::label()},
         {"secondaryLabel", SettingsColors::secondaryLabel()},
         {"disabledLabel", SettingsColors::disabledLabel()},

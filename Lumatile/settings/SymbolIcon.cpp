@@ -156,22 +156,79 @@ void chevron(QPainter& painter, const QColor& color) {
     painter.drawPolyline(std::array{QPointF(5, 8), QPointF(10, 13), QPointF(15, 8)}.data(), 3);
 }
 
+void keyboard(QPainter& painter, const QColor& color) {
+    stroke(painter, color);
+    painter.drawRoundedRect(QRectF(1.75, 4.75, 16.5, 10.5), 2, 2);
+    fill(painter, color);
+    for (int row = 0; row < 2; ++row) {
+        for (int column = 0; column < 5; ++column) {
+            painter.drawRoundedRect(QRectF(4.1 + column * 2.55, 7.1 + row * 2.4, 1.5, 1.4), 0.4,
+                                    0.4);
+        }
+    }
+    painter.drawRoundedRect(QRectF(6.6, 11.9, 6.7, 1.4), 0.4, 0.4);
+}
+
+void outwardArrows(QPainter& painter, const QColor& color) {
+    stroke(painter, color);
+    painter.drawLine(QPointF(8.25, 8.25), QPointF(3.25, 3.25));
+    painter.drawPolyline(
+        std::array{QPointF(3.25, 7.75), QPointF(3.25, 3.25), QPointF(7.75, 3.25)}.data(), 3);
+    painter.drawLine(QPointF(11.75, 11.75), QPointF(16.75, 16.75));
+    painter.drawPolyline(
+        std::array{QPointF(16.75, 12.25), QPointF(16.75, 16.75), QPointF(12.25, 16.75)}.data(), 3);
+}
+
+void cloudWithArrows(QPainter& painter, const QColor& color) {
+    stroke(painter, color);
+    QPainterPath cloud;
+    cloud.moveTo(5.25, 16.25);
+    cloud.cubicTo(0.75, 16.25, 0.5, 10.25, 4.5, 9.75);
+    cloud.cubicTo(4.25, 3.25, 12.75, 2, 14, 7.25);
+    cloud.cubicTo(20.25, 7, 20.25, 16.25, 14.75, 16.25);
+    cloud.closeSubpath();
+    painter.drawPath(cloud);
+    // Half a turn each, with a head where it ends.
+    const QPointF middle(9.9, 11.5);
+    constexpr double radius = 2.6;
+    const QRectF circle(middle.x() - radius, middle.y() - radius, 2 * radius, 2 * radius);
+    constexpr int unitsPerDegree = 16;
+    stroke(painter, color, 1.1);
+    painter.drawArc(circle, 20 * unitsPerDegree, 130 * unitsPerDegree);
+    painter.drawArc(circle, 200 * unitsPerDegree, 130 * unitsPerDegree);
+    fill(painter, color);
+    for (const double turned : {0.0, 180.0}) {
+        painter.save();
+        painter.translate(middle);
+        painter.rotate(turned);
+        painter.drawPolygon(
+            std::array{QPointF(radius - 1.5, -0.9), QPointF(radius + 1.4, -0.9), QPointF(radius, 1)}
+                .data(),
+            3);
+        painter.restore();
+    }
+}
+
 struct Drawing {
     std::string_view name;
     Draw draw;
 };
 
-constexpr std::array<Drawing, 11> drawings{{{"gearshape", gear},
-                                            {"rectangle.split.2x2", splitRectangle},
-                                            {"display", display},
-                                            {"info.circle", info},
-                                            {"plus", plus},
-                                            {"minus", minus},
-                                            {"exclamationmark.triangle", warning},
-                                            {"exclamationmark.triangle.fill", filledWarning},
-                                            {"checkmark.circle.fill", filledCheckmark},
-                                            {"chevron.down", chevron},
-                                            {"sparkles.rectangle.stack", sparkles}}};
+constexpr std::array<Drawing, 14> drawings{
+    {{"gearshape", gear},
+     {"rectangle.split.2x2", splitRectangle},
+     {"display", display},
+     {"info.circle", info},
+     {"plus", plus},
+     {"minus", minus},
+     {"exclamationmark.triangle", warning},
+     {"exclamationmark.triangle.fill", filledWarning},
+     {"checkmark.circle.fill", filledCheckmark},
+     {"chevron.down", chevron},
+     {"sparkles.rectangle.stack", sparkles},
+     {"keyboard", keyboard},
+     {"arrow.up.left.and.arrow.down.right", outwardArrows},
+     {"arrow.triangle.2.circlepath.icloud", cloudWithArrows}}};
 
 Draw drawingOf(std::string_view name) {
     const auto* const found =

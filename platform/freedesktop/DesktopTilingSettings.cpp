@@ -42,6 +42,14 @@ DesktopTilingSettings::DesktopTilingSettings(HostDesktop host, XdgFolders folder
                                              BusConnection& session)
     : host_(host), folders_(std::move(folders)), session_(session) {}
 
+void DesktopTilingSettings::setHost(HostDesktop host) {
+    if (host != host_) {
+        host_ = host;
+        setting_.reset();
+        isMade_ = false;
+    }
+}
+
 std::unique_ptr<TilingSetting> DesktopTilingSettings::makeSetting() const {
     switch (host_.kind) {
         case DesktopKind::plasma:

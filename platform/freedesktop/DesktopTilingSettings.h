@@ -19,6 +19,9 @@ public:
     /// @param session the user's bus; outlives this
     DesktopTilingSettings(HostDesktop host, XdgFolders folders, BusConnection& session);
 
+    /// Takes note that the program runs on another desktop than was known so far.
+    void setHost(HostDesktop host);
+
     int majorVersion() override;
     std::optional<bool> lookup(std::string_view key) override;
     bool canOpenSettings() override;

@@ -17,8 +17,9 @@ SimulatedDesktop::SimulatedDesktop()
       workspace(programs) {}
 
 Platform SimulatedDesktop::platform() {
-    return {accessibility, screens,     hotKeys, workspace,  runLoop,        preferences, log,
-            input,         dimOverlays, mouse,   statusItem, settingsWindow, highlight};
+    return {accessibility, screens,        hotKeys,     workspace, runLoop,    preferences,
+            log,           input,          dimOverlays, mouse,     statusItem, settingsWindow,
+            onboarding,    conflictPrompt, tiling,      highlight};
 }
 
 WindowID SimulatedDesktop::open(ApplicationID application, SimulatedWindowTraits traits) {

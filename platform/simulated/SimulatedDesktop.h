@@ -8,12 +8,15 @@
 #include "Lumatile/Platform.h"
 #include "platform/simulated/SimulatedAccessibility.h"
 #include "platform/simulated/SimulatedClock.h"
+#include "platform/simulated/SimulatedConflictPrompt.h"
+#include "platform/simulated/SimulatedDesktopTiling.h"
 #include "platform/simulated/SimulatedDimOverlays.h"
 #include "platform/simulated/SimulatedHighlight.h"
 #include "platform/simulated/SimulatedHotKeys.h"
 #include "platform/simulated/SimulatedInput.h"
 #include "platform/simulated/SimulatedLog.h"
 #include "platform/simulated/SimulatedMouse.h"
+#include "platform/simulated/SimulatedOnboarding.h"
 #include "platform/simulated/SimulatedPreferences.h"
 #include "platform/simulated/SimulatedPrograms.h"
 #include "platform/simulated/SimulatedRunLoop.h"
@@ -89,6 +92,9 @@ public:
     SimulatedHotKeys hotKeys;
     SimulatedStatusItem statusItem;
     SimulatedSettings settingsWindow;
+    SimulatedOnboarding onboarding;
+    SimulatedConflictPrompt conflictPrompt;
+    SimulatedDesktopTiling tiling;
     SimulatedScreens screens;
     SimulatedDimOverlays dimOverlays;
     SimulatedPrograms programs;

@@ -45,6 +45,9 @@ ShiftingDesktop::ShiftingDesktop(WindowManager::Kind windowManager, std::string_
                                                                  mouseTaps_,
                                                                  statusItem_,
                                                                  settings_,
+                                                                 onboarding_,
+                                                                 conflictPrompt_,
+                                                                 tiling_,
                                                                  {}});
     conductor_->setAccessibilityGranted();
     conductor_->startFeatures();

@@ -10,10 +10,13 @@
 #include "Lumatile/Platform.h"
 #include "oled_protection/Offset.h"
 #include "platform/simulated/SimulatedClock.h"
+#include "platform/simulated/SimulatedConflictPrompt.h"
+#include "platform/simulated/SimulatedDesktopTiling.h"
 #include "platform/simulated/SimulatedDimOverlays.h"
 #include "platform/simulated/SimulatedHotKeys.h"
 #include "platform/simulated/SimulatedInput.h"
 #include "platform/simulated/SimulatedLog.h"
+#include "platform/simulated/SimulatedOnboarding.h"
 #include "platform/simulated/SimulatedPreferences.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedScreens.h"
@@ -125,6 +128,9 @@ private:
     SimulatedInput input_;
     SimulatedStatusItem statusItem_{runLoop_};
     SimulatedSettings settings_;
+    SimulatedOnboarding onboarding_;
+    SimulatedConflictPrompt conflictPrompt_;
+    SimulatedDesktopTiling tiling_;
     SimulatedScreens noScreens_;
     SimulatedDimOverlays dimOverlays_;
     X11MouseTapPlatform mouseTaps_;

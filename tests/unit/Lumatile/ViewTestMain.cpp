@@ -22,7 +22,10 @@ void dropPlatformNotes(QtMsgType type, const QMessageLogContext& /*context*/,
 
 // The application object has to be there before any view, and is there once.
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Also where another screen is asked for than the platform has by itself.
+    if (!qgetenv("QT_QPA_PLATFORM").startsWith("offscreen")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
     qInstallMessageHandler(dropPlatformNotes);
     const QApplication application(argc, argv);
     testing::InitGoogleTest(&argc, argv);
