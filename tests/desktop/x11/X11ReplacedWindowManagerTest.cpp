@@ -61,6 +61,8 @@ TEST_P(X11ReplacedWindowManager, withoutOneNothingIsTrustedAndWritesFailQuickly)
     X11Adapter adapter(desktop.display());
     EXPECT_FALSE(adapter.platform.isTrusted(false));
     EXPECT_FALSE(adapter.platform.isTrusted(true));
+    EXPECT_EQ(adapter.platform.trustObstacle(), TrustObstacle::noWindowManager);
+    EXPECT_FALSE(adapter.platform.isPermissionPromptOnScreen());
     EXPECT_EQ(adapter.bridge.focusedWindow(), nullptr);
     EXPECT_TRUE(adapter.workspace.runningApplications().empty());
     desktop.startWindowManager(GetParam(), {});
@@ -110,6 +112,40 @@ TEST_P(X11ReplacedWindowManager, serverThatGoesAwayIsNoCrash) {
     EXPECT_FALSE(adapter.platform.isTrusted(false));
     EXPECT_FALSE(adapter.platform.write(target.element(), AXAttribute::size, Size{300, 300}));
     EXPECT_EQ(adapter.platform.elementAtPoint({10, 10}), std::nullopt);
+}
+
+TEST(X11Trust, onlyAWindowManagerThatPlacesWindowsCounts) {
+    TestDesktop desktop(MonitorLayout::landscape());
+    X11Adapter adapter(desktop.display());
+    EXPECT_EQ(adapter.platform.trustObstacle(), TrustObstacle::noWindowManager);
+    XClient manager(desktop.display());
+    const xcb_window_t check = xcb_generate_id(manager.connection());
+    xcb_create_window(manager.connection(), XCB_COPY_FROM_PARENT, check, manager.root(), -1, -1, 1,
+                      1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    manager.setCardinals(check, "_NET_SUPPORTING_WM_CHECK", XCB_ATOM_WINDOW, {check});
+    manager.setCardinals(manager.root(), "_NET_SUPPORTING_WM_CHECK", XCB_ATOM_WINDOW, {check});
+    manager.roundTrip();
+    const auto isTrusted = [&] {
+        adapter.connection->synchronize();
+        return adapter.platform.isTrusted(false);
+    };
+    EXPECT_FALSE(isTrusted()) << "it says nothing about what it supports";
+    EXPECT_EQ(adapter.platform.trustObstacle(), TrustObstacle::windowManagerRefuses);
+    manager.setCardinals(manager.root(), "_NET_SUPPORTED", XCB_ATOM_ATOM,
+                         {manager.atom("_NET_ACTIVE_WINDOW"), manager.atom("_NET_WM_STATE")});
+    manager.roundTrip();
+    EXPECT_FALSE(isTrusted());
+    manager.setCardinals(
+        manager.root(), "_NET_SUPPORTED", XCB_ATOM_ATOM,
+        {manager.atom("_NET_ACTIVE_WINDOW"), manager.atom("_NET_MOVERESIZE_WINDOW")});
+    manager.roundTrip();
+    EXPECT_TRUE(isTrusted());
+    xcb_destroy_window(manager.connection(), check);
+    manager.roundTrip();
+    EXPECT_FALSE(isTrusted()) << "what a dead one left behind does not count";
+    EXPECT_EQ(adapter.platform.trustObstacle(), TrustObstacle::noWindowManager);
+    adapter.platform.noteGuestServer();
+    EXPECT_EQ(adapter.platform.trustObstacle(), TrustObstacle::otherDisplaySystem);
 }
 
 INSTANTIATE_TEST_SUITE_P(Every, X11ReplacedWindowManager, testing::ValuesIn(WindowManager::kinds),
