@@ -50,12 +50,12 @@ class Draft {
 public:
     explicit Draft(const QString& path)
         : path_(path + QLatin1Char('.') + QString::number(++count_) + QLatin1String(".new")) {
-        QFile::remove(path_);
+        remove();
     }
     Draft(const Draft&) = delete;
     Draft& operator=(const Draft&) = delete;
     ~Draft() {
-        QFile::remove(path_);
+        remove();
         // The toolkit forgets the values when it looks for the file again.
         const QSettings forgotten(path_, QSettings::NativeFormat);
     }
@@ -67,6 +67,13 @@ public:
     }
 
 private:
+    /// A process that was killed may have left a draft of this name, and a lock of it for which the
+    /// toolkit would wait.
+    void remove() const {
+        QFile::remove(path_);
+        QFile::remove(path_ + QLatin1String(".lock"));
+    }
+
     inline static quint64 count_ = 0;
     QString path_;
 };
@@ -124,6 +131,16 @@ void makeNewer(const QString& path, const QString& than) {
     if (former.isValid() && QFileInfo(path).lastModified() <= former &&
         file.open(QIODevice::ReadWrite)) {
         file.setFileTime(former.addMSecs(1), QFileDevice::FileModificationTime);
+    }
+}
+
+/// A process that was killed after it had made the lock and before it had written its name into it
+/// leaves an empty one, of which nobody knows whose it is; the toolkit waits half a minute for it.
+void removeNamelessLock(const QString& path) {
+    const QFileInfo lock(path);
+    if (lock.exists() && lock.size() == 0 &&
+        lock.lastModified().msecsTo(QDateTime::currentDateTime()) >= lockPatienceMilliseconds) {
+        QFile::remove(path);
     }
 }
 
@@ -246,9 +263,14 @@ std::optional<std::string> QSettingsPreferences::store() {
         return unwritable;
     }
     // The lock that every settings object of this file takes when it writes.
-    QLockFile lock(path_ + QStringLiteral(".lock"));
+    const QString lockPath = path_ + QStringLiteral(".lock");
+    removeNamelessLock(lockPath);
+    QLockFile lock(lockPath);
     if (!lock.tryLock(lockPatienceMilliseconds)) {
-        return unwritable;
+        removeNamelessLock(lockPath);
+        if (!lock.tryLock(0)) {
+            return unwritable;
+        }
     }
     if (!mayBeRead()) {
         return "holds what this program has not stored, and is left alone";

@@ -397,6 +397,16 @@ TEST_F(QSettingsPreferencesTest, aDiskThatIsFullAtAnyPlaceLosesNothing) {
     EXPECT_EQ(onDisk().bytes("oledSettings"), "{}");
 }
 
+// Left by a process that was killed at the wrong moment; with a name in it, it would be told to be
+// of a process that is gone.
+TEST_F(QSettingsPreferencesTest, aLockWithoutANameHoldsUpOneSaveForAMomentAndNoneForLong) {
+    write(file_.string() + ".lock", "");
+    preferences_.setBytes("commands", "[1]");
+    EXPECT_THAT(log_.lines, IsEmpty());
+    EXPECT_EQ(onDisk().bytes("commands"), "[1]");
+    EXPECT_FALSE(fs::exists(file_.string() + ".lock"));
+}
+
 TEST_F(QSettingsPreferencesTest, whatTheDiskRefusedIsOverwrittenByALaterValue) {
     preferences_.setBytes("commands", "[1]");
     {
