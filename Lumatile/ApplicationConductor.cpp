@@ -82,6 +82,10 @@ void ApplicationConductor::performCommand(const SnapCommand& command) {
     snapExecution_.performCommand(command);
 }
 
+void ApplicationConductor::performCommandBehindUs(const SnapCommand& command) {
+    snapExecution_.performCommandBehindUs(command);
+}
+
 void ApplicationConductor::applyOLEDSettings() {
     protection_.apply(oledSettings_, exaggerated_);
     refreshStatusIcon();

@@ -77,6 +77,9 @@ public:
     /// Runs `command` on the front window, also while the features are stopped.
     void performCommand(const SnapCommand& command);
 
+    /// Runs `command`, chosen in a window of this program, on the window that was in front before.
+    void performCommandBehindUs(const SnapCommand& command);
+
     /// Hands the present settings to the services that run by them.
     void applyOLEDSettings();
 

@@ -19,8 +19,14 @@ namespace lumatile {
 
 SnapExecution::SnapExecution(Services services) : services_(std::move(services)) {}
 
-void SnapExecution::performCommand(const SnapCommand& command) {
-    const std::shared_ptr<WindowControlling> window = frontWindow();
+void SnapExecution::performCommand(const SnapCommand& command) { perform(command, frontWindow()); }
+
+void SnapExecution::performCommandBehindUs(const SnapCommand& command) {
+    perform(command, windowBehindUs());
+}
+
+void SnapExecution::perform(const SnapCommand& command,
+                            const std::shared_ptr<WindowControlling>& window) {
     if (!window || isBlacklisted(*window)) {
         return;
     }
@@ -58,6 +64,18 @@ std::shared_ptr<WindowControlling> SnapExecution::frontWindow() {
         }
     }
     return bridge.focusedWindow();
+}
+
+std::shared_ptr<WindowControlling> SnapExecution::windowBehindUs() {
+    Workspace& workspace = services_.platform.workspace;
+    const auto front = workspace.frontmostApplication();
+    // Its window may have come in front between the choice and now.
+    if (front && front->pid != workspace.ownPid()) {
+        return frontWindow();
+    }
+    const auto other = workspace.frontmostOtherApplication();
+    return other ? AXBridge(services_.platform.accessibility).windowOfApplication(other->pid)
+                 : nullptr;
 }
 
 bool SnapExecution::isBlacklisted(const WindowControlling& window) {

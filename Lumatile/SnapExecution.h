@@ -41,6 +41,11 @@ public:
     /// Runs `command` on the front window.
     void performCommand(const SnapCommand& command);
 
+    /// Runs `command`, chosen in a window of this program, on the window that the user worked in
+    /// before: the command is never meant for the window that it is chosen in. Nothing becomes
+    /// active or comes in front by it.
+    void performCommandBehindUs(const SnapCommand& command);
+
     /// The frame each window had just before the last command that was performed on it. Entries of
     /// closed windows stay: their keys never match another window.
     const FrameHistory& frameHistory() const { return frameHistory_; }
@@ -55,7 +60,9 @@ private:
         std::optional<Rect> home;  ///< The snap target before edge jitter; areas alone have one.
     };
 
+    void perform(const SnapCommand& command, const std::shared_ptr<WindowControlling>& window);
     std::shared_ptr<WindowControlling> frontWindow();
+    std::shared_ptr<WindowControlling> windowBehindUs();
     bool isBlacklisted(const WindowControlling& window);
     std::optional<Placement> placement(const SnapCommand& command, const WindowControlling& window,
                                        const Rect& visibleFrame);

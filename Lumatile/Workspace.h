@@ -26,6 +26,11 @@ public:
     /// not known.
     virtual std::optional<RunningApplication> frontmostApplication() = 0;
 
+    /// The application, this program left out, whose ordinary window lies on top of what can be
+    /// seen: where the user worked before a window of this program came in front. Absent when no
+    /// such window can be seen.
+    virtual std::optional<RunningApplication> frontmostOtherApplication() = 0;
+
     /// All applications whose process is known, each once.
     virtual std::vector<RunningApplication> runningApplications() = 0;
 

@@ -10,6 +10,22 @@ std::optional<RunningApplication> SimulatedWorkspace::frontmostApplication() {
     return application ? describe(*application) : std::nullopt;
 }
 
+std::optional<RunningApplication> SimulatedWorkspace::frontmostOtherApplication() {
+    const std::vector<WindowID>& stacking = programs_.stacking();
+    for (auto id = stacking.rbegin(); id != stacking.rend(); ++id) {
+        const SimulatedWindow* window = programs_.find(*id);
+        if (!window || !window->isStandard() || !programs_.canBeSeen(*window)) {
+            continue;
+        }
+        const SimulatedApplication* owner = programs_.find(window->application);
+        const auto described = owner ? describe(*owner) : std::nullopt;
+        if (described && described->pid != ownPid_) {
+            return described;
+        }
+    }
+    return std::nullopt;
+}
+
 std::vector<RunningApplication> SimulatedWorkspace::runningApplications() {
     std::vector<RunningApplication> result;
     for (const auto& [id, application] : programs_.applications()) {

@@ -17,6 +17,7 @@ public:
     explicit SimulatedWorkspace(const SimulatedPrograms& programs) : programs_(programs) {}
 
     std::optional<RunningApplication> frontmostApplication() override;
+    std::optional<RunningApplication> frontmostOtherApplication() override;
     std::vector<RunningApplication> runningApplications() override;
     Pid ownPid() override { return ownPid_; }
     bool open(std::string_view address) override;

@@ -184,9 +184,16 @@ std::optional<AXValue> X11AccessibilityPlatform::readApplication(const X11Elemen
         return AXValue(elementOf(*active));
     }
     if (attribute == AXAttribute::mainWindow && !focusOnFurniture) {
-        const auto main = std::find_if(windows.begin(), windows.end(), [this](X11Window* window) {
+        const auto isOpen = [this](X11Window* window) {
             return isOrdinary(*window) && !mirror_.isMinimized(*window);
+        };
+        // The stacking order goes through all virtual desktops; those that are not shown come last.
+        auto main = std::find_if(windows.begin(), windows.end(), [&](X11Window* window) {
+            return isOpen(window) && !mirror_.isElsewhere(*window);
         });
+        if (main == windows.end()) {
+            main = std::find_if(windows.begin(), windows.end(), isOpen);
+        }
         if (main != windows.end()) {
             return AXValue(elementOf(**main));
         }

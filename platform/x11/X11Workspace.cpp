@@ -11,10 +11,32 @@ namespace lumatile {
 std::optional<RunningApplication> X11Workspace::frontmostApplication() {
     const std::vector<RunningApplication> applications = runningApplications();
     const X11Window* active = mirror_.active();
-    const std::optional<Pid> owner = active != nullptr ? active->owner() : std::nullopt;
-    const auto found = std::find_if(
-        applications.begin(), applications.end(),
-        [&](const RunningApplication& application) { return owner == application.pid; });
+    return ownedBy(active != nullptr ? active->owner() : std::nullopt, applications);
+}
+
+std::optional<RunningApplication> X11Workspace::frontmostOtherApplication() {
+    const std::vector<RunningApplication> applications = runningApplications();
+    if (mirror_.isShowingDesktop()) {
+        return std::nullopt;
+    }
+    for (const xcb_window_t id : mirror_.stacking()) {
+        const X11Window* window = mirror_.find(id);
+        if (window == nullptr || window->facts.kind() != X11WindowKind::normal ||
+            mirror_.isMinimized(*window) || mirror_.isElsewhere(*window)) {
+            continue;
+        }
+        if (const std::optional<Pid> owner = window->owner(); owner && *owner != ownPid()) {
+            return ownedBy(owner, applications);
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<RunningApplication> X11Workspace::ownedBy(
+    const std::optional<Pid>& pid, const std::vector<RunningApplication>& applications) {
+    const auto found =
+        std::find_if(applications.begin(), applications.end(),
+                     [&](const RunningApplication& application) { return pid == application.pid; });
     return found != applications.end() ? std::optional(*found) : std::nullopt;
 }
 

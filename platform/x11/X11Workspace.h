@@ -17,6 +17,8 @@ public:
 
     std::optional<RunningApplication> frontmostApplication() override;
 
+    std::optional<RunningApplication> frontmostOtherApplication() override;
+
     /// In the order of their topmost windows.
     std::vector<RunningApplication> runningApplications() override;
 
@@ -27,6 +29,9 @@ public:
     bool open(std::string_view address) override;
 
 private:
+    static std::optional<RunningApplication> ownedBy(
+        const std::optional<Pid>& pid, const std::vector<RunningApplication>& applications);
+
     X11WindowMirror& mirror_;
 };
 

@@ -16,6 +16,9 @@ public:
     std::optional<RunningApplication> frontmostApplication() override {
         return workspace_.frontmostApplication();
     }
+    std::optional<RunningApplication> frontmostOtherApplication() override {
+        return workspace_.frontmostOtherApplication();
+    }
 
     std::vector<RunningApplication> runningApplications() override {
         return workspace_.runningApplications();

@@ -47,6 +47,23 @@ TEST_P(X11WorkspaceOn, frontmostApplicationOwnsTheActiveWindow) {
     EXPECT_EQ(adapter().workspace.runningApplications().size(), 2U);
 }
 
+TEST_P(X11WorkspaceOn, theFrontmostOtherApplicationIsTheOneBehindOurs) {
+    start();
+    EXPECT_EQ(adapter().workspace.frontmostOtherApplication(), std::nullopt);
+    auto program = desktop().openProgram({"xterm", "-class", "BehindTerm"}, "BehindTerm");
+    const auto window = open(Kind::decorated);
+    adapter().connection->synchronize();
+    ASSERT_EQ(adapter().workspace.frontmostApplication()->pid, getpid());
+    const auto other = adapter().workspace.frontmostOtherApplication();
+    ASSERT_TRUE(other);
+    EXPECT_EQ(other->pid, program.process.pid());
+    program.process.stop();
+    EXPECT_TRUE(XClient::waitUntil([&] {
+        adapter().connection->synchronize();
+        return !adapter().workspace.frontmostOtherApplication();
+    }));
+}
+
 TEST_P(X11WorkspaceOn, desktopFileNamesTheApplicationBeforeTheClassDoes) {
     start();
     const auto window = open(Kind::decorated);

@@ -153,6 +153,64 @@ TEST(SnapExecution, withoutAFocusedApplicationNothingHappens) {
     EXPECT_TRUE(desk.log.lines().empty());
 }
 
+/// A desktop on which a window of this program is in front of the editor's.
+struct DesktopBehindUs : DesktopWithConductor {
+    WindowID window = open(editor, before);
+    WindowID ours = openOurs();
+
+    WindowID openOurs() {
+        workspace.setOwnPid(300);
+        return open(launch({.pid = 300, .bundleIdentifier = "lumatile"}), Rect{400, 300, 920, 600});
+    }
+};
+
+TEST(SnapExecution, aCommandChosenInAWindowOfOursIsForTheOneBehindIt) {
+    DesktopBehindUs desk;
+    desk.conductor->performCommandBehindUs(desk.command("command.left"));
+    EXPECT_EQ(desk.frame(desk.window), leftHalf);
+    EXPECT_EQ(desk.frame(desk.ours), (Rect{400, 300, 920, 600}));
+    EXPECT_EQ(desk.programs.focusedWindow(), desk.ours) << "nothing else comes in front";
+    desk.conductor->performCommandBehindUs(desk.command("command.restore"));
+    EXPECT_EQ(desk.frame(desk.window), before);
+    // A hot key is for whatever is in front, and so is a command of the menu in the bar.
+    desk.run("command.left");
+    EXPECT_EQ(desk.frame(desk.ours), leftHalf);
+}
+
+TEST(SnapExecution, behindAWindowOfOursTheUppermostThatCanBeSeenCounts) {
+    DesktopBehindUs desk;
+    const ApplicationID browser = desk.launch({.pid = 200, .bundleIdentifier = "browser"});
+    const WindowID minimized = desk.open(browser, before);
+    const WindowID upper = desk.open(browser, before);
+    desk.programs.minimize(minimized);
+    desk.programs.focus(desk.ours);
+    desk.conductor->performCommandBehindUs(desk.command("command.left"));
+    EXPECT_EQ(desk.frame(upper), leftHalf);
+    EXPECT_EQ(desk.frame(minimized), before);
+    EXPECT_EQ(desk.frame(desk.window), before);
+    desk.programs.setHidden(browser, true);
+    desk.conductor->performCommandBehindUs(desk.command("command.left"));
+    EXPECT_EQ(desk.frame(desk.window), leftHalf);
+}
+
+TEST(SnapExecution, whereAnotherProgramIsInFrontMeanwhileItsWindowIsMeant) {
+    DesktopBehindUs desk;
+    desk.programs.focus(desk.window);
+    const ApplicationID browser = desk.launch({.pid = 200, .bundleIdentifier = "browser"});
+    const WindowID upper = desk.open(browser, before);
+    desk.conductor->performCommandBehindUs(desk.command("command.left"));
+    EXPECT_EQ(desk.frame(upper), leftHalf);
+    EXPECT_EQ(desk.frame(desk.window), before);
+}
+
+TEST(SnapExecution, withNothingBehindOurWindowNothingHappens) {
+    DesktopBehindUs desk;
+    desk.programs.close(desk.window);
+    desk.conductor->performCommandBehindUs(desk.command("command.left"));
+    EXPECT_EQ(desk.frame(desk.ours), (Rect{400, 300, 920, 600}));
+    EXPECT_EQ(desk.traffic.count(AccessKind::write), 0U);
+}
+
 TEST(SnapExecution, anApplicationOnTheBlacklistIsNeverMoved) {
     DesktopWithConductor desk;
     const ApplicationID settings =
