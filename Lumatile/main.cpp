@@ -197,9 +197,15 @@ int main(int argc, char** argv) {
         },
         [] {});
     X11KeyCodes keyCodes(*connection);
-    AboutPanel about(LUMATILE_VERSION, say);
     const std::function<void()> terminate = [] { QCoreApplication::exit(EXIT_SUCCESS); };
     std::weak_ptr<ApplicationConductor> conductor;
+    AboutPanel about(LUMATILE_VERSION, say,
+                     {[&conductor] {
+                          if (const auto alive = conductor.lock()) {
+                              alive->openSettings();
+                          }
+                      },
+                      terminate});
     SettingsWindowMaker settings([&] {
         return SettingsServices{keyCodes,
                                 preferences,
@@ -216,7 +222,7 @@ int main(int argc, char** argv) {
                                 },
                                 [&conductor](const SnapCommand& command) {
                                     if (const auto alive = conductor.lock()) {
-                                        alive->performCommand(command);
+                                        alive->performCommandBehindUs(command);
                                     }
                                 },
                                 terminate};

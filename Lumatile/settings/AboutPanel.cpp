@@ -1,7 +1,6 @@
 #include "Lumatile/settings/AboutPanel.h"
 
 #include <QAction>
-#include <QKeySequence>
 #include <QVBoxLayout>
 #include <QWidget>
 
@@ -13,8 +12,8 @@
 
 namespace lumatile {
 
-AboutPanel::AboutPanel(std::string version, SettingsSaying say)
-    : version_(std::move(version)), say_(std::move(say)) {}
+AboutPanel::AboutPanel(std::string version, SettingsSaying say, WindowKeys keys)
+    : version_(std::move(version)), say_(std::move(say)), keys_(std::move(keys)) {}
 
 AboutPanel::~AboutPanel() = default;
 
@@ -32,9 +31,10 @@ void AboutPanel::show() {
         layout->addWidget(new AboutSectionView(version_, say_));
         window_->resize(points * AppFonts::pixelsPerPoint());
         auto* close = new QAction(window_.get());
-        close->setShortcuts({QKeySequence(QKeySequence::Close), QKeySequence(Qt::Key_Escape)});
+        close->setShortcut(Qt::Key_Escape);
         QObject::connect(close, &QAction::triggered, window_.get(), &QWidget::close);
         window_->addAction(close);
+        keys_.addTo(*window_);
     }
     window_->show();
     window_->raise();

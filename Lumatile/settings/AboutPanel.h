@@ -4,6 +4,7 @@
 #include <string>
 
 #include "Lumatile/settings/SettingsSaying.h"
+#include "Lumatile/settings/WindowKeys.h"
 
 class QWidget;
 
@@ -13,7 +14,7 @@ namespace lumatile {
 class AboutPanel {
 public:
     /// @param version of this build
-    AboutPanel(std::string version, SettingsSaying say);
+    AboutPanel(std::string version, SettingsSaying say, WindowKeys keys);
     AboutPanel(const AboutPanel&) = delete;
     AboutPanel& operator=(const AboutPanel&) = delete;
     ~AboutPanel();
@@ -24,6 +25,7 @@ public:
 private:
     std::string version_;
     SettingsSaying say_;
+    WindowKeys keys_;
     std::unique_ptr<QWidget> window_;
 };
 

@@ -22,7 +22,7 @@ QPixmap drawn(int pixels) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(pixels / side, pixels / side);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(SettingsColors::window());
+    painter.setBrush(SettingsColors::card());
     painter.drawRoundedRect(QRectF(2, 2, 44, 44), 11, 11);
 
     // The screen, and in it the dim grid and the window on its place.

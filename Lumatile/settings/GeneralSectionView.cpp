@@ -6,7 +6,10 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <type_traits>
 #include <utility>
+#include <variant>
+#include <vector>
 
 #include "Lumatile/DragToSnap.h"
 #include "Lumatile/LaunchAtLogin.h"
@@ -17,12 +20,14 @@
 #include "Lumatile/settings/SymbolIcon.h"
 #include "Lumatile/settings/SystemTilingTip.h"
 #include "Lumatile/settings/ViewText.h"
+#include "menu_model/MenuBuilder.h"
 
 namespace lumatile {
 
 namespace {
 
 constexpr int spacing = 18;
+constexpr int buttonSpacing = 8;
 constexpr int chevronSide = 12;
 
 }  // namespace
@@ -45,6 +50,7 @@ GeneralSectionView::GeneralSectionView(SettingsServices services, QWidget* paren
     layout->addWidget(tiling);
 
     auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(buttonSpacing);
     auto* run = new QPushButton(say(SettingsTexts::runCommand));
     menu_ = new QMenu(run);
     run->setMenu(menu_);
@@ -93,9 +99,43 @@ void GeneralSectionView::refresh() {
 
 void GeneralSectionView::fillMenu() {
     menu_->clear();
+    // In the order and the groups of the status menu, but all of them: what is hidden there could
+    // otherwise be run by nothing but its shortcut.
+    std::vector<SnapCommand> commands = services_.menuCommands();
+    for (SnapCommand& command : commands) {
+        command.visibleInMenuBar = true;
+    }
+    const auto add = [this](const auto& entry) {
+        using Entry = std::decay_t<decltype(entry)>;
+        if constexpr (std::is_same_v<Entry, SnapCommand>) {
+            menu_->addAction(withoutMnemonic(QString::fromStdString(entry.displayName())), this,
+                             [this, id = entry.id] { run(id); });
+        } else if constexpr (std::is_same_v<Entry, MenuHeader>) {
+            menu_->addAction(withoutMnemonic(QString::fromStdString(entry.title)))
+                ->setEnabled(false);
+        } else if constexpr (std::is_same_v<Entry, MenuSeparator>) {
+            menu_->addSeparator();
+        }
+    };
+    for (const MenuEntry& entry : MenuBuilder::build(commands, Axis::horizontal)) {
+        // The program's own actions are buttons here.
+        if (std::holds_alternative<ActionID>(entry)) {
+            break;
+        }
+        std::visit(add, entry);
+    }
+    // The line between the commands and those.
+    if (!menu_->isEmpty()) {
+        menu_->removeAction(menu_->actions().last());
+    }
+}
+
+void GeneralSectionView::run(const UUID& id) {
     for (const SnapCommand& command : services_.menuCommands()) {
-        menu_->addAction(withoutMnemonic(QString::fromStdString(command.displayName())), this,
-                         [this, command] { services_.run(command); });
+        if (command.id == id) {
+            services_.run(command);
+            return;
+        }
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include "Lumatile/Preferences.h"
 #include "Lumatile/settings/SettingsServices.h"
+#include "commands/UUID.h"
 
 class QMenu;
 
@@ -28,6 +29,7 @@ protected:
 private:
     void refresh();
     void fillMenu();
+    void run(const UUID& id);
 
     SettingsServices services_;
     ToggleSwitch* login_;

@@ -18,6 +18,7 @@ namespace {
 constexpr int leastDrag = 4;
 
 constexpr double focusRadius = 8;
+constexpr int roomForFocus = 4;
 
 QColor colorOf(GridCellFill fill) {
     switch (fill) {
@@ -57,9 +58,22 @@ void GridEditorView::setCommand(const std::optional<SnapCommand>& command) {
         pressedAt_.reset();
     }
     command_ = command;
+    limitHeight();
     setAccessibleName(command_ ? QString::fromStdString(GridEditorLayout::label(*command_))
                                : QString());
     update();
+}
+
+void GridEditorView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    limitHeight();
+}
+
+void GridEditorView::limitHeight() {
+    const GridSize grid = GridSize::of(command_ ? command_->axis : Axis::horizontal);
+    const auto pitch = width() / static_cast<int>(grid.cols);
+    setMaximumHeight(std::max(minimumSizeHint().height(),
+                              pitch * static_cast<int>(grid.rows) + 2 * roomForFocus));
 }
 
 GridEditorLayout GridEditorView::layoutNow() const {
@@ -77,6 +91,9 @@ void GridEditorView::paintEvent(QPaintEvent* /*event*/) {
     const GridEditorLayout layout = layoutNow();
     const std::optional<CellRect> area = GridEditorLayout::shownArea(*command_);
     const double radius = layout.cornerRadius();
+    if (layout.pitch <= layout.gap()) {
+        return;  // The toolkit would turn cells of a negative size over and draw them.
+    }
     for (std::int64_t row = 0; row < layout.grid.rows; ++row) {
         for (std::int64_t col = 0; col < layout.grid.cols; ++col) {
             const Rect cell = layout.cell({col, row});

@@ -38,11 +38,14 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
     GridEditorLayout layoutNow() const;
+    /// No taller than the cells get at this width, so that what stands below stays near them.
+    void limitHeight();
     void moveByKey(std::int64_t columns, std::int64_t rows, bool resizes);
 
     std::optional<SnapCommand> command_;

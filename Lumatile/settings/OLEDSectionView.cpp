@@ -23,10 +23,10 @@ constexpr int secondsPerMinute = 60;
 constexpr int leastMinutes = 1;
 constexpr int mostMinutes = 30;
 
-// The strength goes in steps of five per cent, from ten to eighty.
+// Of the strength, in per cent.
 constexpr int percentPerStep = 5;
-constexpr int leastStrength = 2;
-constexpr int mostStrength = 16;
+constexpr int leastStrength = 10;
+constexpr int mostStrength = 80;
 constexpr double hundred = 100;
 
 constexpr int cardSpacing = 18;
@@ -113,7 +113,7 @@ QWidget* OLEDSectionView::makeDimming(const SettingsSaying& say) {
     after_ = card->addSlider(say(SettingsTexts::after), leastMinutes, mostMinutes,
                              said(SettingsTexts::minutes(mostMinutes)));
     strength_ = card->addSlider(say(SettingsTexts::strength), leastStrength, mostStrength,
-                                said(SettingsTexts::percent(mostStrength * percentPerStep)));
+                                said(SettingsTexts::percent(mostStrength)), percentPerStep);
     card->addNote(say(SettingsTexts::dimNote));
 
     connect(dims_, &QCheckBox::toggled, this,
@@ -121,10 +121,10 @@ QWidget* OLEDSectionView::makeDimming(const SettingsSaying& say) {
     connect(after_.slider, &QSlider::valueChanged, this, [this](int minutes) {
         edit([minutes](OLEDSettings& oled) { oled.idleThreshold = minutes * secondsPerMinute; });
     });
-    connect(strength_.slider, &QSlider::valueChanged, this, [this](int steps) {
-        edit([steps](OLEDSettings& oled) {
-            oled.idleDimStrength = steps * percentPerStep / hundred;
-        });
+    connect(strength_.slider, &QSlider::valueChanged, this, [this] {
+        // What is told may lie between two steps; the slider itself does not.
+        const int percent = strength_.slider->value();
+        edit([percent](OLEDSettings& oled) { oled.idleDimStrength = percent / hundred; });
     });
     return card;
 }
@@ -160,8 +160,7 @@ void OLEDSectionView::refresh() {
     const int minutes = rounded(oled.idleThreshold / secondsPerMinute);
     after_.showState(minutes, said(SettingsTexts::minutes(minutes)));
     const int percent = rounded(oled.idleDimStrength * hundred);
-    strength_.showState(rounded(oled.idleDimStrength * hundred / percentPerStep),
-                        said(SettingsTexts::percent(percent)));
+    strength_.showState(percent, said(SettingsTexts::percent(percent)));
     after_.setEnabled(oled.idleDimEnabled);
     strength_.setEnabled(oled.idleDimEnabled);
 }

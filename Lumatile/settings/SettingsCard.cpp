@@ -19,6 +19,24 @@ constexpr int rowMargin = 10;
 constexpr int sideMargin = 14;
 constexpr int sliderWidth = 200;
 
+/// A slider that only stops at its steps, counted from its least value.
+class StepSlider final : public QSlider {
+public:
+    StepSlider() : QSlider(Qt::Horizontal) {}
+
+protected:
+    void sliderChange(SliderChange change) override {
+        const int step = singleStep();
+        const int off = (value() - minimum()) % step;
+        if (change == SliderValueChange && off != 0 && !signalsBlocked()) {
+            // Quietly: who listens is told of the value that stays.
+            const QSignalBlocker quiet(this);
+            setValue(value() - off + (2 * off < step ? 0 : step));
+        }
+        QSlider::sliderChange(change);
+    }
+};
+
 }  // namespace
 
 SettingsCard::SettingsCard(const QString& title, QWidget* parent) : QWidget(parent) {
@@ -82,11 +100,11 @@ ToggleSwitch* SettingsCard::addToggle(const QString& text) {
 }
 
 SettingsCard::Slider SettingsCard::addSlider(const QString& text, int least, int most,
-                                             const QString& widest) {
-    auto* slider = new QSlider(Qt::Horizontal);
+                                             const QString& widest, int step) {
+    auto* slider = new StepSlider;
     slider->setRange(least, most);
-    slider->setSingleStep(1);
-    slider->setPageStep(1);
+    slider->setSingleStep(step);
+    slider->setPageStep(step);
     slider->setMinimumWidth(sliderWidth);
     slider->setAccessibleName(text);
     auto* value = new QLabel;

@@ -32,7 +32,8 @@ public:
         void setEnabled(bool enabled) const;
     };
     /// @param widest the longest text that the value shows
-    Slider addSlider(const QString& text, int least, int most, const QString& widest);
+    /// @param step between two values that the user can choose
+    Slider addSlider(const QString& text, int least, int most, const QString& widest, int step = 1);
 
     /// Small print over the whole width.
     QLabel* addNote(const QString& text);

@@ -13,6 +13,7 @@
 #include "Lumatile/SettingsTexts.h"
 #include "Lumatile/settings/AboutSectionView.h"
 #include "Lumatile/settings/GeneralSectionView.h"
+#include "Lumatile/settings/Mnemonics.h"
 #include "Lumatile/settings/OLEDPage.h"
 #include "Lumatile/settings/SettingsColors.h"
 #include "Lumatile/settings/SnapAreasView.h"
@@ -46,6 +47,10 @@ SettingsRootView::SettingsRootView(std::shared_ptr<SettingsViewModel> model,
       services_(std::move(services)),
       sidebar_(new QListWidget),
       pages_(new QStackedWidget) {
+    // A click beside the controls leaves the one that has the keyboard: a name is taken over, a
+    // recorder stops listening.
+    setFocusPolicy(Qt::ClickFocus);
+    setAccessibleName(viewText(SettingsTexts::windowTitle));
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -57,7 +62,8 @@ SettingsRootView::SettingsRootView(std::shared_ptr<SettingsViewModel> model,
     sidebar_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     sidebar_->setFixedWidth(static_cast<int>(sidebarPoints * AppFonts::pixelsPerPoint()));
     for (const SettingsSection section : settingsSections) {
-        new QListWidgetItem(SymbolIcon::of(symbol(section), SettingsColors::label()),
+        new QListWidgetItem(SymbolIcon::of(symbol(section), SettingsColors::secondaryLabel(),
+                                           SettingsColors::label()),
                             viewText(title(section)), sidebar_);
     }
     layout->addWidget(sidebar_);
@@ -95,6 +101,7 @@ QWidget* SettingsRootView::makePage(SettingsSection section) {
         layout->addWidget(heading);
     }
     layout->addWidget(makeContent(section), 1);
+    Mnemonics::assign(*page);
     // A page that is made while the window is on screen does not take its font over by itself.
     page->setFont(AppFonts::text(bodyPoints));
     if (!scrolls(section)) {

@@ -3,8 +3,6 @@
 #include <QApplication>
 #include <QPalette>
 #include <QString>
-#include <QStyle>
-#include <QStyleFactory>
 #include <QWidget>
 
 #include <cmath>
@@ -12,6 +10,7 @@
 #include <vector>
 
 #include "Lumatile/AppFonts.h"
+#include "Lumatile/settings/MnemonicLines.h"
 #include "Lumatile/settings/SettingsColors.h"
 
 namespace lumatile {
@@ -151,6 +150,7 @@ QString styleSheet() {
 }  // namespace
 
 void SettingsStyle::apply(QWidget& window) {
+    MnemonicLines::showIn(window);
     window.setPalette(darkPalette());
     window.setFont(AppFonts::text(bodyPoints));
     window.setStyleSheet(styleSheet());

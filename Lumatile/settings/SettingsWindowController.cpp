@@ -1,8 +1,6 @@
 #include "Lumatile/settings/SettingsWindowController.h"
 
-#include <QAction>
 #include <QGuiApplication>
-#include <QKeySequence>
 #include <QScreen>
 #include <QVBoxLayout>
 #include <QWidget>
@@ -14,6 +12,7 @@
 #include "Lumatile/settings/SettingsRootView.h"
 #include "Lumatile/settings/SettingsStyle.h"
 #include "Lumatile/settings/ViewText.h"
+#include "Lumatile/settings/WindowKeys.h"
 
 namespace lumatile {
 
@@ -34,6 +33,7 @@ SettingsWindowController::SettingsWindowController(std::shared_ptr<SettingsViewM
     SettingsStyle::apply(*window_);
     auto* layout = new QVBoxLayout(window_.get());
     layout->setContentsMargins(0, 0, 0, 0);
+    WindowKeys{[this] { show(); }, services.quit}.addTo(*window_);
     layout->addWidget(new SettingsRootView(viewModel_, std::move(services)));
 
     // Text that the user has made larger gets more room, as far as the screen has it.
@@ -43,11 +43,6 @@ SettingsWindowController::SettingsWindowController(std::shared_ptr<SettingsViewM
     window_->resize((contentPoints * scale).boundedTo(room));
     window_->move(QGuiApplication::primaryScreen()->availableGeometry().center() -
                   window_->rect().center());
-
-    auto* close = new QAction(window_.get());
-    close->setShortcuts({QKeySequence(QKeySequence::Close)});
-    QObject::connect(close, &QAction::triggered, window_.get(), &QWidget::close);
-    window_->addAction(close);
 }
 
 SettingsWindowController::~SettingsWindowController() = default;

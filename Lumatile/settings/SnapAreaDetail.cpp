@@ -25,6 +25,9 @@ constexpr double titlePoints = 17;
 constexpr double captionPoints = 12;
 constexpr int warningIcon = 16;
 
+// Of the room that is left over; whoever else wants some gets none before the grid has enough.
+constexpr int gridShare = 1000;
+
 QHBoxLayout* rowOf(QWidget* row) {
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -71,7 +74,7 @@ SnapAreaDetail::SnapAreaDetail(std::shared_ptr<SettingsViewModel> model, KeyCode
     layout->addWidget(nameRow_);
     layout->addWidget(makeShortcutRow(keys));
     layout->addWidget(makeWarning());
-    layout->addWidget(grid_, 1);
+    layout->addWidget(grid_, gridShare);
     caption_->setWordWrap(true);
     caption_->setFont(AppFonts::text(captionPoints));
     caption_->setProperty("tone", QStringLiteral("secondary"));
@@ -82,6 +85,7 @@ SnapAreaDetail::SnapAreaDetail(std::shared_ptr<SettingsViewModel> model, KeyCode
     actionRow->addWidget(delete_);
     actionRow->addStretch(1);
     layout->addLayout(actionRow);
+    layout->addStretch(1);
 
     // One length for the labels of the rows, so that their fields begin below one another.
     nameLabel->setMinimumWidth(
@@ -146,6 +150,12 @@ QWidget* SnapAreaDetail::makeWarning() {
     return warning_;
 }
 
+void SnapAreaDetail::hideEvent(QHideEvent* event) {
+    // The toolkit does not call it finished when the whole window goes.
+    commitName();
+    QWidget::hideEvent(event);
+}
+
 void SnapAreaDetail::commitName() {
     const SnapCommand* selected = model_->selected();
     if (selected == nullptr || !name_->isModified()) {
@@ -204,6 +214,8 @@ void SnapAreaDetail::refreshShortcut(const SnapCommand& command) {
     } else if (model_->isShortcutRefused(command.id)) {
         text = viewText(SettingsTexts::refusedHere);
     }
+    // The reader comes to the button again when recording is over, and reads it out.
+    record_->setAccessibleDescription(text);
     warning_->setVisible(!text.isEmpty());
     warningText_->setText(text);
 }

@@ -24,6 +24,9 @@ public:
     SnapAreaDetail(std::shared_ptr<SettingsViewModel> model, KeyCodes& keys,
                    QWidget* parent = nullptr);
 
+protected:
+    void hideEvent(QHideEvent* event) override;
+
 private:
     QWidget* makeShortcutRow(KeyCodes& keys);
     QWidget* makeWarning();

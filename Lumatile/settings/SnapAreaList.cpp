@@ -34,6 +34,24 @@ QToolButton* button(std::string_view symbol, std::string_view name) {
     return made;
 }
 
+/// Home and End lead to the first and the last area; the toolkit would stop at the headings, which
+/// cannot be selected.
+class AreaListWidget final : public QListWidget {
+protected:
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override {
+        if (action != MoveHome && action != MoveEnd) {
+            return QListWidget::moveCursor(action, modifiers);
+        }
+        for (int step = 0; step < count(); ++step) {
+            QListWidgetItem* each = item(action == MoveHome ? step : count() - 1 - step);
+            if ((each->flags() & Qt::ItemIsSelectable) != 0) {
+                return indexFromItem(each);
+            }
+        }
+        return currentIndex();
+    }
+};
+
 }  // namespace
 
 std::string listedName(const SnapCommand& command) {
@@ -44,7 +62,7 @@ std::string listedName(const SnapCommand& command) {
 SnapAreaList::SnapAreaList(std::shared_ptr<SettingsViewModel> model, QWidget* parent)
     : QWidget(parent),
       model_(std::move(model)),
-      list_(new QListWidget),
+      list_(new AreaListWidget),
       delete_(button("minus", SettingsTexts::deleteThisArea)),
       refused_(new QLabel) {
     auto* layout = new QVBoxLayout(this);

@@ -239,7 +239,8 @@ Draw drawingOf(std::string_view name) {
 
 class Engine final : public QIconEngine {
 public:
-    Engine(Draw draw, const QColor& color) : draw_(draw), color_(color) {}
+    Engine(Draw draw, const QColor& color, const QColor& selected)
+        : draw_(draw), color_(color), selected_(selected) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode,
                QIcon::State state) override {
@@ -261,7 +262,7 @@ public:
         const double unit = std::min(size.width(), size.height()) / side;
         painter.translate((size.width() - unit * side) / 2, (size.height() - unit * side) / 2);
         painter.scale(unit, unit);
-        QColor color = color_;
+        QColor color = mode == QIcon::Selected ? selected_ : color_;
         if (mode == QIcon::Disabled) {
             color.setAlphaF(0.4F);
         }
@@ -271,18 +272,21 @@ public:
         return result;
     }
 
-    QIconEngine* clone() const override { return new Engine(draw_, color_); }
+    QIconEngine* clone() const override { return new Engine(draw_, color_, selected_); }
 
 private:
     Draw draw_;
     QColor color_;
+    QColor selected_;
 };
 
 }  // namespace
 
-QIcon SymbolIcon::of(std::string_view name, const QColor& color) {
+QIcon SymbolIcon::of(std::string_view name, const QColor& color) { return of(name, color, color); }
+
+QIcon SymbolIcon::of(std::string_view name, const QColor& color, const QColor& selected) {
     const Draw draw = drawingOf(name);
-    return draw != nullptr ? QIcon(new Engine(draw, color)) : QIcon();
+    return draw != nullptr ? QIcon(new Engine(draw, color, selected)) : QIcon();
 }
 
 bool SymbolIcon::isKnown(std::string_view name) { return drawingOf(name) != nullptr; }

@@ -16,6 +16,9 @@ struct SymbolIcon {
     /// Null for a name without a drawing.
     static QIcon of(std::string_view name, const QColor& color);
 
+    /// @param selected its colour in a row that is selected
+    static QIcon of(std::string_view name, const QColor& color, const QColor& selected);
+
     /// Whether there is a drawing of that name.
     static bool isKnown(std::string_view name);
 

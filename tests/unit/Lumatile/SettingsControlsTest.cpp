@@ -3,19 +3,25 @@
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
+#include <QFontInfo>
+#include <QImage>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QMessageBox>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QSlider>
+#include <QStyle>
 #include <QToolButton>
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 
 #include "Lumatile/DragToSnap.h"
@@ -73,11 +79,19 @@ protected:
         return nullptr;
     }
 
+    /// As it reads, without the marks of the letters that Alt reaches.
+    static QString unmarked(QString text) {
+        return text.replace(QLatin1String("&&"), QString(QChar(0)))
+            .remove(u'&')
+            .replace(QChar(0), QLatin1String("&"));
+    }
+
     bool shows(std::string_view text) {
         const QString wanted = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
         const auto labels = stage.window().findChildren<QLabel*>();
         return std::any_of(labels.begin(), labels.end(), [&](const QLabel* label) {
-            return label->isVisible() && label->text() == wanted;
+            return label->isVisible() &&
+                   (label->buddy() ? unmarked(label->text()) : label->text()) == wanted;
         });
     }
 
@@ -195,7 +209,7 @@ TEST_F(SettingsControls, theTipIsReadOnlyWhileItIsOnScreen) {
 TEST_F(SettingsControls, theTipsButtonOpensTheDesktopsSettings) {
     QPushButton* open = nullptr;
     for (QPushButton* button : stage.window().findChildren<QPushButton*>()) {
-        if (button->text() == QString::fromUtf8("Open Desktop && Dock Settings…")) {
+        if (unmarked(button->text()) == QString::fromUtf8("Open Desktop & Dock Settings…")) {
             open = button;
         }
     }
@@ -207,8 +221,40 @@ TEST_F(SettingsControls, theTipsButtonOpensTheDesktopsSettings) {
 TEST_F(SettingsControls, everyCommandCanBeRunAndTheProgramQuit) {
     auto* menu = stage.window().findChild<QMenu*>();
     ASSERT_NE(menu, nullptr);
+    stage.model().addCustomArea();
     emit menu->aboutToShow();
-    ASSERT_EQ(menu->actions().size(), static_cast<qsizetype>(stage.model().commands().size()));
+    std::vector<std::string> titles;
+    for (const QAction* action : menu->actions()) {
+        titles.push_back(action->isSeparator() ? "-" : action->text().toStdString());
+    }
+    EXPECT_EQ(titles, (std::vector<std::string>{"Left Half",
+                                                "Right Half",
+                                                "Top Half",
+                                                "Bottom Half",
+                                                "-",
+                                                "Top Left",
+                                                "Top Right",
+                                                "Bottom Left",
+                                                "Bottom Right",
+                                                "-",
+                                                "Left Third",
+                                                "Center Third",
+                                                "Right Third",
+                                                "-",
+                                                "Left Two Thirds",
+                                                "Center Two Thirds",
+                                                "Right Two Thirds",
+                                                "-",
+                                                "Maximize",
+                                                "Center",
+                                                "Restore",
+                                                "-",
+                                                "Next Display",
+                                                "Previous Display",
+                                                "-",
+                                                "Your Areas",
+                                                "Custom Area"}))
+        << "the portrait twins would only stand there twice";
     menu->actions().at(1)->trigger();
     ASSERT_EQ(stage.ran.size(), 1U);
     EXPECT_EQ(stage.ran.front(), stage.model().commands()[1]);
@@ -438,7 +484,7 @@ TEST_F(SettingsControls, everyProtectionHasItsControl) {
     named<QSlider>(SettingsTexts::after)->setValue(30);
     expected.idleThreshold = 1800;
     EXPECT_EQ(told(), expected);
-    named<QSlider>(SettingsTexts::strength)->setValue(9);
+    named<QSlider>(SettingsTexts::strength)->setValue(44);
     expected.idleDimStrength = 0.45;
     EXPECT_EQ(told(), expected);
     EXPECT_TRUE(shows("45%"));
@@ -465,7 +511,7 @@ TEST_F(SettingsControls, rangesAndChoicesOfTheProtections) {
     EXPECT_EQ(range(SettingsTexts::distance), std::pair(1, 6));
     EXPECT_EQ(range(SettingsTexts::range), std::pair(1, 6));
     EXPECT_EQ(range(SettingsTexts::after), std::pair(1, 30));
-    EXPECT_EQ(range(SettingsTexts::strength), std::pair(2, 16));
+    EXPECT_EQ(range(SettingsTexts::strength), std::pair(10, 80));
     const auto* interval = named<QComboBox>(SettingsTexts::moveEvery);
     std::vector<std::string> choices;
     for (int i = 0; i < interval->count(); ++i) {
@@ -553,6 +599,213 @@ TEST_F(SettingsControls, theTabKeyReachesEveryControlButNotTheRecorder) {
     EXPECT_TRUE(reaches(named<QPushButton>(SettingsTexts::deleteArea)));
     EXPECT_FALSE(reaches(all<RecorderField>().at(0))) << "it would record the Tab key";
 }
+
+TEST_F(SettingsControls, eachPageHasALetterOfItsOwnForEachControl) {
+    stage.model().select(stage.model().commands()[0].id);
+    for (const SettingsSection section : settingsSections) {
+        open(section);
+        std::vector<QString> texts;
+        for (const QWidget* widget : stage.window().findChildren<QWidget*>()) {
+            const auto* label = qobject_cast<const QLabel*>(widget);
+            const auto* button = qobject_cast<const QPushButton*>(widget);
+            if (widget->isVisible() && (button || (label && label->buddy()))) {
+                texts.push_back(button ? button->text() : label->text());
+            }
+        }
+        std::set<QChar> letters;
+        for (const QString& text : texts) {
+            const QKeySequence keys = QKeySequence::mnemonic(text);
+            EXPECT_FALSE(keys.isEmpty()) << text.toStdString() << " in " << rawValue(section);
+            EXPECT_TRUE(letters.insert(keys.toString().back()).second)
+                << text.toStdString() << " in " << rawValue(section);
+        }
+        EXPECT_FALSE(texts.empty());
+    }
+}
+
+TEST_F(SettingsControls, altShowsTheLinesBelowTheLetters) {
+    QWidget& label = *stage.window().findChildren<QLabel*>().first();
+    const auto areShown = [&] {
+        return label.style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, &label) != 0;
+    };
+    EXPECT_FALSE(areShown());
+    press(stage.window(), Qt::Key_Alt, Qt::AltModifier);
+    EXPECT_TRUE(areShown());
+    QKeyEvent release(QEvent::KeyRelease, Qt::Key_Alt, {});
+    QApplication::sendEvent(&stage.window(), &release);
+    EXPECT_FALSE(areShown());
+    press(stage.window(), Qt::Key_Alt, Qt::AltModifier);
+    stage.window().close();
+    EXPECT_FALSE(areShown()) << "the release goes to another window then";
+}
+
+TEST_F(SettingsControls, theKeysOfTheMenuWorkInTheWindow) {
+    const auto trigger = [&](const QKeySequence& keys) {
+        for (QAction* action : stage.window().actions()) {
+            if (action->shortcut() == keys) {
+                action->trigger();
+                return;
+            }
+        }
+        ADD_FAILURE() << "there is no " << keys.toString().toStdString();
+    };
+    trigger(QKeySequence(QStringLiteral("Ctrl+Q")));
+    EXPECT_EQ(stage.quits, 1);
+    trigger(QKeySequence(QStringLiteral("Ctrl+W")));
+    EXPECT_FALSE(stage.window().isVisible());
+    trigger(QKeySequence(QStringLiteral("Ctrl+,")));
+    EXPECT_TRUE(stage.window().isVisible());
+}
+
+TEST_F(SettingsControls, aNameThatIsBeingTypedIsTakenOverWhenTheWindowCloses) {
+    open(SettingsSection::commands);
+    stage.model().addCustomArea();
+    auto* name = named<QLineEdit>(SettingsTexts::name);
+    name->setFocus();
+    name->selectAll();
+    QKeyEvent letter(QEvent::KeyPress, 0, {}, QStringLiteral("M"));
+    QApplication::sendEvent(name, &letter);
+    stage.window().close();
+    EXPECT_EQ(selected().displayName(), "M");
+}
+
+TEST_F(SettingsControls, textFieldsHaveTheUsualKeys) {
+    open(SettingsSection::commands);
+    stage.model().addCustomArea();
+    auto* name = named<QLineEdit>(SettingsTexts::name);
+    name->setFocus();
+    press(*name, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(name->selectedText().toStdString(), "Custom Area");
+    press(*name, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text().toStdString(), "Custom Area");
+    press(*name, Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(name->text().toStdString(), "");
+    press(*name, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(name->text().toStdString(), "Custom Area");
+    press(*name, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(name->text().toStdString(), "");
+    press(*name, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(name->text().toStdString(), "Custom Area");
+}
+
+TEST_F(SettingsControls, arrowKeysGoThroughBothGroupsOfTheList) {
+    open(SettingsSection::commands);
+    stage.model().addCustomArea();
+    const std::vector<SnapCommand> builtIn = stage.model().areas(false);
+    stage.model().select(builtIn.back().id);
+    auto* list = named<QListWidget>(title(SettingsSection::commands));
+    list->setFocus();
+    press(*list, Qt::Key_Down);
+    EXPECT_TRUE(selected().isCustom()) << "the heading in between cannot be selected";
+    press(*list, Qt::Key_Up);
+    EXPECT_EQ(selected().id, builtIn.back().id);
+    press(*list, Qt::Key_Home);
+    EXPECT_EQ(selected().id, builtIn.front().id);
+    press(*list, Qt::Key_Up);
+    EXPECT_EQ(selected().id, builtIn.front().id);
+}
+
+TEST_F(SettingsControls, switchingTheTilingOffAsksFirst) {
+    const auto press = [&](const char* text) {
+        for (QPushButton* button : stage.window().findChildren<QPushButton*>()) {
+            if (unmarked(button->text()) == QString::fromUtf8(text)) {
+                button->click();
+                QApplication::processEvents();
+                return;
+            }
+        }
+        ADD_FAILURE() << "there is no " << text;
+    };
+    press("Turn It Off…");
+    auto* question = stage.window().findChild<QMessageBox*>();
+    ASSERT_NE(question, nullptr);
+    EXPECT_EQ(question->text().toStdString(), TipTexts::switchOffQuestion);
+    EXPECT_EQ(question->informativeText().toStdString(), TipTexts::switchOffDetails);
+    EXPECT_TRUE(stage.tiling.isOn) << "nothing is done unasked";
+    press("Cancel");
+    EXPECT_TRUE(stage.tiling.isOn);
+    press("Turn It Off…");
+    press("Turn Off");
+    EXPECT_FALSE(stage.tiling.isOn);
+    stage.desktop().advance(1.6);
+    EXPECT_TRUE(shows(TipTexts::tilingIsOff.text));
+}
+
+TEST_F(SettingsControls, aGridWithoutRoomDrawsNothing) {
+    GridEditorView grid;
+    grid.setCommand(stage.model().commands()[0]);
+    grid.setMinimumSize(1, 1);
+    grid.resize(23, 100);
+    QImage picture(grid.size(), QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    grid.render(&picture, {}, {}, QWidget::RenderFlags());
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            ASSERT_EQ(picture.pixel(x, y), 0U) << x << ", " << y;
+        }
+    }
+}
+
+TEST_F(SettingsControls, theCaptionStandsRightBelowTheGrid) {
+    open(SettingsSection::commands);
+    stage.model().select(stage.model().commands()[0].id);
+    QApplication::processEvents();
+    const GridEditorView& grid = *all<GridEditorView>().at(0);
+    for (const QLabel* label : stage.window().findChildren<QLabel*>()) {
+        if (label->text() ==
+            QString::fromUtf8("Drag across the grid to choose where this snaps.")) {
+            const Rect last = GridEditorLayout::of({static_cast<double>(grid.width()),
+                                                    static_cast<double>(grid.height())},
+                                                   Axis::horizontal)
+                                  .cell({23, 11});
+            const int below = label->mapTo(&stage.window(), QPoint()).y() -
+                              grid.mapTo(&stage.window(), QPoint()).y();
+            EXPECT_LT(below - last.maxY(), 24);
+            return;
+        }
+    }
+    FAIL() << "there is no caption";
+}
+
+/// What the user sees of a text must be all of it: large text, and the smallest window.
+class SettingsWithLargeText : public testing::TestWithParam<double> {};
+
+TEST_P(SettingsWithLargeText, nothingIsCutOff) {
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPixelSize(static_cast<int>(QFontInfo(usual).pixelSize() * GetParam()));
+    QApplication::setFont(large);
+    {
+        SettingsStage stage;
+        stage.model().addCustomArea();
+        stage.model().setRefusedShortcuts({*stage.model().selectedID()});
+        stage.show();
+        for (const SettingsSection section : settingsSections) {
+            stage.model().setSection(section);
+            stage.window().resize(QSize(860, 540) * AppFonts::pixelsPerPoint());
+            QApplication::processEvents();
+            for (QWidget* widget : stage.window().findChildren<QWidget*>()) {
+                const auto* label = qobject_cast<QLabel*>(widget);
+                const bool isButton = widget->inherits("QPushButton");
+                if (!widget->isVisible() || (!isButton && (!label || label->text().isEmpty()))) {
+                    continue;
+                }
+                const std::string text =
+                    (isButton ? static_cast<QPushButton*>(widget)->text() : label->text())
+                        .toStdString();
+                if (isButton || !label->wordWrap()) {
+                    EXPECT_GE(widget->width(), widget->minimumSizeHint().width()) << text;
+                    EXPECT_GE(widget->height(), widget->minimumSizeHint().height()) << text;
+                } else {
+                    EXPECT_GE(widget->height(), label->heightForWidth(widget->width())) << text;
+                }
+            }
+        }
+    }
+    QApplication::setFont(usual);
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, SettingsWithLargeText, testing::Values(1.0, 1.5, 2.0));
 
 }  // namespace
 }  // namespace lumatile
