@@ -8,6 +8,7 @@
 #include "Lumatile/SettingsTexts.h"
 #include "Lumatile/settings/AboutSectionView.h"
 #include "Lumatile/settings/ApplicationIcon.h"
+#include "Lumatile/settings/SettingsAccessibility.h"
 #include "Lumatile/settings/SettingsStyle.h"
 
 namespace lumatile {
@@ -21,6 +22,7 @@ void AboutPanel::show() {
     if (!window_) {
         constexpr QSize points(480, 520);
         constexpr int margin = 24;
+        describeSettingsControls();
         window_ = std::make_unique<QWidget>();
         window_->setObjectName(QStringLiteral("settingsWindow"));
         window_->setWindowTitle(say_(SettingsTexts::aboutTitle));

@@ -4,6 +4,7 @@
 #include <QAccessibleWidget>
 
 #include "Lumatile/settings/GridEditorView.h"
+#include "Lumatile/settings/SettingsCard.h"
 #include "Lumatile/settings/ShortcutRecorderView.h"
 
 namespace lumatile {
@@ -14,6 +15,19 @@ namespace {
 class GridEditorInterface final : public QAccessibleWidget {
 public:
     explicit GridEditorInterface(QWidget* view) : QAccessibleWidget(view, QAccessible::Graphic) {}
+};
+
+/// A window of the program, which the toolkit takes for any other part; readers tell the name of
+/// nothing but windows when they come in front.
+class WindowInterface final : public QAccessibleWidget {
+public:
+    explicit WindowInterface(QWidget* window) : QAccessibleWidget(window, QAccessible::Window) {}
+};
+
+/// A group of rows, told with its title.
+class CardInterface final : public QAccessibleWidget {
+public:
+    explicit CardInterface(QWidget* card) : QAccessibleWidget(card, QAccessible::Grouping) {}
 };
 
 /// A button: pressing it begins to record.
@@ -39,12 +53,22 @@ private:
     RecorderField& field_;
 };
 
-QAccessibleInterface* describe(const QString& /*className*/, QObject* object) {
+QAccessibleInterface* describe(const QString& className, QObject* object) {
     if (auto* grid = dynamic_cast<GridEditorView*>(object)) {
         return new GridEditorInterface(grid);
     }
     if (auto* field = dynamic_cast<RecorderField*>(object)) {
         return new RecorderInterface(field);
+    }
+    if (auto* card = dynamic_cast<SettingsCard*>(object);
+        card && !card->accessibleName().isEmpty()) {
+        return new CardInterface(card);
+    }
+    // By its name: parts that have no parent yet look like windows too. Dialogs are known as such.
+    if (auto* widget = qobject_cast<QWidget*>(object);
+        widget != nullptr && className == QLatin1String("QWidget") &&
+        widget->objectName() == QLatin1String("settingsWindow")) {
+        return new WindowInterface(widget);
     }
     return nullptr;
 }

@@ -180,6 +180,16 @@ QByteArray StatusBar::picture(const QString& item, int extent) const {
     return found;
 }
 
+bool StatusBar::connect(const QString& item, const QString& signal, QObject* receiver,
+                        const char* slot) {
+    return bus_.connect(item, "/StatusNotifierItem", itemInterface, signal, receiver, slot);
+}
+
+bool StatusBar::activate(const QString& item) const {
+    return call(item, "/StatusNotifierItem", itemInterface, "Activate", {0, 0}).type() ==
+           QDBusMessage::ReplyMessage;
+}
+
 std::vector<ExportedItem> StatusBar::menu(const QString& item) const {
     const QDBusMessage reply =
         call(item, "/MenuBar", menuInterface, "GetLayout", {0, -1, QStringList()});

@@ -57,6 +57,12 @@ public:
     /// The picture of the smallest size of at least `extent` pixels, as bytes; empty for none.
     QByteArray picture(const QString& item, int extent) const;
 
+    /// Calls a slot of `receiver` at each signal of that name from an item.
+    bool connect(const QString& item, const QString& signal, QObject* receiver, const char* slot);
+
+    /// Clicks on the item with the first button.
+    bool activate(const QString& item) const;
+
     /// The menu, top to bottom.
     std::vector<ExportedItem> menu(const QString& item) const;
 

@@ -153,6 +153,54 @@ TEST(StatusItem, theIconTellsWhetherWindowsAreProtected) {
     EXPECT_NE(on, off);
 }
 
+TEST(StatusItem, aLeftClickShowsTheMenuAsAWindow) {
+    StatusDesk desk;
+    StatusBar bar(desk.bus());
+    desk.start();
+    const QString item = bar.waitForItem();
+    const auto window = desk.desktop.openWindow({});
+    window->place({300, 200, 600, 400});
+    ASSERT_TRUE(bar.activate(item));
+    DesktopObserver& observer = desk.desktop.observer();
+    const auto isShown = [&] {
+        return observer.unmanagedWindowOf(desk.program->pid()) != XCB_WINDOW_NONE;
+    };
+    ASSERT_TRUE(XClient::waitUntil(isShown));
+    // The toolkit takes the keyboard a moment after it shows the menu, and nothing tells when:
+    // until then the keys reach the window, which ignores them.
+    constexpr std::uint8_t home = 110;  // Chooses the first item that can be chosen.
+    ASSERT_TRUE(XClient::waitUntil([&] {
+        if (!isShown()) {
+            return true;
+        }
+        desk.desktop.input().press({}, home);
+        desk.desktop.input().press({}, KeyPosition::enter);
+        desk.desktop.input().roundTrip();
+        return false;
+    }));
+    EXPECT_TRUE(reaches(*window, {0, 0, 960, 1080})) << window->frame();
+    EXPECT_EQ(desk.end(), "");
+}
+
+TEST(StatusItem, isNamedToBarsThatFindItsPictureByName) {
+    StatusDesk desk;
+    StatusBar bar(desk.bus());
+    const std::string prefix = desk.desktop.session().folder() / "prefix";
+    ChildProcess install = desk.desktop.session().start(
+        {"cmake", "--install", LUMATILE_BUILD, "--prefix", prefix, "--component", "pictures"},
+        "install");
+    ASSERT_EQ(install.wait(Deadline::usual()), (ChildProcess::Exit{0, 0}))
+        << desk.desktop.session().output("install");
+    LumatileProcess::Settings settings;
+    settings.environment = {{"XDG_DATA_DIRS", prefix + "/share:/usr/share"}};
+    settings.oledSettings = std::nullopt;
+    desk.program =
+        std::make_unique<LumatileProcess>(desk.desktop.session(), LUMATILE_PROGRAM, settings);
+    QString item = bar.waitForItem();
+    EXPECT_EQ(bar.property(item, "IconName").toString().toStdString(), "lumatile-symbolic");
+    EXPECT_EQ(desk.end(), "");
+}
+
 TEST(StatusItem, comesToABarThatStartsLater) {
     StatusDesk desk;
     desk.start();

@@ -82,4 +82,21 @@ xcb_window_t DesktopObserver::windowOfClass(const std::string& windowClass) {
     return XCB_WINDOW_NONE;
 }
 
+xcb_window_t DesktopObserver::unmanagedWindowOf(pid_t pid) {
+    const XReply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection(), xcb_query_tree(connection(), root()), nullptr));
+    if (!tree) {
+        return XCB_WINDOW_NONE;
+    }
+    const xcb_window_t* const first = xcb_query_tree_children(tree.get());
+    const xcb_window_t* const last = first + xcb_query_tree_children_length(tree.get());
+    const auto* const found = std::find_if(first, last, [&](xcb_window_t window) {
+        const XReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+            connection(), xcb_get_window_attributes(connection(), window), nullptr));
+        return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
+               cardinal(window, "_NET_WM_PID") == static_cast<std::uint32_t>(pid);
+    });
+    return found == last ? xcb_window_t{XCB_WINDOW_NONE} : *found;
+}
+
 }  // namespace lumatile::desktop

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <array>
 #include <cstdint>
 #include <iosfwd>
@@ -38,6 +40,10 @@ public:
 
     /// The first managed window of this class, else none.
     xcb_window_t windowOfClass(const std::string& windowClass);
+
+    /// A viewable window of this process that no window manager frames or lists, as a menu is; else
+    /// none.
+    xcb_window_t unmanagedWindowOf(pid_t pid);
 
 protected:
     void handle(const xcb_generic_event_t& event) override;

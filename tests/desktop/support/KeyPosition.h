@@ -8,6 +8,8 @@ namespace lumatile::desktop::KeyPosition {
 inline constexpr std::uint8_t escape = 9;
 inline constexpr std::uint8_t backspace = 22;
 inline constexpr std::uint8_t tab = 23;
+inline constexpr std::uint8_t q = 24;
+inline constexpr std::uint8_t w = 25;
 inline constexpr std::uint8_t e = 26;
 inline constexpr std::uint8_t r = 27;
 inline constexpr std::uint8_t t = 28;

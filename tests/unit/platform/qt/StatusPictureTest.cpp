@@ -4,13 +4,17 @@
 
 #include <QDir>
 #include <QFile>
+#include <QIcon>
 #include <QImage>
 #include <QPixmap>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <set>
+#include <utility>
 
 namespace lumatile {
 namespace {
@@ -101,6 +105,57 @@ TEST(StatusPicture, isNamedOnlyWhereTheNameIsInstalled) {
     EXPECT_EQ(statusPicture({"MenuBarIcon", "", false}).name(), "");
     qunsetenv("XDG_DATA_HOME");
     qunsetenv("XDG_DATA_DIRS");
+}
+
+/// The largest difference of opacity of two pictures of one size.
+int difference(const QImage& one, const QImage& other) {
+    int largest = one.size() == other.size() ? 0 : 255;
+    for (int y = 0; largest < 255 && y < one.height(); ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            largest = std::max(
+                largest, std::abs(one.pixelColor(x, y).alpha() - other.pixelColor(x, y).alpha()));
+        }
+    }
+    return largest;
+}
+
+/// Where the build system installs the pictures to, and the theme that they belong to.
+class InstalledPictures : public testing::Test {
+protected:
+    InstalledPictures() {
+        QProcess install;
+        install.start(QStringLiteral("cmake"),
+                      {QStringLiteral("--install"), QStringLiteral(LUMATILE_BUILD),
+                       QStringLiteral("--prefix"), prefix_.path(), QStringLiteral("--component"),
+                       QStringLiteral("pictures")});
+        EXPECT_TRUE(install.waitForFinished());
+        EXPECT_EQ(install.exitCode(), 0) << install.readAllStandardError().toStdString();
+        QIcon::setThemeSearchPaths(
+            {prefix_.filePath("share/icons"), QStringLiteral("/usr/share/icons")});
+        QIcon::setThemeName(QStringLiteral("hicolor"));
+    }
+
+    QTemporaryDir prefix_;
+};
+
+TEST_F(InstalledPictures, areFoundInTheTheme) {
+    const std::array names{std::pair("lumatile-symbolic", "MenuBarIcon"),
+                           std::pair("lumatile-paused-symbolic", "MenuBarIconPaused")};
+    for (const auto& [name, drawing] : names) {
+        const QIcon found = QIcon::fromTheme(QString::fromLatin1(name));
+        ASSERT_FALSE(found.isNull()) << name;
+        // A theme's folders reach two pixels up and down, and the first that reaches is taken: at
+        // 24 that is the one of 22.
+        EXPECT_EQ(found.pixmap(24, 24).size(), QSize(24, 24));
+        for (const int extent : {16, 22, 32}) {
+            const QImage drawn(
+                QStringLiteral(":/status/%1-%2.svg").arg(QLatin1String(drawing)).arg(extent));
+            ASSERT_EQ(drawn.size(), QSize(extent, extent));
+            // Which drawing it is counts, not how it is blended at its edges.
+            EXPECT_LT(difference(found.pixmap(extent, extent).toImage(), drawn), 8)
+                << name << " at " << extent;
+        }
+    }
 }
 
 }  // namespace
