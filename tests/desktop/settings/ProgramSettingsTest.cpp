@@ -206,6 +206,8 @@ TEST(ProgramSettings, theIconInTheBarFollowsTheSwitches) {
     newIcon.setInterval(std::chrono::hours(1));
     ASSERT_TRUE(bar.connect(item, "NewIcon", &newIcon, SLOT(start())));
     ASSERT_TRUE(desk.openSettings());
+    ASSERT_TRUE(desk.click("check box", "Snap by dragging windows to screen edges"));
+    EXPECT_TRUE(desk.stores("dragToSnapEnabled=false"));
     ASSERT_TRUE(desk.click("list item", "OLED Protection"));
     ASSERT_TRUE(desk.click("check box", "Drift windows"));
     EXPECT_TRUE(desk.stores(R"(\"orbitEnabled\":false)"));
@@ -280,6 +282,15 @@ TEST(ProgramSettings, aCommandChosenThereIsForTheWindowBehind) {
     const PixelRect before = desk.tree().extents(*settings);
     EXPECT_EQ(before.width, 920);
     EXPECT_EQ(before.height, 600);
+    // The frame around it may be wider on one side.
+    EXPECT_NEAR(before.x + before.width / 2, 960, 5);
+    EXPECT_NEAR(before.y + before.height / 2, 540, 30);
+    // Flags, then from the sixth item on the smallest size.
+    const auto hints =
+        desk.desktop().observer().cardinals(desk.settingsWindow(), "WM_NORMAL_HINTS");
+    ASSERT_GE(hints.size(), 7U);
+    EXPECT_EQ(hints[5], 860U);
+    EXPECT_EQ(hints[6], 540U);
     ASSERT_TRUE(desk.click("button menu", "Run a Command"));
     ASSERT_TRUE(desk.showsMenu());
     InputDriver& input = desk.desktop().input();
@@ -325,6 +336,11 @@ TEST_P(SettingsInFront, comeBeforeTheWindowThatTheUserWorksIn) {
     window->activate();
     desk.desktop().input().press({}, KeyPosition::a);
     EXPECT_TRUE(desk.openSettings()) << "the second time too";
+    constexpr std::uint32_t iconic = 3;
+    desk.desktop().observer().ask(desk.settingsWindow(), "WM_CHANGE_STATE", {iconic});
+    ASSERT_TRUE(XClient::waitUntil(
+        [&] { return desk.desktop().observer().activeWindow() != desk.settingsWindow(); }));
+    EXPECT_TRUE(desk.openSettings()) << "minimized too";
 }
 
 INSTANTIATE_TEST_SUITE_P(Desktop, SettingsInFront, testing::ValuesIn(WindowManager::kinds),

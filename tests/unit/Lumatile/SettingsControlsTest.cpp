@@ -17,6 +17,7 @@
 #include <QPushButton>
 #include <QSlider>
 #include <QStyle>
+#include <QTest>
 #include <QToolButton>
 
 #include <gtest/gtest.h>
@@ -345,6 +346,49 @@ TEST_F(SettingsControls, escapeIsRecordedAndRefusedAsABareKey) {
     EXPECT_EQ(recorded, (Shortcut{53, 0, true}));
     EXPECT_EQ(selected().shortcut, before);
     EXPECT_TRUE(shows(SettingsTexts::bareKey));
+}
+
+TEST_F(SettingsControls, theRecorderIsDrawnAnewOnlyForAnotherShortcut) {
+    class Painted final : public QObject {
+    public:
+        bool eventFilter(QObject* watched, QEvent* event) override {
+            times += event->type() == QEvent::Paint ? 1 : 0;
+            return QObject::eventFilter(watched, event);
+        }
+        int times = 0;
+    };
+    open(SettingsSection::commands);
+    stage.model().select(stage.model().commands()[0].id);
+    QApplication::processEvents();
+    auto* field = named<RecorderField>(SettingsTexts::shortcut);
+    EXPECT_EQ(field->sizeHint(), (QSizeF(180, 24) * AppFonts::pixelsPerPoint()).toSize());
+    Painted painted;
+    field->installEventFilter(&painted);
+    Shortcut shortcut = *selected().shortcut;
+    field->setCurrent(shortcut);
+    QApplication::processEvents();
+    EXPECT_EQ(painted.times, 0);
+    shortcut.enabled = false;
+    field->setCurrent(shortcut);
+    QApplication::processEvents();
+    EXPECT_EQ(painted.times, 1);
+    field->setCurrent(std::nullopt);
+    QApplication::processEvents();
+    EXPECT_EQ(painted.times, 2);
+    field->removeEventFilter(&painted);
+}
+
+TEST_F(SettingsControls, clickingBesideTheControlsEndsRecording) {
+    open(SettingsSection::commands);
+    stage.model().select(stage.model().commands()[0].id);
+    auto* field = named<RecorderField>(SettingsTexts::shortcut);
+    named<QPushButton>(SettingsTexts::record)->click();
+    ASSERT_TRUE(field->isRecording());
+    // The corner of the page, where there is nothing.
+    QWidget& window = stage.window();
+    QTest::mouseClick(window.childAt(window.width() - 3, 3), Qt::LeftButton, {}, {2, 2});
+    EXPECT_FALSE(field->isRecording());
+    EXPECT_EQ(commandChanges, 0);
 }
 
 TEST_F(SettingsControls, clickingElsewhereRecordsNothing) {

@@ -3,6 +3,10 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -16,8 +20,9 @@ namespace {
 
 class SettingsPictures : public testing::Test {
 protected:
-    void save(const char* name) {
-        QWidget& window = stage_.window();
+    void save(const char* name) { save(stage_.window(), name); }
+
+    static void save(QWidget& window, const char* name) {
         QApplication::processEvents();
         const QPixmap picture = window.grab();
         ASSERT_FALSE(picture.isNull());
@@ -43,6 +48,27 @@ TEST_F(SettingsPictures, everySection) {
     stage_.model().addCustomArea();
     stage_.model().record({53, 0, true});
     save("settings-custom-area");
+}
+
+TEST_F(SettingsPictures, whatOpensFromThem) {
+    stage_.show();
+    stage_.window().resize(920, 600);
+    QKeyEvent alt(QEvent::KeyPress, Qt::Key_Alt, Qt::AltModifier);
+    QApplication::sendEvent(&stage_.window(), &alt);
+    save("settings-letters");
+    auto* menu = stage_.window().findChild<QMenu*>();
+    ASSERT_NE(menu, nullptr);
+    menu->popup({0, 0});
+    save(*menu, "settings-run-menu");
+    menu->close();
+    for (QPushButton* button : stage_.window().findChildren<QPushButton*>()) {
+        if (button->text().contains(QLatin1String("urn It Off"))) {
+            button->click();
+        }
+    }
+    auto* question = stage_.window().findChild<QMessageBox*>();
+    ASSERT_NE(question, nullptr);
+    save(*question, "settings-tiling-question");
 }
 
 }  // namespace
