@@ -20,7 +20,8 @@ AboutPanel::~AboutPanel() = default;
 
 void AboutPanel::show() {
     if (!window_) {
-        constexpr QSize points(480, 520);
+        // As wide as the lines of the licences are long.
+        constexpr QSize points(640, 560);
         constexpr int margin = 24;
         describeSettingsControls();
         window_ = std::make_unique<QWidget>();
@@ -31,6 +32,9 @@ void AboutPanel::show() {
         auto* layout = new QVBoxLayout(window_.get());
         layout->setContentsMargins(margin, margin, margin, margin);
         layout->addWidget(new AboutSectionView(version_, say_));
+        // Nothing is to be done here: no control is marked before the user goes to one.
+        window_->setFocusPolicy(Qt::ClickFocus);
+        window_->setFocus();
         window_->resize(points * AppFonts::pixelsPerPoint());
         auto* close = new QAction(window_.get());
         close->setShortcut(Qt::Key_Escape);

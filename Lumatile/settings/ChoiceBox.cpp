@@ -1,11 +1,23 @@
 #include "Lumatile/settings/ChoiceBox.h"
 
+#include <QAbstractItemView>
 #include <QPainter>
+#include <QPalette>
 
 #include "Lumatile/settings/SettingsColors.h"
 #include "Lumatile/settings/SymbolIcon.h"
 
 namespace lumatile {
+
+void ChoiceBox::showPopup() {
+    // Above and below the choices their window shows, which does not take colours over.
+    QWidget& around = *view()->parentWidget();
+    QPalette palette = around.palette();
+    palette.setColor(QPalette::Window, SettingsColors::control());
+    palette.setColor(QPalette::Base, SettingsColors::control());
+    around.setPalette(palette);
+    QComboBox::showPopup();
+}
 
 void ChoiceBox::paintEvent(QPaintEvent* event) {
     QComboBox::paintEvent(event);

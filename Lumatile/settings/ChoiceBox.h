@@ -9,6 +9,8 @@ class ChoiceBox : public QComboBox {
 public:
     explicit ChoiceBox(QWidget* parent = nullptr) : QComboBox(parent) {}
 
+    void showPopup() override;
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 };

@@ -11,6 +11,7 @@
 #include <variant>
 #include <vector>
 
+#include "Lumatile/AppFonts.h"
 #include "Lumatile/DragToSnap.h"
 #include "Lumatile/LaunchAtLogin.h"
 #include "Lumatile/SettingsTexts.h"
@@ -27,6 +28,7 @@ namespace lumatile {
 namespace {
 
 constexpr int spacing = 18;
+constexpr double menuPoints = 13;
 constexpr int buttonSpacing = 8;
 constexpr int chevronSide = 12;
 
@@ -53,6 +55,7 @@ GeneralSectionView::GeneralSectionView(SettingsServices services, QWidget* paren
     buttons->setSpacing(buttonSpacing);
     auto* run = new QPushButton(say(SettingsTexts::runCommand));
     menu_ = new QMenu(run);
+    menu_->setFont(AppFonts::text(menuPoints));
     run->setMenu(menu_);
     run->setIcon(SymbolIcon::of("chevron.down", SettingsColors::secondaryLabel()));
     run->setIconSize(QSize(chevronSide, chevronSide));

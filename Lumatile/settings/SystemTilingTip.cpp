@@ -7,6 +7,7 @@
 
 #include "Lumatile/DesktopTiling.h"
 #include "Lumatile/settings/SettingsColors.h"
+#include "Lumatile/settings/SettingsStyle.h"
 #include "Lumatile/settings/TipView.h"
 #include "Lumatile/settings/ViewText.h"
 #include "onboarding/TipTexts.h"
@@ -54,11 +55,18 @@ void SystemTilingTip::askToSwitchOff() {
     auto* question = new QMessageBox(window());
     question->setAttribute(Qt::WA_DeleteOnClose);
     question->setWindowModality(Qt::WindowModal);
+    // A window of its own takes neither colours nor fonts over.
+    question->setObjectName(QStringLiteral("settingsWindow"));
+    SettingsStyle::apply(*question);
     question->setText(say_(TipTexts::switchOffQuestion));
     question->setInformativeText(say_(TipTexts::switchOffDetails));
     QPushButton* confirm =
         question->addButton(say_(TipTexts::switchOffConfirm), QMessageBox::AcceptRole);
-    question->addButton(say_(TipTexts::switchOffCancel), QMessageBox::RejectRole);
+    QPushButton* cancel =
+        question->addButton(say_(TipTexts::switchOffCancel), QMessageBox::RejectRole);
+    for (QPushButton* button : {confirm, cancel}) {
+        button->setFont(question->font());
+    }
     connect(question, &QMessageBox::buttonClicked, this,
             [this, confirm, question](QAbstractButton* clicked) {
                 if (clicked == static_cast<QAbstractButton*>(confirm)) {

@@ -1,8 +1,11 @@
 // The settings window as it looks, drawn without any screen. The pictures are kept for whoever
 // wants to see them.
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
+#include <QFontInfo>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMessageBox>
@@ -13,6 +16,9 @@
 
 #include <algorithm>
 
+#include "Lumatile/settings/AboutPanel.h"
+#include "Lumatile/settings/NoticeWindow.h"
+#include "Lumatile/settings/ViewText.h"
 #include "tests/unit/Lumatile/SettingsStage.h"
 
 namespace lumatile {
@@ -69,6 +75,54 @@ TEST_F(SettingsPictures, whatOpensFromThem) {
     auto* question = stage_.window().findChild<QMessageBox*>();
     ASSERT_NE(question, nullptr);
     save(*question, "settings-tiling-question");
+    question->close();
+    stage_.model().setSection(SettingsSection::oled);
+    auto* choices = stage_.window().findChild<QComboBox*>();
+    ASSERT_NE(choices, nullptr);
+    choices->showPopup();
+    save(*choices->view()->window(), "settings-choices");
+    choices->hidePopup();
+
+    NoticeWindow notices;
+    notices.show({"Lumatile 2.0 is available", "You have version 1.2.3.", "Show Updates"}, [] {});
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && window->inherits("QDialog")) {
+            save(*window, "notice");
+        }
+    }
+    AboutPanel about("1.2.3", [](std::string_view text) { return viewText(text); }, {});
+    about.show();
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && window->windowTitle() == QLatin1String("About Lumatile")) {
+            save(*window, "about");
+        }
+    }
+}
+
+/// Light letters on a dark ground, whatever the desktop's own colours are.
+TEST_F(SettingsPictures, everythingThatOpensIsDark) {
+    stage_.show();
+    for (QPushButton* button : stage_.window().findChildren<QPushButton*>()) {
+        if (button->text().contains(QLatin1String("urn It Off"))) {
+            button->click();
+        }
+    }
+    auto* question = stage_.window().findChild<QMessageBox*>();
+    auto* menu = stage_.window().findChild<QMenu*>();
+    ASSERT_NE(question, nullptr);
+    ASSERT_NE(menu, nullptr);
+    emit menu->aboutToShow();
+    stage_.model().setSection(SettingsSection::oled);
+    auto* choices = stage_.window().findChild<QComboBox*>();
+    ASSERT_NE(choices, nullptr);
+    choices->showPopup();
+    for (QWidget* window : {static_cast<QWidget*>(question), static_cast<QWidget*>(menu),
+                            choices->view()->window()}) {
+        QApplication::processEvents();
+        const QImage picture = window->grab().toImage();
+        EXPECT_LT(picture.pixelColor(picture.width() / 2, 3).lightness(), 80);
+        EXPECT_EQ(QFontInfo(window->font()).family(), "Hanken Grotesk");
+    }
 }
 
 }  // namespace
