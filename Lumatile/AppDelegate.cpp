@@ -78,6 +78,7 @@ void AppDelegate::continueStart() {
     }
     hasStarted_ = true;
     app_->setAccessibilityGranted();
+    app_->startPreferenceSync();
     app_->startFeatures();
     if (onStarted) {
         onStarted();

@@ -31,7 +31,8 @@ ApplicationConductor::ApplicationConductor(Platform platform)
                       [this]() -> const DisplayService& { return displays(); }}),
       hotkeys_(platform.hotKeys),
       dragToSnap_({platform, store_, protection_.jitter(), protection_.orbit(),
-                   [this]() -> const DisplayService& { return displays(); }}) {
+                   [this]() -> const DisplayService& { return displays(); }}),
+      syncConflict_(platform.syncConflict) {
     applyOLEDSettings();
 }
 
@@ -76,7 +77,61 @@ void ApplicationConductor::stopFeatures() {
     refreshStatusIcon();
 }
 
-void ApplicationConductor::shutdown() { stopFeatures(); }
+void ApplicationConductor::shutdown() {
+    stopFeatures();
+    if (sync_) {
+        sync_->stop();
+    }
+}
+
+void ApplicationConductor::startPreferenceSync() {
+    if (sync_) {
+        return;
+    }
+    const auto onConductor = [this](auto operation) {
+        return [conductor = weak_from_this(), operation](const auto&... arguments) {
+            if (const auto alive = conductor.lock()) {
+                ((*alive).*operation)(arguments...);
+            }
+        };
+    };
+    sync_ = std::make_unique<SettingsSync>(
+        platform_.preferences, platform_.cloud,
+        [&runLoop = platform_.runLoop] { return runLoop.now(); },
+        SettingsSync::Closures{onConductor(&ApplicationConductor::reloadCommands),
+                               onConductor(&ApplicationConductor::reloadOLEDSettings),
+                               onConductor(&ApplicationConductor::presentConflict)});
+    sync_->start();
+}
+
+void ApplicationConductor::reloadCommands() {
+    const std::optional<Bytes> stored = platform_.preferences.bytes(CommandStore::preferenceKey);
+    applyCommands(CommandStore::fromStored(stored).commands);
+    // What cannot be decoded stays as it is: perhaps a newer version on another computer wrote it.
+    if (stored && CommandStore::decode(*stored)) {
+        platform_.preferences.setBytes(CommandStore::preferenceKey, store_.encode());
+    }
+}
+
+void ApplicationConductor::reloadOLEDSettings() {
+    oledSettings_ = storedOLEDSettings(platform_.preferences);
+    applyOLEDSettings();
+    showChangedSettings();
+}
+
+void ApplicationConductor::recordLocalChange() {
+    if (sync_) {
+        sync_->recordLocalChange();
+    }
+}
+
+void ApplicationConductor::presentConflict(const ConflictSummary& summary) {
+    syncConflict_.present(summary, [conductor = weak_from_this()](bool preferLocal) {
+        if (const auto alive = conductor.lock()) {
+            alive->sync_->settleConflict(preferLocal);
+        }
+    });
+}
 
 void ApplicationConductor::performCommand(const SnapCommand& command) {
     snapExecution_.performCommand(command);
@@ -100,6 +155,7 @@ void ApplicationConductor::changeOLEDSettings(const OLEDSettings& settings) {
                                    OLEDSettingsCodec::encode(settings));
     applyOLEDSettings();
     showChangedSettings();
+    recordLocalChange();
 }
 
 void ApplicationConductor::registerHotkeys() {
@@ -181,8 +237,14 @@ void ApplicationConductor::changeCommands(const std::vector<SnapCommand>& comman
     if (commands == store_.commands) {
         return;
     }
-    store_.commands = commands;
-    platform_.preferences.setBytes(CommandStore::preferenceKey, store_.encode());
+    // Stored before anything else, which may fail.
+    platform_.preferences.setBytes(CommandStore::preferenceKey, CommandStore(commands).encode());
+    applyCommands(commands);
+    recordLocalChange();
+}
+
+void ApplicationConductor::applyCommands(std::vector<SnapCommand> commands) {
+    store_.commands = std::move(commands);
     if (featuresRunning_) {
         registerHotkeys();
     }

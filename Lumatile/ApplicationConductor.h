@@ -11,9 +11,11 @@
 #include "Lumatile/PanelProtection.h"
 #include "Lumatile/Platform.h"
 #include "Lumatile/SettingsPresenting.h"
+#include "Lumatile/SettingsSync.h"
 #include "Lumatile/SettingsViewModel.h"
 #include "Lumatile/SnapExecution.h"
 #include "Lumatile/StatusMenuController.h"
+#include "Lumatile/SyncConflictCoordinator.h"
 #include "blacklist/Blacklist.h"
 #include "commands/CommandStore.h"
 #include "displays/DisplayService.h"
@@ -63,6 +65,10 @@ public:
     /// the features run, and shows them in the menu. Nothing happens when they are the present
     /// ones.
     void changeCommands(const std::vector<SnapCommand>& commands);
+
+    /// Keeps commands and settings the same as on the user's other computers from now on. Nothing
+    /// when it does already.
+    void startPreferenceSync();
 
     /// Starts what is allowed; while running already, renews the menu alone.
     void startFeatures();
@@ -119,6 +125,11 @@ private:
     void noteRecording(bool isRecording);
     void unregisterHotkeys();
     void showRefusedShortcuts();
+    void applyCommands(std::vector<SnapCommand> commands);
+    void reloadCommands();
+    void reloadOLEDSettings();
+    void recordLocalChange();
+    void presentConflict(const ConflictSummary& summary);
     void showChangedSettings();
 
     Platform platform_;
@@ -132,8 +143,10 @@ private:
     HotkeyService hotkeys_;
     DragToSnap dragToSnap_;
     std::shared_ptr<StatusMenuController> statusMenu_;  ///< None before start-up.
-    std::vector<UUID> refusedShortcuts_;                ///< The commands that they belong to.
-    std::shared_ptr<SettingsViewModel> settingsVM_;     ///< None before the settings are opened.
+    std::unique_ptr<SettingsSync> sync_;                ///< None before it is started.
+    SyncConflictCoordinator syncConflict_;
+    std::vector<UUID> refusedShortcuts_;             ///< The commands that they belong to.
+    std::shared_ptr<SettingsViewModel> settingsVM_;  ///< None before the settings are opened.
     std::unique_ptr<SettingsPresenting> settingsWC_;
     bool isRecordingShortcut_ = false;
     bool accessibilityGranted_ = false;

@@ -5,6 +5,7 @@
 namespace lumatile {
 
 class AccessibilityPlatform;
+class CloudStore;
 class DesktopTiling;
 class DimOverlays;
 class DragSnapHighlighting;
@@ -29,6 +30,7 @@ struct Platform {
     Workspace& workspace;
     RunLoop& runLoop;
     Preferences& preferences;
+    CloudStore& cloud;
     SystemLog& log;
     InputState& inputState;
     DimOverlays& dimOverlays;

@@ -15,6 +15,12 @@ inline constexpr std::string_view dragToSnap = "Snap by dragging windows to scre
 inline constexpr std::string_view automaticUpdates = "Check for updates automatically";
 inline constexpr std::string_view checkForUpdates = "Check for Updates…";
 inline constexpr std::string_view windowTiling = "macOS Window Tiling";
+inline constexpr std::string_view sync = "Sync";
+inline constexpr std::string_view shareThrough = "Share settings through a folder";
+inline constexpr std::string_view shareNot = "None";
+inline constexpr std::string_view chooseFolder = "Choose a Folder…";
+inline constexpr std::string_view chooseFolderTitle = "Folder for Shared Settings";
+inline constexpr std::string_view replaceShared = "Replace with This Computer’s Settings";
 inline constexpr std::string_view runCommand = "Run a Command";
 inline constexpr std::string_view quit = "Quit Lumatile";
 

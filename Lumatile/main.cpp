@@ -32,6 +32,7 @@
 #include "platform/freedesktop/ControlObject.h"
 #include "platform/freedesktop/DesktopNotifications.h"
 #include "platform/freedesktop/DesktopTilingSettings.h"
+#include "platform/freedesktop/FolderCloudStore.h"
 #include "platform/freedesktop/PackageKitUpdates.h"
 #include "platform/freedesktop/ServiceNotifier.h"
 #include "platform/freedesktop/SingleInstance.h"
@@ -157,6 +158,7 @@ int main(int argc, char** argv) {
     X11Workspace workspace(mirror);
     X11HotKeyPlatform hotKeys(*connection);
     QSettingsPreferences preferences(log);
+    FolderCloudStore cloud(preferences, log);
     X11InputState inputState(*connection, log);
     X11DimOverlays dimOverlays(*connection, monitors, log);
     X11MouseTapPlatform mouseTaps(*connection, monitors, runLoop);
@@ -212,6 +214,7 @@ int main(int argc, char** argv) {
                                 launchAtLogin,
                                 updater,
                                 tiling,
+                                cloud,
                                 runLoop,
                                 say,
                                 LUMATILE_VERSION,
@@ -229,9 +232,9 @@ int main(int argc, char** argv) {
     });
     OnboardingWindowMaker onboarding({runLoop, say, onboardingPatience});
     SyncConflictWindowMaker syncConflict(runLoop, say);
-    AppDelegate delegate({accessibility, screenList, hotKeys, workspace, runLoop, preferences, log,
-                          inputState, dimOverlays, mouseTaps, statusItem, settings, onboarding,
-                          syncConflict, tiling, highlight});
+    AppDelegate delegate({accessibility, screenList, hotKeys, workspace, runLoop, preferences,
+                          cloud, log, inputState, dimOverlays, mouseTaps, statusItem, settings,
+                          onboarding, syncConflict, tiling, highlight});
     conductor = delegate.app().weak_from_this();
     delegate.app().menuTargets = {[&about] { about.show(); },
                                   [&updater] { updater.checkForUpdates(); }, terminate};

@@ -19,6 +19,7 @@
 #include "Lumatile/settings/SettingsCard.h"
 #include "Lumatile/settings/SettingsColors.h"
 #include "Lumatile/settings/SymbolIcon.h"
+#include "Lumatile/settings/SyncCard.h"
 #include "Lumatile/settings/SystemTilingTip.h"
 #include "Lumatile/settings/ViewText.h"
 #include "menu_model/MenuBuilder.h"
@@ -50,6 +51,7 @@ GeneralSectionView::GeneralSectionView(SettingsServices services, QWidget* paren
     auto* tiling = new SettingsCard(say(SettingsTexts::windowTiling));
     tiling->addWidget(new SystemTilingTip(services_));
     layout->addWidget(tiling);
+    layout->addWidget(new SyncCard(services_.cloud, say));
 
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(buttonSpacing);

@@ -9,6 +9,7 @@
 
 namespace lumatile {
 
+class CloudStore;
 class DesktopTiling;
 class KeyCodes;
 class LaunchAtLogin;
@@ -23,6 +24,7 @@ struct SettingsServices {
     LaunchAtLogin& launchAtLogin;
     Updater& updater;
     DesktopTiling& tiling;
+    CloudStore& cloud;
     RunLoop& runLoop;
     SettingsSaying say;   ///< From a catalogue to this computer's words.
     std::string version;  ///< Of this build.

@@ -8,6 +8,8 @@ SimulatedDesktop::SimulatedDesktop()
     : runLoop(clock),
       input(clock),
       preferences(log, runLoop),
+      cloud(clock, runLoop),
+      cloudStore(cloud.join(std::nullopt)),
       hotKeys(runLoop),
       statusItem(runLoop),
       dimOverlays(screens),
@@ -17,9 +19,9 @@ SimulatedDesktop::SimulatedDesktop()
       workspace(programs) {}
 
 Platform SimulatedDesktop::platform() {
-    return {accessibility, screens,        hotKeys,     workspace, runLoop,    preferences,
-            log,           input,          dimOverlays, mouse,     statusItem, settingsWindow,
-            onboarding,    conflictPrompt, tiling,      highlight};
+    return {accessibility,  screens,    hotKeys,        workspace,   runLoop,  preferences,
+            cloudStore,     log,        input,          dimOverlays, mouse,    statusItem,
+            settingsWindow, onboarding, conflictPrompt, tiling,      highlight};
 }
 
 WindowID SimulatedDesktop::open(ApplicationID application, SimulatedWindowTraits traits) {

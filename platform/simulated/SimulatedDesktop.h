@@ -8,6 +8,8 @@
 #include "Lumatile/Platform.h"
 #include "platform/simulated/SimulatedAccessibility.h"
 #include "platform/simulated/SimulatedClock.h"
+#include "platform/simulated/SimulatedCloud.h"
+#include "platform/simulated/SimulatedCloudStore.h"
 #include "platform/simulated/SimulatedConflictPrompt.h"
 #include "platform/simulated/SimulatedDesktopTiling.h"
 #include "platform/simulated/SimulatedDimOverlays.h"
@@ -89,6 +91,8 @@ public:
     SimulatedInput input;
     SimulatedLog log;
     SimulatedPreferences preferences;
+    SimulatedCloud cloud;
+    SimulatedCloudStore& cloudStore;  ///< This computer's, without a location at first.
     SimulatedHotKeys hotKeys;
     SimulatedStatusItem statusItem;
     SimulatedSettings settingsWindow;

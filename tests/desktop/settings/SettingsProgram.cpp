@@ -30,6 +30,7 @@
 #include "Lumatile/settings/SettingsWindowController.h"
 #include "commands/BuiltInCommands.h"
 #include "onboarding/Vocabulary.h"
+#include "platform/freedesktop/FolderCloudStore.h"
 #include "platform/freedesktop/StandardErrorLog.h"
 #include "platform/qt/QSettingsPreferences.h"
 #include "platform/qt/QtRunLoop.h"
@@ -90,6 +91,7 @@ int main(int argc, char** argv) {
     AppFonts::registerFonts();
     StandardErrorLog log;
     QSettingsPreferences preferences(log);
+    FolderCloudStore cloud(preferences, log);
     NoTiling tiling;
     NoLogin login;
     LaunchAtLogin launchAtLogin(login, log);
@@ -113,7 +115,7 @@ int main(int argc, char** argv) {
     });
     SettingsWindowController controller(
         model,
-        {keys, preferences, launchAtLogin, updater, tiling, runLoop,
+        {keys, preferences, launchAtLogin, updater, tiling, cloud, runLoop,
          [&](std::string_view text) { return QString::fromStdString(vocabulary.apply(text)); },
          "1.0", [&] { return model->commands(); }, [](const SnapCommand&) {},
          [] { QApplication::quit(); }});

@@ -10,6 +10,7 @@
 #include "Lumatile/Platform.h"
 #include "oled_protection/Offset.h"
 #include "platform/simulated/SimulatedClock.h"
+#include "platform/simulated/SimulatedCloud.h"
 #include "platform/simulated/SimulatedConflictPrompt.h"
 #include "platform/simulated/SimulatedDesktopTiling.h"
 #include "platform/simulated/SimulatedDimOverlays.h"
@@ -124,6 +125,7 @@ private:
     SimulatedRunLoop runLoop_;
     SimulatedLog log_;
     SimulatedPreferences preferences_;
+    SimulatedCloud cloud_;
     SimulatedHotKeys hotKeys_;
     SimulatedInput input_;
     SimulatedStatusItem statusItem_{runLoop_};

@@ -102,6 +102,7 @@ private:
                 launchAtLogin_,
                 updater_,
                 tiling,
+                desktop_.cloudStore,
                 desktop_.runLoop,
                 [this](std::string_view text) {
                     return QString::fromStdString(vocabulary.apply(text));
