@@ -15,6 +15,7 @@
 #include "Lumatile/SettingsTexts.h"
 #include "Lumatile/SyncStatusText.h"
 #include "Lumatile/settings/ChoiceBox.h"
+#include "Lumatile/settings/SettingsStyle.h"
 
 namespace lumatile {
 
@@ -121,6 +122,9 @@ void SyncCard::choose(int index) {
 void SyncCard::chooseFolder() {
     auto* const dialog = new QFileDialog(window(), say_(SettingsTexts::chooseFolderTitle));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
+    // Where it is not the desktop's own: a window takes neither colours nor fonts over.
+    dialog->setObjectName(QStringLiteral("settingsWindow"));
+    SettingsStyle::apply(*dialog);
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
     connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& folder) {

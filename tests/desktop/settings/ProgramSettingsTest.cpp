@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "Lumatile/SettingsTexts.h"
+#include "Lumatile/SyncStatusText.h"
 #include "commands/BuiltInCommands.h"
 #include "onboarding/HostDesktop.h"
 #include "onboarding/TipTexts.h"
@@ -81,16 +82,20 @@ TEST(ProgramSettings, tellAScreenReaderAllTheirTexts) {
     ASSERT_TRUE(tree.waitFor("check box", say(S::launchAtLogin)));
     EXPECT_TRUE(tree.find("frame", say(S::windowTitle)));
     EXPECT_TRUE(tree.find("list", say(S::sidebar)));
-    EXPECT_THAT(told(tree),
-                ElementsAreArray(joined({
-                    {said("label", title(SettingsSection::general))},
-                    switchRow(S::launchAtLogin),
-                    switchRow(S::dragToSnap),
-                    switchRow(S::automaticUpdates),
-                    group(S::windowTiling),
-                    {said("label", TipTexts::tilingIsOff.text), said("button menu", S::runCommand),
-                     said("push button", S::checkForUpdates), said("push button", S::quit)},
-                })));
+    EXPECT_THAT(
+        told(tree),
+        ElementsAreArray(joined({
+            {said("label", title(SettingsSection::general))},
+            switchRow(S::launchAtLogin),
+            switchRow(S::dragToSnap),
+            switchRow(S::automaticUpdates),
+            group(S::windowTiling),
+            {said("label", TipTexts::tilingIsOff.text)},
+            group(S::sync),
+            {said("label", S::shareThrough), said("combo box", S::shareNot),
+             said("label", SyncStatusText::lastSynced({}, {})), said("button menu", S::runCommand),
+             said("push button", S::checkForUpdates), said("push button", S::quit)},
+        })));
     EXPECT_FALSE(tree.find("check box", say(S::launchAtLogin))->isChecked());
     EXPECT_TRUE(tree.find("check box", say(S::dragToSnap))->isChecked());
 
