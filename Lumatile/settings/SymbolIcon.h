@@ -22,8 +22,8 @@ struct SymbolIcon {
     /// Whether there is a drawing of that name.
     static bool isKnown(std::string_view name);
 
-    /// @param side logical pixels
-    static QPixmap pixmap(std::string_view name, const QColor& color, int side, double scale);
+    /// @param pixels the side of the square, logical
+    static QPixmap pixmap(std::string_view name, const QColor& color, int pixels, double scale);
 };
 
 }  // namespace lumatile
