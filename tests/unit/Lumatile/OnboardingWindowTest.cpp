@@ -212,6 +212,19 @@ TEST_F(OnboardingWindow, aGrantInThatMomentCompletesUnseen) {
     EXPECT_EQ(completions, 1);
 }
 
+TEST_F(OnboardingWindow, aGrantThatIsThereByThenCompletesUnseenAtOnce) {
+    open(3);
+    coordinator.reset();
+    desk.accessibility.setTrusted(true);
+    Presenter later({desk.runLoop, stage.saying(), 3});
+    coordinator = std::make_shared<OnboardingCoordinator>(model, later, [this] { ++completions; });
+    coordinator->show();
+    EXPECT_EQ(completions, 1);
+    EXPECT_FALSE(coordinator->hasWindow());
+    EXPECT_EQ(desk.runLoop.timerCount(), 0U);
+    coordinator.reset();
+}
+
 TEST_F(OnboardingWindow, askedForByTheUserItDoesNotKeepBack) {
     open(3);
     coordinator->show();
