@@ -6,7 +6,10 @@
 #include <string>
 
 #include "Lumatile/AppDelegate.h"
+#include "oled_protection/OLEDSettingsCodec.h"
 #include "platform/simulated/SimulatedDesktop.h"
+#include "preference_sync/PreferenceSyncEngine.h"
+#include "preference_sync/SyncTimestamp.h"
 
 namespace lumatile {
 namespace {
@@ -70,6 +73,22 @@ TEST_F(FirstStart, aGrantThatComesLaterStartsEverythingOnce) {
     desk.advance(10);
     EXPECT_EQ(starts, 1);
     EXPECT_TRUE(desk.log.lines().empty());
+}
+
+TEST_F(FirstStart, settingsAreSharedFromTheGrantOn) {
+    desk.cloudStore.setLocation(SimulatedCloud::usualLocation);
+    OLEDSettings elsewhere = delegate->app().oledSettings();
+    elsewhere.idleThreshold += 60;
+    desk.cloud.put(
+        {{std::string(OLEDSettings::preferenceKey), OLEDSettingsCodec::encode(elsewhere)},
+         {std::string(PreferenceSyncEngine::timestampKey),
+          SyncTimestamp::encode(desk.clock.wallSeconds())}});
+    launch();
+    desk.advance(10);
+    EXPECT_NE(delegate->app().oledSettings(), elsewhere);
+    grant();
+    desk.advance(1);
+    EXPECT_EQ(delegate->app().oledSettings(), elsewhere);
 }
 
 TEST_F(FirstStart, withTheGrantNoOnboardingIsShown) {
