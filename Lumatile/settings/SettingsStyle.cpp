@@ -23,12 +23,12 @@ constexpr double bodyPoints = 13;
 constexpr const char* rules = R"(
 * { outline: none; }
 QWidget#settingsWindow, QStackedWidget, QScrollArea, QWidget#page { background: <window>; }
-QWidget#sidebar {
+QListWidget#sidebar {
     background: <sidebar>; border: none; border-right: 1px solid <separator>; padding-top: <s20>; }
-QWidget#sidebar::item {
+QListWidget#sidebar::item {
     padding: <s4> <s10>; margin: 1px <s10>; border-radius: 6px; color: <secondaryLabel>; }
-QWidget#sidebar::item:hover { background: <card>; }
-QWidget#sidebar::item:selected { background: <control>; color: <label>; }
+QListWidget#sidebar::item:hover { background: <card>; }
+QListWidget#sidebar::item:selected { background: <control>; color: <label>; }
 QListWidget#areas {
     background: <card>; border: 1px solid <separator>; border-radius: 10px; padding: 4px; }
 QListWidget#areas::item { padding: 3px <s6>; border-radius: 5px; color: <label>; }
@@ -87,6 +87,13 @@ QSlider::handle:horizontal {
     background: <label>; width: 16px; height: 16px; margin: -6px 0; border-radius: 8px; }
 QSlider::handle:horizontal:focus { border: 2px solid <accent>; }
 QSlider::handle:horizontal:disabled { background: <disabledLabel>; }
+QScrollBar:horizontal { background: transparent; height: 10px; margin: 2px; }
+QScrollBar::handle:horizontal { background: <separator>; border-radius: 3px; min-width: 30px; }
+QFileDialog QTreeView, QFileDialog QListView {
+    background: <card>; color: <label>; border: 1px solid <separator>; border-radius: 6px; }
+QHeaderView { background: <card>; }
+QHeaderView::section {
+    background: <control>; color: <secondaryLabel>; border: none; padding: <s4> <s6>; }
 QToolTip { background: <control>; color: <label>; border: 1px solid <separator>; padding: 4px; }
 )";
 

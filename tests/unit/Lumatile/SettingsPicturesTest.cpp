@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QFileDialog>
 #include <QFontInfo>
 #include <QKeyEvent>
 #include <QMenu>
@@ -112,12 +113,16 @@ TEST_F(SettingsPictures, everythingThatOpensIsDark) {
     ASSERT_NE(question, nullptr);
     ASSERT_NE(menu, nullptr);
     emit menu->aboutToShow();
-    stage_.model().setSection(SettingsSection::oled);
     auto* choices = stage_.window().findChild<QComboBox*>();
     ASSERT_NE(choices, nullptr);
     choices->showPopup();
+    // The last choice of the first box leads to a folder.
+    emit choices->activated(choices->count() - 1);
+    auto* folders = stage_.window().findChild<QFileDialog*>();
+    ASSERT_NE(folders, nullptr);
+    save(*folders, "settings-folder");
     for (QWidget* window : {static_cast<QWidget*>(question), static_cast<QWidget*>(menu),
-                            choices->view()->window()}) {
+                            choices->view()->window(), static_cast<QWidget*>(folders)}) {
         QApplication::processEvents();
         const QImage picture = window->grab().toImage();
         EXPECT_LT(picture.pixelColor(picture.width() / 2, 3).lightness(), 80);
