@@ -226,6 +226,7 @@ private:
         }
         errand.over = over_;
         errand.overAnything = overAnything_;
+        errand.mayBegin = isFirstContact_ || overAnything_;
         errand.knownTime = changeTime(replica_.accepted().value_or(SharedSet{}));
         travel(std::move(errand));
         patience_ = MainLoopSource::every(pace_.patienceMilliseconds, [this] {

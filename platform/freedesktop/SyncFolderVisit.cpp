@@ -190,7 +190,8 @@ void SyncFolderVisit::settleCopies(const Errand& errand) {
         });
     const fs::path path = errand.folder / fileName;
     const double time = changeTime(newest->set);
-    if (file == File::absent || (file == File::good && time > changeTime(set)) ||
+    if ((file == File::absent && errand.mayBegin) ||
+        (file == File::good && time > changeTime(set)) ||
         (file == File::damaged && time > errand.knownTime)) {
         // What it replaces is kept as well; where that fails, nothing is replaced.
         if (file == File::good) {

@@ -29,6 +29,9 @@ public:
         /// It is written as well where there is no file or a damaged one, which is put aside
         /// before.
         bool overAnything = false;
+        /// A copy from a collision takes the place of a file that is not there. Services make room
+        /// first and let the other file appear a moment later, so not where one is expected.
+        bool mayBegin = false;
         /// A copy from a collision takes the place of a damaged file when it was changed later than
         /// that, seconds since 1970-01-01 00:00 UTC.
         double knownTime = 0;

@@ -141,6 +141,23 @@ TEST_F(FolderCollisionTest, aCopyAloneIsTheSettings) {
     EXPECT_EQ(contents(file), textOf(7, "[copy]"));
 }
 
+// A service moves one file away before it puts the other in its place.
+TEST_F(FolderCollisionTest, aCopyThatAppearsBeforeTheFileItMadeRoomForWaitsForIt) {
+    computer.start(folder.path());
+    computer.change(7, "[here]");
+    computer.settle();
+    fs::rename(file, copy);
+    computer.settle();
+    EXPECT_EQ(computer.condition(), Condition::missing);
+    EXPECT_THAT(folder.names(), ElementsAre(copy.filename().string()));
+    replaceFile(file, textOf(5, "[there]"));
+    computer.settle();
+    EXPECT_EQ(contents(file), textOf(7, "[here]"));
+    EXPECT_THAT(asideNames(),
+                ElementsAre("lumatile-settings.from-5000.json", copy.filename().string()));
+    EXPECT_EQ(computer.condition(), Condition::current);
+}
+
 TEST_F(FolderCollisionTest, copiesInAFolderThatMayNotBeWrittenAreLeftThere) {
     replaceFile(file, textOf(5, "[main]"));
     replaceFile(copy, textOf(7, "[copy]"));
