@@ -145,6 +145,8 @@ public:
         visitsAgain_ = false;
         patience_.stop();
         poll_.stop();
+        absence_.stop();
+        isLongGone_ = false;
         eventSource_.stop();
         events_.reset();
         isVisiting_ = false;  // The answer of one under way is not waited for.
@@ -317,7 +319,7 @@ private:
             case File::absent:
                 if (!isFirstContact_ && !overAnything_) {
                     found_ = Found::missing;
-                    complain(path + " is gone, and not written anew until it is back");
+                    noteAbsence(path);
                 } else {
                     over_.reset();
                     acceptIt({});
@@ -338,8 +340,22 @@ private:
         }
     }
 
+    void noteAbsence(const std::string& path) {
+        if (isLongGone_) {
+            complain(path + " is gone, and not written anew until it is back");
+        } else if (!absence_.isRunning()) {
+            absence_ = MainLoopSource::every(pace_.absenceMilliseconds, [this] {
+                absence_.stop();
+                isLongGone_ = true;
+                visit();
+            });
+        }
+    }
+
     void acceptIt(const SharedSet& set) {
         found_ = Found::here;
+        absence_.stop();
+        isLongGone_ = false;
         if (!hasFailedToWrite_) {
             complaint_.clear();
         }
@@ -440,12 +456,14 @@ private:
     bool isTooLarge_ = false;
     bool hasFailedToWrite_ = false;
     bool overAnything_ = false;
+    bool isLongGone_ = false;
     bool sendsSoon_ = false;
     bool isVisiting_ = false;
     bool visitsAgain_ = false;
     std::uint64_t visits_ = 0;  ///< The number of the one that is waited for.
     MainLoopSource patience_;
     MainLoopSource poll_;
+    MainLoopSource absence_;
     std::unique_ptr<FolderEvents> events_;
     MainLoopSource eventSource_;
     std::vector<std::weak_ptr<const Observer>> observers_;

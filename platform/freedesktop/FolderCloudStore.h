@@ -33,6 +33,9 @@ public:
         int pollMilliseconds = 60'000;
         /// After which a visit counts as unanswered. Discs that have to start take some seconds.
         int patienceMilliseconds = 10'000;
+        /// After which it is said that the file has gone: services take one away a moment before
+        /// they put the next in its place.
+        int absenceMilliseconds = 10'000;
         /// As on a network, also where the kernel tells.
         bool alwaysPolls = false;
         std::function<SyncFolderVisit(const SyncFolderVisit::Errand&)> visit =

@@ -82,6 +82,9 @@ std::string settingsText(const LumatileProcess::Settings& settings) {
     if (settings.commands) {
         text += stored("commands", *settings.commands);
     }
+    if (settings.syncFolder) {
+        text += stored("syncFolder", *settings.syncFolder);
+    }
     return text;
 }
 

@@ -23,6 +23,8 @@ public:
         std::optional<std::string> commands = std::nullopt;
         Environment environment = {};  ///< Beside the session's.
         bool writableFolder = true;    ///< False: there is no folder that settings could be put in.
+        /// The folder through which settings are shared; absent: none.
+        std::optional<std::string> syncFolder = std::nullopt;
     };
 
     /// Returns when its shortcuts are registered.

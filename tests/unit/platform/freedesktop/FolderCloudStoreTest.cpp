@@ -167,6 +167,7 @@ TEST_F(FolderCloudStoreTest, aFolderThatGoesAndComesIsAnsweredFromMemoryMeanwhil
 
 // As where a mount point lies empty because nothing is mounted.
 TEST_F(FolderCloudStoreTest, aKnownFolderWithoutItsFileIsNotBegunAnew) {
+    computer.pace.absenceMilliseconds = 1;
     computer.start(folder.path());
     computer.change(5, "[1]");
     computer.settle();
@@ -174,10 +175,12 @@ TEST_F(FolderCloudStoreTest, aKnownFolderWithoutItsFileIsNotBegunAnew) {
     computer.settle();
     EXPECT_EQ(computer.condition(), Condition::missing);
     EXPECT_EQ(computer.store->data("commands"), "[1]");
+    EXPECT_TRUE(runUntil([&] { return computer.log.lines().size() == 1; }));
     computer.start();
     computer.settle();
     EXPECT_FALSE(computer.store->hasBeenRead());
     computer.change(6, "[2]");
+    EXPECT_TRUE(runUntil([&] { return computer.log.lines().size() == 2; }));
     computer.settle();
     EXPECT_THAT(folder.names(), IsEmpty());
     EXPECT_THAT(computer.log.lines(), SizeIs(2)) << "one line for each start";
@@ -187,6 +190,20 @@ TEST_F(FolderCloudStoreTest, aKnownFolderWithoutItsFileIsNotBegunAnew) {
     computer.settle();
     EXPECT_EQ(contents(file), textOf(6, "[2]"));
     EXPECT_EQ(computer.condition(), Condition::current);
+}
+
+TEST_F(FolderCloudStoreTest, aFileThatIsGoneForAMomentIsNotSpokenOf) {
+    computer.start(folder.path());
+    computer.change(5, "[1]");
+    computer.settle();
+    for (const double time : {6.0, 7.0, 8.0}) {
+        fs::remove(file);
+        computer.settle();
+        replaceFile(file, textOf(time, "[there]"));
+        computer.settle();
+        EXPECT_EQ(computer.condition(), Condition::current);
+    }
+    EXPECT_THAT(computer.log.lines(), IsEmpty());
 }
 
 TEST_F(FolderCloudStoreTest, theUserMayHaveAMissingFileWrittenAnew) {

@@ -11,6 +11,7 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -35,10 +36,10 @@ public:
     std::vector<std::string> lines;
 };
 
-/// Runs `work` in a process of its own that is killed when it is about to make a system call.
-/// @param calls how many it makes before
-/// @return whether it was killed; false when `work` ended with fewer calls
-bool killedAfter(int calls, const std::function<void()>& work) {
+/// Runs `work` in a process of its own that stands still before each of its system calls.
+/// @param mayGoOn called then, with the number of calls made so far; false: the process is killed
+/// @return whether it was killed; false when `work` came to its end
+bool killed(const std::function<void()>& work, const std::function<bool(int)>& mayGoOn) {
     const pid_t child = fork();
     if (child < 0) {
         throw std::runtime_error("fork");
@@ -66,11 +67,12 @@ bool killedAfter(int calls, const std::function<void()>& work) {
         if (WSTOPSIG(status) != syscallStop) {
             throw std::runtime_error("an unexpected signal");
         }
-        if (stops++ == 2 * calls) {
+        if (stops % 2 == 0 && !mayGoOn(stops / 2)) {
             kill(child, SIGKILL);
             waitpid(child, &status, 0);
             return true;
         }
+        ++stops;
     }
     if (!WIFEXITED(status) || WEXITSTATUS(status) != EXIT_SUCCESS) {
         throw std::runtime_error("the process ended in another way");
@@ -116,8 +118,18 @@ protected:
         }
     }
 
-    /// Saves a value again and again, killed each time one system call later, until it comes
-    /// through.
+    /// All that lies in the folder, names and contents.
+    std::map<std::string, std::string> state() const {
+        std::map<std::string, std::string> state;
+        for (const auto& entry : fs::directory_iterator(file_.parent_path())) {
+            state[entry.path().filename().string()] = contents(entry.path()).value_or("");
+        }
+        return state;
+    }
+
+    /// Follows a save from one system call to the next. Then kills one at each call before which
+    /// the folder was another one than before the call before: killed in between, a process leaves
+    /// nothing else.
     void killEverywhere(const std::optional<std::string>& before) {
         const Bytes value = R"([{"id":"A","axis":"horizontal"}])" + std::string(3000, 'x');
         RecordedLog log;
@@ -129,15 +141,34 @@ protected:
         const std::optional<std::string> after = contents(file_);
         ASSERT_TRUE(after);
         ASSERT_NE(after, before);
+
+        restore(before);
+        std::vector<int> places;
+        std::map<std::string, std::string> former;
+        int calls = 0;
+        ASSERT_FALSE(killed(save, [&](int call) {
+            EXPECT_THAT(contents(file_), AnyOf(Eq(before), Eq(after))) << "call " << call;
+            const auto now = state();
+            if (call == 0 || now != former) {
+                places.push_back(call);
+            }
+            former = now;
+            calls = call + 1;
+            return true;
+        }));
+        // To lock, write a file, read it back, rename it and unlock changes the folder that often.
+        EXPECT_GT(calls, 50);
+        EXPECT_GT(places.size(), 6U);
+        RecordProperty("calls", calls);
+        RecordProperty("kills", static_cast<int>(places.size()));
+
         int olds = 0;
         int news = 0;
-        for (int calls = 0;; ++calls) {
+        for (const int place : places) {
             restore(before);
-            const bool wasKilled = killedAfter(calls, save);
+            ASSERT_TRUE(killed(save, [&](int call) { return call < place; }));
             const std::optional<std::string> found = contents(file_);
-            ASSERT_THAT(found, AnyOf(Eq(before), Eq(after)))
-                << "killed after " << calls << " calls";
-            ASSERT_TRUE(wasKilled || found == after);
+            ASSERT_THAT(found, AnyOf(Eq(before), Eq(after))) << "killed before call " << place;
             ++(found == after ? news : olds);
 
             makeOld(file_.string() + ".lock");
@@ -146,18 +177,13 @@ protected:
             next.setBoolean("dragToSnapEnabled", false);
             ASSERT_EQ(next.boolean("dragToSnapEnabled"), false);
             ASSERT_EQ(next.bytes("commands"), found == after ? std::optional(value) : oldValue_);
-            ASSERT_THAT(log.lines, IsEmpty()) << "killed after " << calls << " calls";
+            ASSERT_THAT(log.lines, IsEmpty()) << "killed before call " << place;
             ASSERT_THAT(std::vector<fs::path>(fs::directory_iterator(file_.parent_path()), {}),
                         ElementsAre(file_));
-            if (!wasKilled) {
-                break;
-            }
         }
-        // It was stopped on both sides of the step from one file to the other, and not just at the
-        // ends: to write a file, read it back and rename it takes tens of calls.
-        EXPECT_GT(olds, 20);
-        EXPECT_GT(news, 1);
-        RecordProperty("calls", olds + news);
+        // On both sides of the step from one file to the other.
+        EXPECT_GT(olds, 3);
+        EXPECT_GT(news, 0);
     }
 
     fs::path folder_;
