@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "platform/qt/QSettingsPreferences.h"
+#include "tests/unit/commands/TemporaryFolder.h"
 
 namespace lumatile {
 namespace {
@@ -90,16 +91,6 @@ std::optional<std::string> contents(const fs::path& path) {
 
 class PreferencesKillTest : public testing::Test {
 protected:
-    PreferencesKillTest() {
-        std::string name = (fs::temp_directory_path() / "lumatile-kill-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr) {
-            throw std::runtime_error("no folder");
-        }
-        folder_ = name;
-        file_ = folder_ / "lumatile" / "lumatile.conf";
-    }
-    ~PreferencesKillTest() override { fs::remove_all(folder_); }
-
     /// Puts the file back to what it was, and nothing beside it.
     void restore(const std::optional<std::string>& text) {
         fs::remove_all(file_.parent_path());
@@ -186,8 +177,8 @@ protected:
         EXPECT_GT(news, 0);
     }
 
-    fs::path folder_;
-    fs::path file_;
+    TemporaryFolder folder_;
+    fs::path file_ = folder_ / "lumatile" / "lumatile.conf";
     std::optional<Bytes> oldValue_;
 };
 
