@@ -67,12 +67,11 @@ void SystemTilingTip::askToSwitchOff() {
     for (QPushButton* button : {confirm, cancel}) {
         button->setFont(question->font());
     }
-    connect(question, &QMessageBox::buttonClicked, this,
-            [this, confirm, question](QAbstractButton* clicked) {
-                if (clicked == static_cast<QAbstractButton*>(confirm)) {
-                    tiling_.switchOff();
-                }
-            });
+    connect(question, &QMessageBox::buttonClicked, this, [this, confirm](QAbstractButton* clicked) {
+        if (clicked == static_cast<QAbstractButton*>(confirm)) {
+            tiling_.switchOff();
+        }
+    });
     question->open();
 }
 

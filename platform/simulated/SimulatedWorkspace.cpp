@@ -18,7 +18,7 @@ std::optional<RunningApplication> SimulatedWorkspace::frontmostOtherApplication(
             continue;
         }
         const SimulatedApplication* owner = programs_.find(window->application);
-        const auto described = owner ? describe(*owner) : std::nullopt;
+        auto described = owner ? describe(*owner) : std::nullopt;
         if (described && described->pid != ownPid_) {
             return described;
         }

@@ -288,8 +288,8 @@ TEST(ProgramSettings, aCommandChosenThereIsForTheWindowBehind) {
     EXPECT_EQ(before.width, 920);
     EXPECT_EQ(before.height, 600);
     // The frame around it may be wider on one side.
-    EXPECT_NEAR(before.x + before.width / 2, 960, 5);
-    EXPECT_NEAR(before.y + before.height / 2, 540, 30);
+    EXPECT_NEAR(before.x + before.width / 2.0, 960, 5);
+    EXPECT_NEAR(before.y + before.height / 2.0, 540, 30);
     // Flags, then from the sixth item on the smallest size.
     const auto hints =
         desk.desktop().observer().cardinals(desk.settingsWindow(), "WM_NORMAL_HINTS");

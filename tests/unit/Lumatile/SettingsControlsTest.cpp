@@ -835,7 +835,7 @@ TEST_P(SettingsWithLargeText, nothingIsCutOff) {
                     continue;
                 }
                 const std::string text =
-                    (isButton ? static_cast<QPushButton*>(widget)->text() : label->text())
+                    (isButton ? qobject_cast<QPushButton*>(widget)->text() : label->text())
                         .toStdString();
                 if (isButton || !label->wordWrap()) {
                     EXPECT_GE(widget->width(), widget->minimumSizeHint().width()) << text;
