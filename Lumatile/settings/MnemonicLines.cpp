@@ -51,7 +51,10 @@ void MnemonicLines::showIn(QWidget& window) {
 }
 
 bool MnemonicLines::eventFilter(QObject* watched, QEvent* event) {
-    const auto isAlt = [event] { return static_cast<QKeyEvent*>(event)->key() == Qt::Key_Alt; };
+    const auto isAlt = [event] {
+        const auto* key = dynamic_cast<QKeyEvent*>(event);
+        return key != nullptr && key->key() == Qt::Key_Alt;
+    };
     switch (event->type()) {
         case QEvent::KeyPress:
             if (isAlt()) {
