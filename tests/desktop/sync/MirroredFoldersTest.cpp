@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "Lumatile/SettingsSync.h"
+#include "platform/freedesktop/GLibHandles.h"
 #include "tests/desktop/sync/MirroredFolders.h"
 #include "tests/unit/platform/freedesktop/FolderStoreTest.h"
 
@@ -97,6 +98,11 @@ TEST(MirroredFolders, settingsFollowAndCollisionsEndWithTheLatestOnBothSides) {
     })) << told();
     // A copy was made, and what did not count is kept on the side where it lay.
     EXPECT_THAT(one.everything(), testing::Contains("[later]"));
+    // What is mirrored into the folder of the copies concerns no store and so wakes no loop.
+    const GObjectHandle<GFile> copies(
+        g_file_new_for_path((folders.path(1) / SyncFolderVisit::asideName).c_str()));
+    const GObjectHandle<GFileMonitor> wakes(
+        g_file_monitor_directory(copies.get(), G_FILE_MONITOR_NONE, nullptr, nullptr));
     ASSERT_TRUE(runUntil([&] {
         const auto found = two.everything();
         return std::find(found.begin(), found.end(), "[earlier]") != found.end();

@@ -49,10 +49,10 @@ inline void replaceFile(const std::filesystem::path& path, const std::string& te
 }
 
 /// Runs the main loop of GLib until `holds`.
-/// @return whether it came to hold within two minutes; services take their time on a busy machine
+/// @return whether it came to hold within a minute; services take their time on a busy machine
 inline bool runUntil(const std::function<bool()>& holds) {
     bool isOver = false;
-    constexpr guint patience = 110'000;
+    constexpr guint patience = 60'000;
     const guint timer = g_timeout_add(
         patience,
         [](gpointer over) -> gboolean {
