@@ -38,6 +38,12 @@ X11EdgeTile::~X11EdgeTile() { *self_ = nullptr; }
 
 bool X11EdgeTile::takeDrop() { return std::exchange(isReleased_, false) && isUndoable(); }
 
+std::optional<X11PixelRect> X11EdgeTile::outerAtRelease(const X11Window& window) {
+    const bool isKnown = isReleased_ && released_ && released_->id == window.id &&
+                         released_->serial == window.serial;
+    return isKnown && isUndoable() ? std::optional(released_->outer) : std::nullopt;
+}
+
 void X11EdgeTile::undo(xcb_window_t window) {
     const xcb_atom_t state = connection_.atoms()["_NET_WM_STATE"];
     const xcb_atom_t vertically = connection_.atoms()["_NET_WM_STATE_MAXIMIZED_VERT"];
@@ -61,6 +67,12 @@ void X11EdgeTile::note(const xcb_generic_event_t& event) {
 
 void X11EdgeTile::noteRelease() {
     isReleased_ = true;
+    // The server tells of things in their order: what the mirror knows now, the window manager had
+    // made of the drag, and what it makes of the release comes later.
+    const X11Window* const front = mirror_.active();
+    released_ = front != nullptr && !front->isStale()
+                    ? std::optional(Released{front->id, front->serial, front->frame().outer()})
+                    : std::nullopt;
     // Whoever acts on the release may have seen it later than this and so acts later: the end of
     // the turn is behind both.
     connection_.defer([self = self_] {

@@ -2,10 +2,13 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include <xcb/xcb.h>
 
 #include "platform/x11/X11Connection.h"
+#include "platform/x11/X11PixelRect.h"
+#include "platform/x11/X11Window.h"
 #include "platform/x11/X11WindowMirror.h"
 
 namespace lumatile {
@@ -27,6 +30,11 @@ public:
     /// that a message can undo. True once for each release.
     bool takeDrop();
 
+    /// The outer rectangle that `window` had when the button was let go, for as long as `takeDrop`
+    /// is to be true: what it is by now may be the tile already, and says nothing of the drag.
+    /// Absent when the window was not in front, and where no tile is to be expected.
+    std::optional<X11PixelRect> outerAtRelease(const X11Window& window);
+
     /// Asks for the window to be let go of. What it is asked for next it does.
     void undo(xcb_window_t window);
 
@@ -39,6 +47,14 @@ private:
     X11WindowMirror& mirror_;
     std::uint8_t inputExtension_ = 0;
     bool isReleased_ = false;
+
+    /// The window in front when the button was let go.
+    struct Released {
+        xcb_window_t id = XCB_WINDOW_NONE;
+        std::uint64_t serial = 0;
+        X11PixelRect outer;
+    };
+    std::optional<Released> released_;
 
     // The check window of the window manager that was looked at last, and what was seen.
     xcb_window_t known_ = XCB_WINDOW_NONE;

@@ -106,7 +106,7 @@ X11WindowWriter::X11WindowWriter(X11Connection& connection, X11Monitors& monitor
       shaded_(connection.atoms()["_NET_WM_STATE_SHADED"]) {}
 
 Rect X11WindowWriter::frame(const X11Window& window) {
-    const X11PixelRect outer = window.frame().outer();
+    const X11PixelRect outer = tile_.outerAtRelease(window).value_or(window.frame().outer());
     if (window.written && window.written->became == outer &&
         window.written->origin == rootOrigin()) {
         return window.written->frame;

@@ -1,13 +1,41 @@
 // Windows dragged by their title bars to the edges and corners of one monitor.
 
 #include <gtest/gtest.h>
+#include <signal.h>
+
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <tuple>
 
 #include "tests/desktop/dragging/DragTest.h"
 
 namespace lumatile::desktop {
 namespace {
 
-class DragToEdge : public DragTest {};
+class DragToEdge : public DragTest {
+protected:
+    /// Stops the program once it has nothing left to do.
+    /// @return false when it does not come to rest
+    bool holdProgram() {
+        const pid_t program = desktop().program().pid();
+        const std::string path = "/proc/" + std::to_string(program) + "/stat";
+        const Deadline deadline = Deadline::usual();
+        while (!deadline.isOver()) {
+            // What was done to the mouse is in its hands when the server has answered.
+            desktop().observer().roundTrip();
+            std::ifstream file(path);
+            const std::string stat{std::istreambuf_iterator<char>(file), {}};
+            const std::size_t name = stat.rfind(") ");
+            if (name != std::string::npos && stat.compare(name, 3, ") S") == 0) {
+                return kill(program, SIGSTOP) == 0;
+            }
+        }
+        return false;
+    }
+
+    bool releaseProgram() { return kill(desktop().program().pid(), SIGCONT) == 0; }
+};
 
 TEST_P(DragToEdge, everyEdgeAndCornerOfALandscapeScreen) {
     start();
@@ -28,6 +56,28 @@ TEST_P(DragToEdge, everyEdgeAndCornerOfALandscapeScreen) {
         ASSERT_TRUE(hand().grip(window()));
         hand().moveTo(x, y);
         hand().letGo();
+        EXPECT_TRUE(snaps(becomes));
+    }
+    EXPECT_EQ(desktop().endProgram(), "");
+}
+
+TEST_P(DragToEdge, aProgramThatWasBusyCarriesTheDropOutAfterwards) {
+    start();
+    for (const auto& [x, y, becomes] : {std::tuple(2, 500, PixelRect{0, 0, 960, 1080}),
+                                        std::tuple(900, 2, PixelRect{0, 0, 1920, 1080})}) {
+        SCOPED_TRACE(std::to_string(x) + ", " + std::to_string(y));
+        ASSERT_TRUE(prepare());
+        ASSERT_TRUE(hand().grip(window()));
+        hand().moveTo(500, 500);
+        // It sees the rest of the drag all at once.
+        ASSERT_TRUE(holdProgram());
+        hand().moveTo(x, y);
+        hand().letGo();
+        if (GetParam() == WindowManager::Kind::kwin) {
+            // Its own tile is there before the program knows of the release.
+            EXPECT_TRUE(XClient::waitUntil([&] { return window().frame() == becomes; }));
+        }
+        ASSERT_TRUE(releaseProgram());
         EXPECT_TRUE(snaps(becomes));
     }
     EXPECT_EQ(desktop().endProgram(), "");
