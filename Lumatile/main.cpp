@@ -4,6 +4,7 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <algorithm>
 #include <cstdlib>
 #include <functional>
 #include <memory>
@@ -123,7 +124,9 @@ int main(int argc, char** argv) {
         log.write(MainTexts::program, MainTexts::waylandSession);
     }
     prepareToolkit();
-    const QApplication application(argc, argv);
+    // The toolkit has options of its own; this program has none.
+    int words = std::min(argc, 1);
+    const QApplication application(words, argv);
     // The highlight is a window that comes and goes.
     QApplication::setQuitOnLastWindowClosed(false);
     QtRunLoop runLoop;

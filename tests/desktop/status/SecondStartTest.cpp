@@ -99,6 +99,17 @@ TEST(SecondStart, opensTheSettingsOfTheFirst) {
     EXPECT_TRUE(LumatileProcess::isClean(first.stop())) << first.output();
 }
 
+TEST(SecondStart, takesNoOptions) {
+    TestDesktop desktop(MonitorLayout::landscape());
+    LumatileProcess first(desktop.session(), LUMATILE_PROGRAM);
+    // The toolkit would end a program that was given this.
+    ChildProcess second =
+        desktop.session().start({LUMATILE_PROGRAM, "-platform", "nowhere", "--quit"}, "second");
+    EXPECT_EQ(second.wait(Deadline::usual()), (ChildProcess::Exit{0, 0}))
+        << desktop.session().output("second");
+    EXPECT_TRUE(first.isRunning());
+}
+
 TEST(SecondStart, asksTheOneThatRunsToOpenItsSettings) {
     TestDesktop desktop(MonitorLayout::landscape());
     OtherInstance running(busOf(desktop), nameOf(desktop), true);
