@@ -6,7 +6,6 @@
 #include <fstream>
 #include <iterator>
 #include <string>
-#include <tuple>
 
 #include "tests/desktop/dragging/DragTest.h"
 
@@ -63,22 +62,26 @@ TEST_P(DragToEdge, everyEdgeAndCornerOfALandscapeScreen) {
 
 TEST_P(DragToEdge, aProgramThatWasBusyCarriesTheDropOutAfterwards) {
     start();
-    for (const auto& [x, y, becomes] : {std::tuple(2, 500, PixelRect{0, 0, 960, 1080}),
-                                        std::tuple(900, 2, PixelRect{0, 0, 1920, 1080})}) {
-        SCOPED_TRACE(std::to_string(x) + ", " + std::to_string(y));
+    struct Drop {
+        int x = 0;
+        int y = 0;
+        PixelRect becomes;
+    };
+    for (const Drop& drop : {Drop{2, 500, {0, 0, 960, 1080}}, Drop{900, 2, {0, 0, 1920, 1080}}}) {
+        SCOPED_TRACE(std::to_string(drop.x) + ", " + std::to_string(drop.y));
         ASSERT_TRUE(prepare());
         ASSERT_TRUE(hand().grip(window()));
         hand().moveTo(500, 500);
         // It sees the rest of the drag all at once.
         ASSERT_TRUE(holdProgram());
-        hand().moveTo(x, y);
+        hand().moveTo(drop.x, drop.y);
         hand().letGo();
         if (GetParam() == WindowManager::Kind::kwin) {
             // Its own tile is there before the program knows of the release.
-            EXPECT_TRUE(XClient::waitUntil([&] { return window().frame() == becomes; }));
+            EXPECT_TRUE(XClient::waitUntil([&] { return window().frame() == drop.becomes; }));
         }
         ASSERT_TRUE(releaseProgram());
-        EXPECT_TRUE(snaps(becomes));
+        EXPECT_TRUE(snaps(drop.becomes));
     }
     EXPECT_EQ(desktop().endProgram(), "");
 }
