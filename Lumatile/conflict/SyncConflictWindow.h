@@ -29,8 +29,8 @@ public:
     QDialog& window() { return *window_; }
 
 private:
+    SyncConflictView* view_;  ///< The window's.
     std::unique_ptr<QDialog> window_;
-    SyncConflictView* view_;
 };
 
 /// Makes conflict windows.

@@ -1,16 +1,11 @@
 #include "Lumatile/onboarding/OnboardingWindowController.h"
 
-#include <QAction>
-#include <QDialog>
-#include <QGuiApplication>
-#include <QKeySequence>
-#include <QScreen>
-#include <QVBoxLayout>
+#include <QSize>
 
-#include "Lumatile/AppFonts.h"
+#include <utility>
+
 #include "Lumatile/onboarding/OnboardingView.h"
-#include "Lumatile/settings/ApplicationIcon.h"
-#include "Lumatile/settings/SettingsStyle.h"
+#include "Lumatile/settings/PromptDialog.h"
 #include "onboarding/OnboardingTexts.h"
 
 namespace lumatile {
@@ -58,37 +53,13 @@ void OnboardingWindowController::reveal() {
     if (!window_) {
         makeWindow();
     }
-    if (window_->isMinimized()) {
-        window_->showNormal();
-    } else {
-        window_->show();
-    }
-    window_->raise();
-    window_->activateWindow();
+    bringToFront(*window_);
 }
 
 void OnboardingWindowController::makeWindow() {
-    window_ = std::make_unique<QDialog>();
-    window_->setObjectName(QStringLiteral("settingsWindow"));
-    window_->setWindowTitle(services_.say(OnboardingTexts::windowTitle));
-    window_->setWindowIcon(applicationIcon());
-    SettingsStyle::apply(*window_);
-    auto* layout = new QVBoxLayout(window_.get());
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(new OnboardingView(model_, services_.runLoop, services_.say));
-
-    // Text that the user has made larger gets more room, as far as the screen has it.
-    const QScreen& screen = *QGuiApplication::primaryScreen();
-    window_->resize((contentPoints * AppFonts::pixelsPerPoint()).boundedTo(screen.availableSize()));
-    window_->move(screen.availableGeometry().center() - window_->rect().center());
-
-    auto* close = new QAction(window_.get());
-    close->setShortcuts({QKeySequence(QKeySequence::Close)});
-    QObject::connect(close, &QAction::triggered, window_.get(), &QDialog::reject);
-    window_->addAction(close);
-    // Whoever is told lets go of the window, which must not happen while it is still closing.
-    QObject::connect(window_.get(), &QDialog::rejected, window_.get(),
-                     [&runLoop = services_.runLoop, closed = closed_] { runLoop.post(closed); });
+    window_ = makePromptDialog(services_.say(OnboardingTexts::windowTitle),
+                               new OnboardingView(model_, services_.runLoop, services_.say),
+                               contentPoints, services_.runLoop, closed_);
 }
 
 std::unique_ptr<OnboardingPresenting> OnboardingWindowMaker::make(

@@ -8,6 +8,7 @@
 #include "Lumatile/AppFonts.h"
 #include "Lumatile/SettingsTexts.h"
 #include "Lumatile/settings/ApplicationIcon.h"
+#include "Lumatile/settings/PromptDialog.h"
 #include "Lumatile/settings/SettingsAccessibility.h"
 #include "Lumatile/settings/SettingsRootView.h"
 #include "Lumatile/settings/SettingsStyle.h"
@@ -47,14 +48,6 @@ SettingsWindowController::SettingsWindowController(std::shared_ptr<SettingsViewM
 
 SettingsWindowController::~SettingsWindowController() = default;
 
-void SettingsWindowController::show() {
-    if (window_->isMinimized()) {
-        window_->showNormal();
-    } else {
-        window_->show();
-    }
-    window_->raise();
-    window_->activateWindow();
-}
+void SettingsWindowController::show() { bringToFront(*window_); }
 
 }  // namespace lumatile
