@@ -134,6 +134,8 @@ public:
         replica_ = {};
         found_ = Found::nothingYet;
         over_.reset();
+        own_.reset();
+        rest_.stop();
         lastSynced_.reset();
         failure_.clear();
         complaint_.clear();
@@ -227,6 +229,8 @@ private:
             errand.text = SharedSetCodec::print(*sending_);
         }
         errand.over = over_;
+        errand.own = own_;
+        errand.restMilliseconds = pace_.restMilliseconds;
         errand.overAnything = overAnything_;
         errand.mayBegin = isFirstContact_ || overAnything_;
         errand.knownTime = changeTime(replica_.accepted().value_or(SharedSet{}));
@@ -298,7 +302,14 @@ private:
         }
         pollIf(visit.isRemote || pace_.alwaysPolls || hasFailedToWrite_);
         tell(std::nullopt);
-        if (visitsAgain_ || (mayBeTaken && replica_.unsent() && !hasFailedToWrite_)) {
+        if (visit.awaitsRest) {
+            rest_ = MainLoopSource::every(pace_.restMilliseconds, [this] {
+                rest_.stop();
+                this->visit();
+            });
+        }
+        const bool mayWrite = mayBeTaken && !hasFailedToWrite_ && !visit.awaitsRest;
+        if (visitsAgain_ || (mayWrite && replica_.unsent())) {
             this->visit();
         }
     }
@@ -327,6 +338,9 @@ private:
                 break;
             case File::good:
                 over_ = visit.text;
+                if (visit.isOwn) {
+                    own_ = visit.text;
+                }
                 overAnything_ = false;
                 if (visit.hasWritten && sending_) {
                     replica_.sent(*sending_);
@@ -447,6 +461,7 @@ private:
     SharedSetReplica replica_;
     std::optional<SharedSet> sending_;  ///< Of the visit under way.
     std::optional<std::string> over_;   ///< The file's text as it was read last.
+    std::optional<std::string> own_;    ///< That this program wrote last.
     Found found_ = Found::nothingYet;
     std::optional<double> lastSynced_;
     std::string failure_;
@@ -464,6 +479,7 @@ private:
     MainLoopSource patience_;
     MainLoopSource poll_;
     MainLoopSource absence_;
+    MainLoopSource rest_;
     std::unique_ptr<FolderEvents> events_;
     MainLoopSource eventSource_;
     std::vector<std::weak_ptr<const Observer>> observers_;

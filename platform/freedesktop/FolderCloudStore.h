@@ -36,6 +36,9 @@ public:
         /// After which it is said that the file has gone: services take one away a moment before
         /// they put the next in its place.
         int absenceMilliseconds = 10'000;
+        /// Before anything is written over a file that somebody else has just put there; see
+        /// `SyncFolderVisit::Errand`.
+        int restMilliseconds = 2'000;
         /// As on a network, also where the kernel tells.
         bool alwaysPolls = false;
         std::function<SyncFolderVisit(const SyncFolderVisit::Errand&)> visit =

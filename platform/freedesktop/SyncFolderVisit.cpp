@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 #include <sys/statfs.h>
+#include <time.h>
 
 #include <algorithm>
 #include <array>
@@ -45,6 +46,19 @@ bool isRemoteFileSystem(const fs::path& folder) {
     };
     const auto type = static_cast<unsigned long>(status.f_type) & 0xffffffffUL;
     return std::find(remote.begin(), remote.end(), type) != remote.end();
+}
+
+/// The time since a file got its name or its contents; nothing where it cannot be told.
+std::optional<double> millisecondsSinceChange(const fs::path& file) {
+    struct stat status {};
+    timespec now{};
+    if (stat(file.c_str(), &status) != 0 || clock_gettime(CLOCK_REALTIME, &now) != 0) {
+        return std::nullopt;
+    }
+    constexpr double perSecond = 1000;
+    constexpr double perNanosecond = 1e-6;
+    return static_cast<double>(now.tv_sec - status.st_ctim.tv_sec) * perSecond +
+           static_cast<double>(now.tv_nsec - status.st_ctim.tv_nsec) * perNanosecond;
 }
 
 struct Copy {
@@ -136,9 +150,18 @@ SyncFolderVisit::SyncFolderVisit(const Errand& errand) {
         return;
     }
     settleCopies(errand);
-    if (errand.text) {
+    if (errand.text && !awaitsRest) {
         write(errand);
     }
+}
+
+bool SyncFolderVisit::isTooSoon(const Errand& errand) const {
+    if (file != File::good || isOwn || errand.own == text) {
+        return false;
+    }
+    // A clock that was set, or a server with another one, must not keep anything back.
+    const std::optional<double> age = millisecondsSinceChange(errand.folder / fileName);
+    return age && *age >= 0 && *age < errand.restMilliseconds;
 }
 
 void SyncFolderVisit::look(const Errand& errand) {
@@ -184,6 +207,10 @@ void SyncFolderVisit::settleCopies(const Errand& errand) {
     if (copies.empty()) {
         return;
     }
+    if (isTooSoon(errand)) {
+        awaitsRest = true;
+        return;
+    }
     const auto newest =
         std::max_element(copies.begin(), copies.end(), [](const Copy& one, const Copy& other) {
             return changeTime(one.set) < changeTime(other.set);
@@ -215,6 +242,7 @@ void SyncFolderVisit::settleCopies(const Errand& errand) {
             return;
         }
         file = File::good;
+        isOwn = true;
         text = newest->text;
         set = newest->set;
     }
@@ -229,6 +257,10 @@ void SyncFolderVisit::settleCopies(const Errand& errand) {
 }
 
 void SyncFolderVisit::write(const Errand& errand) {
+    if (isTooSoon(errand)) {
+        awaitsRest = true;
+        return;
+    }
     const fs::path path = errand.folder / fileName;
     const bool isAsExpected =
         file == File::good ? errand.over == text : file == File::absent && !errand.over;
@@ -249,6 +281,7 @@ void SyncFolderVisit::write(const Errand& errand) {
         return;
     }
     hasWritten = true;
+    isOwn = true;
     file = File::good;
     text = *errand.text;
     set = SharedSetCodec::parse(text).value_or(SharedSet{});

@@ -35,6 +35,12 @@ public:
         /// A copy from a collision takes the place of a damaged file when it was changed later than
         /// that, seconds since 1970-01-01 00:00 UTC.
         double knownTime = 0;
+        /// What this program wrote there last.
+        std::optional<std::string> own;
+        /// For so long a file that somebody else put there is left alone. While a service puts one
+        /// in its place it does not listen: a change at that moment it would find only at its next
+        /// look at everything, which may be an hour away.
+        int restMilliseconds = 0;
     };
 
     enum class File {
@@ -48,6 +54,8 @@ public:
     std::string text;          ///< Of a good file.
     SharedSet set;             ///< That it holds.
     bool hasWritten = false;   ///< The errand's text is the file now, which `text` and `set` are.
+    bool isOwn = false;        ///< This visit put the file there.
+    bool awaitsRest = false;   ///< There is something to do, for which it was too soon.
     bool isRemote = false;     ///< Changes by other computers may go unseen by the kernel here.
     std::string readFailure;   ///< In the system's words; empty where there was none.
     std::string writeFailure;  ///< Likewise.
@@ -59,6 +67,7 @@ public:
 
 private:
     void look(const Errand& errand);
+    bool isTooSoon(const Errand& errand) const;
     void settleCopies(const Errand& errand);
     void write(const Errand& errand);
     void readFile(const std::filesystem::path& folder);

@@ -17,6 +17,7 @@ namespace fs = std::filesystem;
 class MirroredComputer : public StoringComputer {
 public:
     explicit MirroredComputer(const fs::path& folder) : folder_(folder) {
+        pace = FolderCloudStore::Pace();
         start(folder);
         sync = std::make_unique<SettingsSync>(
             preferences, *store, [this] { return now; },
@@ -87,9 +88,9 @@ TEST(MirroredFolders, settingsFollowAndCollisionsEndWithTheLatestOnBothSides) {
     // written last; the settings say that it is the older change.
     folders.stop(1);
     one.edit(3000, "[later]");
-    one.settle();
+    ASSERT_TRUE(runUntil([&] { return one.shared() == "[later]"; })) << told();
     two.edit(2000, "[earlier]");
-    two.settle();
+    ASSERT_TRUE(runUntil([&] { return two.shared() == "[earlier]"; })) << told();
     folders.start(1);
     ASSERT_TRUE(runUntil([&] {
         return one.has("[later]") && two.has("[later]") && one.shared() == "[later]" &&
@@ -112,7 +113,7 @@ TEST(MirroredFolders, settingsFollowAndCollisionsEndWithTheLatestOnBothSides) {
     two.edit(3001, "[third]");
     ASSERT_TRUE(runUntil([&] { return one.has("[third]"); })) << told();
     EXPECT_TRUE(two.has("[third]"));
-    EXPECT_EQ(two.condition(), CloudStatus::Condition::current);
+    EXPECT_TRUE(runUntil([&] { return two.condition() == CloudStatus::Condition::current; }));
 }
 
 }  // namespace

@@ -92,6 +92,47 @@ TEST_F(FolderCloudStoreTest, aFileThatIsReplacedIsAChangeByAnother) {
     EXPECT_EQ(computer.store->data("commands"), "[older]");
 }
 
+constexpr int anHour = 3'600'000;
+
+TEST_F(FolderCloudStoreTest, nothingIsWrittenOverAFileThatAnotherHasJustPutThere) {
+    computer.pace.restMilliseconds = anHour;
+    computer.start(folder.path());
+    computer.change(5, "[mine]");
+    computer.settle();
+    computer.change(6, "[mine, too]");
+    computer.settle();
+    EXPECT_EQ(contents(file), textOf(6, "[mine, too]")) << "over its own it writes at once";
+    replaceFile(file, textOf(7, "[there]"));
+    computer.settle();
+    EXPECT_EQ(computer.store->data("commands"), "[there]");
+    EXPECT_EQ(computer.condition(), Condition::current);
+    computer.change(8, "[here]");
+    computer.settle();
+    EXPECT_EQ(contents(file), textOf(7, "[there]"));
+    EXPECT_EQ(computer.condition(), Condition::sending);
+    EXPECT_EQ(computer.store->data("commands"), "[here]");
+}
+
+TEST_F(FolderCloudStoreTest, whatHadToRestIsWrittenAfterwardsWithoutBeingAskedFor) {
+    std::atomic<int> visits = 0;
+    computer.pace.restMilliseconds = 200;
+    computer.pace.visit = [&](const auto& errand) {
+        ++visits;
+        return SyncFolderVisit(errand);
+    };
+    computer.start(folder.path());
+    replaceFile(file, textOf(7, "[there]"));
+    computer.settle();
+    visits = 0;
+    computer.change(8, "[here]");
+    EXPECT_TRUE(runUntil([&] { return contents(file) == textOf(8, "[here]"); }));
+    computer.settle();
+    EXPECT_EQ(computer.condition(), Condition::current);
+    // Too soon, to write, and one for the events of that; the second may be too soon by the
+    // little that the two clocks differ.
+    EXPECT_LE(visits, 4);
+}
+
 TEST_F(FolderCloudStoreTest, aFileThatIsWrittenInPlaceIsReadWhenItIsWhole) {
     computer.start(folder.path());
     const std::string text = textOf(7, "[there]");

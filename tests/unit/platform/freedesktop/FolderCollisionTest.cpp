@@ -57,6 +57,24 @@ TEST_F(FolderCollisionTest, aNewerCopyBecomesTheFileAndNothingIsLost) {
     EXPECT_THAT(computer.log.lines(), ElementsAre(HasSubstr("put into")));
 }
 
+TEST_F(FolderCollisionTest, aCollisionIsSettledWhenTheFileHasRested) {
+    constexpr int anHour = 3'600'000;
+    computer.pace.restMilliseconds = anHour;
+    computer.start(folder.path());
+    // First the copy, then the other file in the place that has become free.
+    replaceFile(copy, textOf(7, "[copy]"));
+    replaceFile(file, textOf(5, "[main]"));
+    computer.settle();
+    EXPECT_THAT(folder.names(), ElementsAre(SyncFolderVisit::fileName, copy.filename().string()));
+    EXPECT_EQ(contents(file), textOf(5, "[main]"));
+    // What was kept back is done by the next one that may, also after a new start.
+    computer.pace.restMilliseconds = 0;
+    computer.start();
+    computer.settle();
+    EXPECT_EQ(contents(file), textOf(7, "[copy]"));
+    EXPECT_EQ(computer.store->status().copiesPutAside, 2U);
+}
+
 TEST_F(FolderCollisionTest, anOlderCopyIsPutAsideAndChangesNothing) {
     for (const double time : {3.0, 5.0}) {
         computer.start(folder.path());

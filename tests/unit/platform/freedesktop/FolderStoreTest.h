@@ -112,11 +112,18 @@ public:
 
     CloudStatus::Condition condition() { return store->status().condition; }
 
+    /// Nobody here minds a file that is written the moment it has arrived.
+    static FolderCloudStore::Pace hurrying() {
+        FolderCloudStore::Pace pace;
+        pace.restMilliseconds = 0;
+        return pace;
+    }
+
     SimulatedLog log;
     SimulatedClock clock;
     SimulatedRunLoop runLoop;
     SimulatedPreferences preferences;
-    FolderCloudStore::Pace pace;
+    FolderCloudStore::Pace pace = hurrying();
     std::unique_ptr<FolderCloudStore> store;
     std::vector<int> told;
     std::unique_ptr<CloudWatch> watch;
