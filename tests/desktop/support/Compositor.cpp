@@ -3,7 +3,6 @@
 #include <signal.h>
 
 #include "tests/desktop/support/DesktopError.h"
-#include "tests/desktop/support/XClient.h"
 
 namespace lumatile::desktop {
 
@@ -13,18 +12,19 @@ Compositor::Compositor(DesktopSession& session, const std::vector<std::string>& 
     command.insert(command.end(), further.begin(), further.end());
     process_ = session.start(command, "compositor");
     XClient client(session.environment().at("DISPLAY"));
-    const bool answered = XClient::waitUntil(
-        [&] {
-            const XReply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-                client.connection(),
-                xcb_get_selection_owner(client.connection(), client.atom("_NET_WM_CM_S0")),
-                nullptr));
-            return (owner && owner->owner != XCB_WINDOW_NONE) || !process_.isRunning();
-        },
-        Deadline::usual(), {process_.descriptor()});
+    const bool answered =
+        XClient::waitUntil([&] { return Compositor::runsOn(client) || !process_.isRunning(); },
+                           Deadline::usual(), {process_.descriptor()});
     if (!answered || !process_.isRunning()) {
         throw DesktopError("the compositor did not start:\n" + session.output("compositor"));
     }
+}
+
+bool Compositor::runsOn(XClient& client) {
+    const XReply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
+        client.connection(),
+        xcb_get_selection_owner(client.connection(), client.atom("_NET_WM_CM_S0")), nullptr));
+    return owner && owner->owner != XCB_WINDOW_NONE;
 }
 
 void Compositor::stop() { process_.stop(); }

@@ -5,6 +5,7 @@
 
 #include "tests/desktop/support/ChildProcess.h"
 #include "tests/desktop/support/DesktopSession.h"
+#include "tests/desktop/support/XClient.h"
 
 namespace lumatile::desktop {
 
@@ -16,6 +17,9 @@ public:
     /// @param further options of its own: "--shadow" …
     /// @throws DesktopError when it does not come up
     explicit Compositor(DesktopSession& session, const std::vector<std::string>& further = {});
+
+    /// Whether any program composites the display's windows, and says so.
+    static bool runsOn(XClient& client);
 
     /// Ends it; the windows are solid again.
     void stop();

@@ -2,6 +2,7 @@
 
 #include <signal.h>
 
+#include "tests/desktop/support/Compositor.h"
 #include "tests/desktop/support/DesktopError.h"
 #include "tests/desktop/support/TestWindow.h"
 #include "tests/desktop/support/WindowManagerSettings.h"
@@ -40,16 +41,22 @@ WindowManager::WindowManager(DesktopSession& session, Kind kind, Options options
     : session_(&session), kind_(kind) {
     const WindowManagerStart start = prepareWindowManager(session, kind, options);
     process_ = session.start(start.command, toString(kind), start.environment);
-    waitUntilReady(session);
+    waitUntilReady(session, options);
 }
 
-void WindowManager::waitUntilReady(DesktopSession& session) {
+void WindowManager::waitUntilReady(DesktopSession& session, const Options& options) {
     RootWatcher watcher(session.environment().at("DISPLAY"));
     const bool answered =
         XClient::waitUntil([&] { return watcher.isManaged() || !process_.isRunning(); },
                            Deadline::usual(), {process_.descriptor()});
     if (!answered || !process_.isRunning()) {
         throw DesktopError(toString(kind_) + " did not start:\n" + session.output(toString(kind_)));
+    }
+    // Programs look once, when they open a window, whether it may cast a shadow.
+    if (options.compositing && kind_ != Kind::openbox &&
+        !XClient::waitUntil([&] { return Compositor::runsOn(watcher); })) {
+        throw DesktopError(toString(kind_) + " does not composite:\n" +
+                           session.output(toString(kind_)));
     }
     // Announced is not ready: keys are grabbed later, and a window that is mapped meanwhile may be
     // overlooked. Whoever manages a new window has finished starting.

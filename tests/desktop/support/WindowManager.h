@@ -40,7 +40,7 @@ public:
     void crash();
 
 private:
-    void waitUntilReady(DesktopSession& session);
+    void waitUntilReady(DesktopSession& session, const Options& options);
 
     DesktopSession* session_;
     Kind kind_;
