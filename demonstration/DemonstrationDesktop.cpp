@@ -9,6 +9,7 @@
 #include "demonstration/Screenshot.h"
 #include "tests/desktop/support/DesktopError.h"
 #include "tests/desktop/support/OuterFrame.h"
+#include "tests/desktop/support/WindowActivation.h"
 #include "tests/desktop/support/WindowPlacing.h"
 
 namespace lumatile::demonstration {
@@ -131,11 +132,7 @@ void DemonstrationDesktop::openCaption() {
 }
 
 void DemonstrationDesktop::activate(xcb_window_t window) {
-    desktop::DesktopObserver& observer = desktop_.observer();
-    observer.ask(window, "_NET_ACTIVE_WINDOW", {2, XCB_CURRENT_TIME, 0});
-    if (!XClient::waitUntil([&] { return observer.activeWindow() == window; })) {
-        throw DesktopError("a window does not become active");
-    }
+    desktop::activateWindow(desktop_.observer(), window);
 }
 
 void DemonstrationDesktop::place(xcb_window_t window, const PixelRect& frame) {

@@ -9,6 +9,7 @@
 #include "tests/desktop/support/DefaultShortcuts.h"
 #include "tests/desktop/support/LumatileProcess.h"
 #include "tests/desktop/support/TestDesktop.h"
+#include "tests/desktop/support/WindowActivation.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -123,10 +124,7 @@ TEST_F(LateWindowManager, theOnboardingSaysWhatIsMissingAndGoesOnByItself) {
     EXPECT_NE(windowTitled(title), xcb_window_t{XCB_WINDOW_NONE});
 
     const xcb_window_t onboarding = windowTitled(title);
-    constexpr std::uint32_t fromPager = 2;
-    desktop_.observer().ask(onboarding, "_NET_ACTIVE_WINDOW", {fromPager, XCB_CURRENT_TIME, 0});
-    ASSERT_TRUE(
-        XClient::waitUntil([&] { return desktop_.observer().activeWindow() == onboarding; }));
+    activateWindow(desktop_.observer(), onboarding);
     pressReturn();
     EXPECT_TRUE(XClient::waitUntil([&] { return windowTitled(title) == XCB_WINDOW_NONE; }));
     window->activate();

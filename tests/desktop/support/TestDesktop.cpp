@@ -1,6 +1,7 @@
 #include "tests/desktop/support/TestDesktop.h"
 
 #include "tests/desktop/support/DesktopError.h"
+#include "tests/desktop/support/WindowActivation.h"
 
 namespace lumatile::desktop {
 
@@ -98,10 +99,7 @@ TestDesktop::Program TestDesktop::openProgram(const std::vector<std::string>& co
     if (!shown || program.window == XCB_WINDOW_NONE) {
         throw DesktopError(command.front() + " shows no window:\n" + session_.output(windowClass));
     }
-    observer_.ask(program.window, "_NET_ACTIVE_WINDOW", {2, XCB_CURRENT_TIME, 0});
-    if (!XClient::waitUntil([&] { return observer_.activeWindow() == program.window; })) {
-        throw DesktopError(command.front() + " does not become active");
-    }
+    activateWindow(observer_, program.window);
     return program;
 }
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "tests/desktop/support/DesktopError.h"
+#include "tests/desktop/support/WindowActivation.h"
 #include "tests/desktop/support/WindowPlacing.h"
 
 namespace lumatile::desktop {
@@ -180,12 +181,7 @@ void TestWindow::map() {
     }
 }
 
-void TestWindow::activate() {
-    ask(window_, "_NET_ACTIVE_WINDOW", {fromPager, XCB_CURRENT_TIME, 0});
-    if (!waitUntil([this] { return isActive(); })) {
-        throw DesktopError("the window does not become active");
-    }
-}
+void TestWindow::activate() { activateWindow(*this, window_); }
 
 void TestWindow::mapActive() {
     map();

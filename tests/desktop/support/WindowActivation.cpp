@@ -1,0 +1,25 @@
+#include "tests/desktop/support/WindowActivation.h"
+
+#include "tests/desktop/support/DesktopError.h"
+
+namespace lumatile::desktop {
+
+void activateWindow(XClient& client, xcb_window_t window) {
+    constexpr std::uint32_t fromPager = 2;
+    // A window manager that is giving the focus to another window just now, as to one that has
+    // appeared, may take a request without a time for one from before that.
+    constexpr std::chrono::seconds patience{1};
+    const Deadline deadline = Deadline::usual();
+    do {
+        client.ask(window, "_NET_ACTIVE_WINDOW", {fromPager, XCB_CURRENT_TIME, 0});
+        const auto isActive = [&] {
+            return client.cardinal(client.root(), "_NET_ACTIVE_WINDOW") == window;
+        };
+        if (XClient::waitUntil(isActive, Deadline::in(patience))) {
+            return;
+        }
+    } while (!deadline.isOver());
+    throw DesktopError("the window does not become active");
+}
+
+}  // namespace lumatile::desktop
