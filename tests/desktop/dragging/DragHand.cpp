@@ -41,6 +41,17 @@ bool DragHand::gripWithAlt(TestWindow& window) {
 }
 
 bool DragHand::gripAt(TestWindow& window, int x, int y) {
+    input_.movePointer(x, y);
+    input_.roundTrip();
+    // What kwin resizes a window by are windows of their own, which follow it a moment later.
+    const auto isSomethingThere = [&] {
+        const XReply<xcb_query_pointer_reply_t> pointer(xcb_query_pointer_reply(
+            window.connection(), xcb_query_pointer(window.connection(), window.root()), nullptr));
+        return pointer && pointer->child != XCB_WINDOW_NONE;
+    };
+    if (!XClient::waitUntil(isSomethingThere)) {
+        return false;
+    }
     press(x, y);
     return pull(window, window.id());
 }
