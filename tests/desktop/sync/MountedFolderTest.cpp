@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include "tests/desktop/support/ChildProcess.h"
-#include "tests/desktop/support/TemporaryFolder.h"
 #include "tests/unit/platform/freedesktop/FolderStoreTest.h"
 
 namespace lumatile {
