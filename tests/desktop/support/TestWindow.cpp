@@ -6,6 +6,7 @@
 
 #include "tests/desktop/support/DesktopError.h"
 #include "tests/desktop/support/WindowActivation.h"
+#include "tests/desktop/support/WindowManagerAnswer.h"
 #include "tests/desktop/support/WindowPlacing.h"
 
 namespace lumatile::desktop {
@@ -242,6 +243,7 @@ void TestWindow::setState(const std::vector<std::string>& states, bool on) {
         })) {
         throw DesktopError("the window's state stays without " + states.front());
     }
+    waitForWindowManager(*this);
 }
 
 bool TestWindow::hasState(const std::string& state) {

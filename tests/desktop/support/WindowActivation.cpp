@@ -1,6 +1,7 @@
 #include "tests/desktop/support/WindowActivation.h"
 
 #include "tests/desktop/support/DesktopError.h"
+#include "tests/desktop/support/WindowManagerAnswer.h"
 
 namespace lumatile::desktop {
 
@@ -16,6 +17,8 @@ void activateWindow(XClient& client, xcb_window_t window) {
             return client.cardinal(client.root(), "_NET_ACTIVE_WINDOW") == window;
         };
         if (XClient::waitUntil(isActive, Deadline::in(patience))) {
+            // It may have been so all the time, and is yet to be raised.
+            waitForWindowManager(client);
             return;
         }
     } while (!deadline.isOver());
