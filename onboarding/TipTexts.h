@@ -55,4 +55,10 @@ inline constexpr std::string_view switchOffDetails =
 inline constexpr std::string_view switchOffConfirm = "Turn Off";
 inline constexpr std::string_view switchOffCancel = "Cancel";
 
+/// What the tip adds when one of its buttons could not do what it says.
+inline constexpr std::string_view openingFailed = "System Settings could not be opened.";
+inline constexpr std::string_view switchOffFailed =
+    "Lumatile could not change that setting. Turn it off in System Settings ▸ Desktop & Dock ▸ "
+    "Windows.";
+
 }  // namespace lumatile::TipTexts

@@ -27,7 +27,7 @@ SystemTilingTip::SystemTilingTip(const SettingsServices& services, QWidget* pare
     layout->addWidget(tip_);
     tip_->addButton(open_);
     tip_->addButton(switchOff_);
-    connect(open_, &QPushButton::clicked, this, [this] { tiling_.openSettings(); });
+    connect(open_, &QPushButton::clicked, this, [this] { openSettings(); });
     connect(switchOff_, &QPushButton::clicked, this, [this] { askToSwitchOff(); });
     monitor_->onChange([this] { refresh(); });
     refresh();
@@ -40,6 +40,7 @@ void SystemTilingTip::showEvent(QShowEvent* event) {
 
 void SystemTilingTip::hideEvent(QHideEvent* event) {
     monitor_->stop();
+    tip_->setWarning({});
     QWidget::hideEvent(event);
 }
 
@@ -49,6 +50,13 @@ void SystemTilingTip::refresh() {
                conflicts ? SettingsColors::warning() : SettingsColors::secondaryLabel());
     open_->setVisible(conflicts && tiling_.canOpenSettings());
     switchOff_->setVisible(conflicts && tiling_.canSwitchOff());
+    if (!conflicts) {
+        tip_->setWarning({});
+    }
+}
+
+void SystemTilingTip::openSettings() {
+    tip_->setWarning(tiling_.openSettings() ? QString() : say_(TipTexts::openingFailed));
 }
 
 void SystemTilingTip::askToSwitchOff() {
@@ -69,7 +77,7 @@ void SystemTilingTip::askToSwitchOff() {
     }
     connect(question, &QMessageBox::buttonClicked, this, [this, confirm](QAbstractButton* clicked) {
         if (clicked == static_cast<QAbstractButton*>(confirm)) {
-            tiling_.switchOff();
+            tip_->setWarning(tiling_.switchOff() ? QString() : say_(TipTexts::switchOffFailed));
         }
     });
     question->open();

@@ -25,6 +25,7 @@ protected:
 
 private:
     void refresh();
+    void openSettings();
     void askToSwitchOff();
 
     DesktopTiling& tiling_;

@@ -27,6 +27,7 @@ TipView::TipView(SettingsSaying say, QWidget* parent)
       symbol_(new QLabel),
       title_(new QLabel),
       text_(new QLabel),
+      warning_(new QLabel),
       words_(new QVBoxLayout) {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, margin, 0, margin);
@@ -39,9 +40,19 @@ TipView::TipView(SettingsSaying say, QWidget* parent)
     text_->setFont(AppFonts::text(textPoints));
     text_->setWordWrap(true);
     text_->setProperty("tone", QStringLiteral("secondary"));
+    warning_->setFont(AppFonts::text(textPoints));
+    warning_->setWordWrap(true);
+    warning_->setProperty("tone", QStringLiteral("warning"));
+    warning_->hide();
     words_->addWidget(title_);
     words_->addWidget(text_);
+    words_->addWidget(warning_);
     layout->addLayout(words_, 1);
+}
+
+void TipView::setWarning(const QString& warning) {
+    warning_->setText(warning);
+    warning_->setVisible(!warning.isEmpty());
 }
 
 void TipView::addButton(QPushButton* button) {

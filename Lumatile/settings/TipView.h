@@ -19,6 +19,9 @@ public:
 
     void show(const TipTexts::Tip& tip, const QColor& symbolColor);
 
+    /// What is wrong, below the text; nothing with an empty one.
+    void setWarning(const QString& warning);
+
     /// Below the text, beside those before it.
     void addButton(QPushButton* button);
 
@@ -27,6 +30,7 @@ private:
     QLabel* symbol_;
     QLabel* title_;
     QLabel* text_;
+    QLabel* warning_;
     QVBoxLayout* words_;
     QHBoxLayout* buttons_ = nullptr;
 };

@@ -96,6 +96,18 @@ protected:
         });
     }
 
+    /// The button that reads so, wherever it is.
+    void click(const char* text) {
+        for (QPushButton* button : stage.window().findChildren<QPushButton*>()) {
+            if (unmarked(button->text()) == QString::fromUtf8(text)) {
+                button->click();
+                QApplication::processEvents();
+                return;
+            }
+        }
+        ADD_FAILURE() << "there is no " << text;
+    }
+
     static void press(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = {},
                       quint32 scanCode = 0) {
         QKeyEvent event(QEvent::KeyPress, key, modifiers, scanCode, 0, 0);
@@ -208,14 +220,7 @@ TEST_F(SettingsControls, theTipIsReadOnlyWhileItIsOnScreen) {
 }
 
 TEST_F(SettingsControls, theTipsButtonOpensTheDesktopsSettings) {
-    QPushButton* open = nullptr;
-    for (QPushButton* button : stage.window().findChildren<QPushButton*>()) {
-        if (unmarked(button->text()) == QString::fromUtf8("Open Desktop & Dock Settings…")) {
-            open = button;
-        }
-    }
-    ASSERT_NE(open, nullptr);
-    open->click();
+    click("Open Desktop & Dock Settings…");
     EXPECT_EQ(stage.tiling.opened, 1);
 }
 
@@ -750,29 +755,47 @@ TEST_F(SettingsControls, arrowKeysGoThroughBothGroupsOfTheList) {
 }
 
 TEST_F(SettingsControls, switchingTheTilingOffAsksFirst) {
-    const auto press = [&](const char* text) {
-        for (QPushButton* button : stage.window().findChildren<QPushButton*>()) {
-            if (unmarked(button->text()) == QString::fromUtf8(text)) {
-                button->click();
-                QApplication::processEvents();
-                return;
-            }
-        }
-        ADD_FAILURE() << "there is no " << text;
-    };
-    press("Turn It Off…");
+    click("Turn It Off…");
     auto* question = stage.window().findChild<QMessageBox*>();
     ASSERT_NE(question, nullptr);
     EXPECT_EQ(question->text().toStdString(), TipTexts::switchOffQuestion);
     EXPECT_EQ(question->informativeText().toStdString(), TipTexts::switchOffDetails);
     EXPECT_TRUE(stage.tiling.isOn) << "nothing is done unasked";
-    press("Cancel");
+    click("Cancel");
     EXPECT_TRUE(stage.tiling.isOn);
-    press("Turn It Off…");
-    press("Turn Off");
+    click("Turn It Off…");
+    click("Turn Off");
     EXPECT_FALSE(stage.tiling.isOn);
     stage.desktop().advance(1.6);
     EXPECT_TRUE(shows(TipTexts::tilingIsOff.text));
+}
+
+TEST_F(SettingsControls, theTipSaysWhenTheDesktopDoesNotObey) {
+    stage.tiling.obeys = false;
+    click("Open Desktop & Dock Settings…");
+    EXPECT_TRUE(shows(TipTexts::openingFailed));
+    click("Turn It Off…");
+    click("Turn Off");
+    EXPECT_TRUE(shows(TipTexts::switchOffFailed));
+    EXPECT_FALSE(shows(TipTexts::openingFailed));
+    stage.desktop().advance(1.6);
+    EXPECT_TRUE(shows(TipTexts::switchOffFailed)) << "the tiling is still on";
+    stage.tiling.obeys = true;
+    click("Open Desktop & Dock Settings…");
+    EXPECT_FALSE(shows(TipTexts::switchOffFailed)) << "this has worked";
+    // It is gone with the tiling, and when the page is opened anew.
+    stage.tiling.obeys = false;
+    click("Open Desktop & Dock Settings…");
+    stage.tiling.isOn = false;
+    stage.desktop().advance(1.6);
+    EXPECT_FALSE(shows(TipTexts::openingFailed));
+    stage.tiling.isOn = true;
+    stage.desktop().advance(1.6);
+    click("Open Desktop & Dock Settings…");
+    EXPECT_TRUE(shows(TipTexts::openingFailed));
+    open(SettingsSection::oled);
+    open(SettingsSection::general);
+    EXPECT_FALSE(shows(TipTexts::openingFailed));
 }
 
 TEST_F(SettingsControls, aGridWithoutRoomDrawsNothing) {

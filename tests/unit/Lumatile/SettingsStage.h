@@ -45,14 +45,15 @@ public:
         bool canOpenSettings() override { return true; }
         bool openSettings() override {
             ++opened;
-            return true;
+            return obeys;
         }
         bool canSwitchOff() override { return true; }
         bool switchOff() override {
-            isOn = false;
-            return true;
+            isOn = isOn && !obeys;
+            return obeys;
         }
         int version = 15;
+        bool obeys = true;  ///< Else nothing can be opened or switched.
         bool isOn = true;
         int opened = 0;
     };

@@ -24,6 +24,13 @@ TEST(TipTexts, theTilingTipIsOneLineWhileTheTilingIsOff) {
     EXPECT_EQ(tip.button, "");
 }
 
+TEST(TipTexts, whatCouldNotBeDoneIsSaid) {
+    EXPECT_EQ(TipTexts::openingFailed, "System Settings could not be opened.");
+    EXPECT_EQ(TipTexts::switchOffFailed,
+              "Lumatile could not change that setting. Turn it off in System Settings ▸ Desktop & "
+              "Dock ▸ Windows.");
+}
+
 TEST(TipTexts, theProtectionTipIsFixed) {
     EXPECT_EQ(TipTexts::protection.symbol, "sparkles.rectangle.stack");
     EXPECT_EQ(TipTexts::protection.title, "");

@@ -24,6 +24,10 @@ const std::string tilingOnText =
 const std::string tilingOnButton = "Open Desktop & Dock Settings…";
 const std::string tilingOff =
     "macOS's own edge tiling is off, so it won't compete with drag-to-snap.";
+const std::string openingFailed = "System Settings could not be opened.";
+const std::string switchOffFailed =
+    "Lumatile could not change that setting. Turn it off in System Settings ▸ Desktop & Dock ▸ "
+    "Windows.";
 const std::string protectionText =
     "OLED protection covers every window, however you placed it: with Lumatile, by hand, or with "
     "macOS's own green-button menu.";
@@ -40,7 +44,7 @@ const std::vector<std::string>& namingTexts() {
     static const std::vector<std::string> texts{
         tilingGroup,  orbitText,      tilingOnTitle, tilingOnText,      tilingOnButton,
         tilingOff,    protectionText, openSettings,  openSettingsAgain, syncTitle,
-        conflictText, keepThis,       useCloud};
+        conflictText, keepThis,       useCloud,      openingFailed,     switchOffFailed};
     return texts;
 }
 
