@@ -35,7 +35,7 @@ bool SnapDesktop::settle() {
     press("maximize");
     const bool answered = XClient::waitUntil([&] { return marker->frame() == whole; });
     marker->close();
-    // The next marker may get the same id, and would seem to be active before it is.
+    // What the window manager makes active in its place is not to come in between later.
     const bool isForgotten =
         XClient::waitUntil([&] { return observer().activeWindow() != marker->id(); });
     return answered && isForgotten;

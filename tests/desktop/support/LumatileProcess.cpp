@@ -152,7 +152,7 @@ std::string LumatileProcess::output() const { return readFile(folder_.path() / "
 
 std::optional<ChildProcess::Exit> LumatileProcess::stop() {
     process_.signal(SIGTERM);
-    if (!process_.wait(Deadline::in(std::chrono::seconds(10)))) {
+    if (!process_.wait(Deadline::usual())) {
         process_.signal(SIGABRT);
         process_.wait(Deadline::in(std::chrono::seconds(10)));
     }

@@ -94,7 +94,8 @@ public:
     /// The geometries of the client window that the server reported, in order; the size always, the
     /// place as its parent sees it or as the window manager told it.
     const std::vector<PixelRect>& configurations() const { return configurations_; }
-    void forgetConfigurations() { configurations_.clear(); }
+    /// Forgets those that the server has reported so far.
+    void forgetConfigurations();
 
 protected:
     void handle(const xcb_generic_event_t& event) override;

@@ -13,12 +13,16 @@ void activateWindow(XClient& client, xcb_window_t window) {
     const Deadline deadline = Deadline::usual();
     do {
         client.ask(window, "_NET_ACTIVE_WINDOW", {fromPager, XCB_CURRENT_TIME, 0});
+        // A slow window manager is not asked twice: kwin would take the second request for a deed
+        // of the user's, later than anything that another program knows of. It has carried out the
+        // request when it answers, and heard of the focus by its next answer; the window may also
+        // have been the active one all the time, and was yet to be raised.
+        waitForWindowManager(client);
+        waitForWindowManager(client);
         const auto isActive = [&] {
             return client.cardinal(client.root(), "_NET_ACTIVE_WINDOW") == window;
         };
         if (XClient::waitUntil(isActive, Deadline::in(patience))) {
-            // It may have been so all the time, and is yet to be raised.
-            waitForWindowManager(client);
             return;
         }
     } while (!deadline.isOver());
