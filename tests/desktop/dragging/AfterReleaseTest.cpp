@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tests/desktop/dragging/DragTest.h"
+#include "tests/desktop/support/WindowManagerAnswer.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -45,6 +46,8 @@ TEST_P(AfterRelease, theWindowGoesToItsPlaceInFewSteps) {
         ASSERT_TRUE(hand().grip(window()));
         hand().moveTo(place.x, place.y);
         ASSERT_TRUE(highlight().waitUntilAt(area(place.command)));
+        // The window still follows the pointer, which the program has looked at already.
+        waitForWindowManager(window());
         const PixelRect before = window().client();
         window().forgetConfigurations();
         hand().letGo();

@@ -28,16 +28,15 @@ bool DragHand::grip(XClient& client, xcb_window_t window) {
     const PixelRect frame = outerFrame(client, window).value_or(PixelRect{});
     // Two presses on one spot are a double click, even with a whole drag in between.
     isOtherSpot_ = !isOtherSpot_;
-    press(frame.x + frame.width / (isOtherSpot_ ? 3 : 4), frame.y + belowEdge);
-    return pull(client, window);
+    return pressAndPull(client, window, frame.x + frame.width / (isOtherSpot_ ? 3 : 4),
+                        frame.y + belowEdge);
 }
 
 bool DragHand::gripWithAlt(TestWindow& window) {
     const PixelRect frame = window.frame();
     input_.keyDown(KeyPosition::leftAlt);
     isAltHeld_ = true;
-    press(frame.x + frame.width / 2, frame.y + frame.height / 2);
-    return pull(window, window.id());
+    return pressAndPull(window, window.id(), frame.x + frame.width / 2, frame.y + frame.height / 2);
 }
 
 bool DragHand::gripAt(TestWindow& window, int x, int y) {
@@ -49,11 +48,12 @@ bool DragHand::gripAt(TestWindow& window, int x, int y) {
             window.connection(), xcb_query_pointer(window.connection(), window.root()), nullptr));
         return pointer && pointer->child != XCB_WINDOW_NONE;
     };
-    if (!XClient::waitUntil(isSomethingThere)) {
-        return false;
-    }
+    return XClient::waitUntil(isSomethingThere) && pressAndPull(window, window.id(), x, y);
+}
+
+bool DragHand::pressAndPull(XClient& client, xcb_window_t window, int x, int y) {
     press(x, y);
-    return pull(window, window.id());
+    return (!pressed_ || pressed_()) && pull(client, window);
 }
 
 void DragHand::press(int x, int y) {
@@ -70,7 +70,17 @@ bool DragHand::pull(XClient& client, xcb_window_t window) {
     for (int pulled = 0; pulled < firstPull; pulled += 3) {
         report(x_ + 3, y_ + 3);
     }
-    return XClient::waitUntil([&] { return outerFrame(client, window) != before; });
+    // A program that draws its own frame has the window manager move it, which sees nothing of the
+    // movements before that.
+    int further = 1;
+    return XClient::waitUntil([&] {
+        if (outerFrame(client, window) != before) {
+            return true;
+        }
+        report(x_ + further, y_ + further);
+        further = -further;
+        return false;
+    });
 }
 
 void DragHand::report(int x, int y) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <utility>
 
 #include "tests/desktop/support/InputDriver.h"
 #include "tests/desktop/support/TestWindow.h"
@@ -12,8 +14,10 @@ class DragHand {
 public:
     /// @param input the hand's mouse; outlives the hand
     /// @param button of the device, whatever programs take it for
-    explicit DragHand(InputDriver& input, std::uint8_t button = 1)
-        : input_(input), button_(button) {}
+    /// @param pressed runs between a press and the first movement; false ends the attempt
+    explicit DragHand(InputDriver& input, std::uint8_t button = 1,
+                      std::function<bool()> pressed = nullptr)
+        : input_(input), button_(button), pressed_(std::move(pressed)) {}
 
     /// Takes the window by its title bar and moves it a little way, until it follows.
     /// @return false when it does not
@@ -39,11 +43,13 @@ public:
     void letGo();
 
 private:
+    bool pressAndPull(XClient& client, xcb_window_t window, int x, int y);
     bool pull(XClient& client, xcb_window_t window);
     void report(int x, int y);
 
     InputDriver& input_;
     std::uint8_t button_;
+    std::function<bool()> pressed_;
     int x_ = 0;
     int y_ = 0;
     bool isAltHeld_ = false;

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "tests/desktop/support/OuterFrame.h"
+#include "tests/desktop/support/TemporaryFolder.h"
 
 namespace lumatile::desktop {
 
@@ -24,7 +25,10 @@ void DragTest::start(const SnapDesktop::Setup& setup) {
     desktop_ = std::make_unique<SnapDesktop>(setup);
     window_ = desktop_->desktop().openWindow({});
     highlight_ = std::make_unique<HighlightWatch>(desktop_->desktop().display());
-    hand_ = std::make_unique<DragHand>(desktop_->input());
+    // The program reads where the window is when it hears of the press. A hand that pulls at once
+    // would be ahead of a program that has to wait for its turn.
+    hand_ = std::make_unique<DragHand>(desktop_->input(), std::uint8_t{1},
+                                       [this] { return awaitProgram(); });
 }
 
 bool DragTest::prepare(const PixelRect& frame) {
@@ -45,6 +49,27 @@ bool DragTest::prepare(const PixelRect& frame) {
 void DragTest::forget() {
     desktop().observer().forget();
     highlight().forget();
+}
+
+bool DragTest::awaitProgram() {
+    // It sleeps also while it waits for an answer of the server, but not again and again: the
+    // server answers it between two questions of ours.
+    constexpr int enoughLooks = 5;
+    const std::string path = "/proc/" + std::to_string(desktop().program().pid()) + "/stat";
+    const Deadline deadline = Deadline::usual();
+    for (int looks = 0; looks < enoughLooks;) {
+        if (deadline.isOver()) {
+            return false;
+        }
+        // What was done to the mouse is in the program's hands when the server has answered.
+        desktop().observer().roundTrip();
+        const std::string stat = readFile(path);
+        // The program's name stands in brackets and may hold anything.
+        const std::size_t name = stat.rfind(") ");
+        const bool sleeps = name != std::string::npos && stat.compare(name, 3, ") S") == 0;
+        looks = sleeps ? looks + 1 : 0;
+    }
+    return true;
 }
 
 void DragTest::expectDrop(const DropPlace& place, std::size_t monitor, const PixelRect& from) {

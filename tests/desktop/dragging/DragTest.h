@@ -37,6 +37,11 @@ protected:
     /// Forgets what was asked and shown before.
     void forget();
 
+    /// Returns when the program has dealt with what the server has told it so far, and rests. Asks
+    /// nothing of it, so that it can be used in the middle of a drag.
+    /// @return false when it does not come to rest
+    bool awaitProgram();
+
     /// Drags the window from `from` to the place and expects it to become what the place promises.
     void expectDrop(const DropPlace& place, std::size_t monitor,
                     const PixelRect& from = usualFrame);

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "tests/desktop/dragging/DragTest.h"
@@ -16,22 +14,7 @@ class DragToEdge : public DragTest {
 protected:
     /// Stops the program once it has nothing left to do.
     /// @return false when it does not come to rest
-    bool holdProgram() {
-        const pid_t program = desktop().program().pid();
-        const std::string path = "/proc/" + std::to_string(program) + "/stat";
-        const Deadline deadline = Deadline::usual();
-        while (!deadline.isOver()) {
-            // What was done to the mouse is in its hands when the server has answered.
-            desktop().observer().roundTrip();
-            std::ifstream file(path);
-            const std::string stat{std::istreambuf_iterator<char>(file), {}};
-            const std::size_t name = stat.rfind(") ");
-            if (name != std::string::npos && stat.compare(name, 3, ") S") == 0) {
-                return kill(program, SIGSTOP) == 0;
-            }
-        }
-        return false;
-    }
+    bool holdProgram() { return awaitProgram() && kill(desktop().program().pid(), SIGSTOP) == 0; }
 
     bool releaseProgram() { return kill(desktop().program().pid(), SIGCONT) == 0; }
 };

@@ -66,7 +66,7 @@ TEST_P(WhatIsDragged, theFirstButtonOfALeftHandedMouseIsItsRightOne) {
     ASSERT_TRUE(prepare());
     expectNoDrag(window(), 1, moved);
     ASSERT_TRUE(prepare());
-    DragHand right(input, 3);
+    DragHand right(input, 3, [this] { return awaitProgram(); });
     ASSERT_TRUE(right.grip(window()));
     right.moveTo(2, 500);
     right.letGo();
