@@ -81,7 +81,7 @@ TEST_P(WindowStates, aShadedWindowSnaps) {
     window->setState({shaded}, true);
     desktop_->press("leftThird");
     ASSERT_TRUE(reaches(*window, target("leftThird")));
-    EXPECT_FALSE(window->hasState(shaded));
+    EXPECT_TRUE(XClient::waitUntil([&] { return !window->hasState(shaded); }));
 }
 
 TEST_P(WindowStates, aFullScreenWindowIsNeverMoved) {

@@ -3,12 +3,61 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+
 #include "tests/desktop/snapping/SnapDesktop.h"
 
 namespace lumatile::desktop {
 namespace {
 
-class Writes : public OnEveryWindowManager {};
+// The program waits for an answer of the window manager, but a quarter of a second at most, and
+// goes on without. A snap that was quicker than that has had all its answers.
+constexpr std::chrono::milliseconds ordinaryTime{200};
+
+class Writes : public OnEveryWindowManager {
+protected:
+    /// Snaps the window and expects few writes and few changes.
+    /// @return false when it took so long that the window manager may have been waited for in vain,
+    ///         which is no ordinary snap; then nothing is expected of what was asked
+    static bool snapsInFewWrites(SnapDesktop& desktop, TestWindow& window,
+                                 std::string_view command) {
+        bool isOrdinary = false;
+        expectFewWrites(desktop, window, command, isOrdinary);
+        return isOrdinary;
+    }
+
+private:
+    static void expectFewWrites(SnapDesktop& desktop, TestWindow& window, std::string_view command,
+                                bool& isOrdinary) {
+        using Clock = std::chrono::steady_clock;
+        ASSERT_TRUE(desktop.settle(window));
+        const PixelRect before = window.frame();
+        window.forgetConfigurations();
+        desktop.observer().forget();
+        const Clock::time_point pressed = Clock::now();
+        desktop.press(command);
+        const PixelRect target = command == "center"
+                                     ? desktop.expected().centered(before, 0)
+                                     : desktop.expected().area(defaultShortcut(command), 0);
+        ASSERT_TRUE(reaches(window, target)) << command;
+        isOrdinary = Clock::now() - pressed < ordinaryTime;
+        ASSERT_TRUE(desktop.settle(window));
+        if (!isOrdinary) {
+            return;
+        }
+        const std::size_t asked =
+            desktop.observer().messages(window.id(), "_NET_MOVERESIZE_WINDOW").size();
+        // The window manager reports a change from its frame's side and from the client's.
+        const std::size_t reported = window.configurations().size();
+        RecordProperty(std::string(command) + "_asked", static_cast<int>(asked));
+        RecordProperty(std::string(command) + "_reported", static_cast<int>(reported));
+        EXPECT_GE(asked, 1U) << command;
+        EXPECT_LE(asked, 2U) << command;
+        EXPECT_GE(reported, 1U) << command;
+        EXPECT_LE(reported, 6U) << command;
+        EXPECT_TRUE(desktop.observer().messages(window.id(), "_NET_WM_STATE").empty()) << command;
+    }
+};
 
 TEST_P(Writes, anOrdinarySnapAsksAtMostTwiceAndChangesTheWindowAFewTimes) {
     SnapDesktop::Setup setup;
@@ -16,31 +65,19 @@ TEST_P(Writes, anOrdinarySnapAsksAtMostTwiceAndChangesTheWindowAFewTimes) {
     SnapDesktop desktop(setup);
     const auto window = desktop.desktop().openWindow({});
     window->place({200, 150, 600, 400});
+    const PixelRect usual{200, 150, 600, 400};
     for (const std::string_view command : {"left", "rightThird", "topLeft", "maximize", "center"}) {
         if (command == "center") {
-            window->place({200, 150, 600, 400});
+            window->place(usual);
         }
-        ASSERT_TRUE(desktop.settle(*window));
-        const PixelRect before = window->frame();
-        window->forgetConfigurations();
-        desktop.observer().forget();
-        desktop.press(command);
-        const PixelRect target = command == "center"
-                                     ? desktop.expected().centered(before, 0)
-                                     : desktop.expected().area(defaultShortcut(command), 0);
-        ASSERT_TRUE(reaches(*window, target)) << command;
-        ASSERT_TRUE(desktop.settle(*window));
-        const std::size_t asked =
-            desktop.observer().messages(window->id(), "_NET_MOVERESIZE_WINDOW").size();
-        // The window manager reports a change from its frame's side and from the client's.
-        const std::size_t reported = window->configurations().size();
-        RecordProperty(std::string(command) + "_asked", static_cast<int>(asked));
-        RecordProperty(std::string(command) + "_reported", static_cast<int>(reported));
-        EXPECT_GE(asked, 1U) << command;
-        EXPECT_LE(asked, 2U) << command;
-        EXPECT_GE(reported, 1U) << command;
-        EXPECT_LE(reported, 6U) << command;
-        EXPECT_TRUE(desktop.observer().messages(window->id(), "_NET_WM_STATE").empty()) << command;
+        const Deadline deadline = Deadline::usual();
+        while (!snapsInFewWrites(desktop, *window, command)) {
+            if (HasFatalFailure()) {
+                return;
+            }
+            ASSERT_FALSE(deadline.isOver()) << "the machine is never quick enough: " << command;
+            window->place(usual);
+        }
     }
     EXPECT_EQ(desktop.endProgram(), "");
 }
