@@ -205,6 +205,8 @@ TEST(HighlightPicture, followsACompositorThatGoes) {
     Scene scene(MonitorLayout::landscape(), dark, {});
     scene.expect({240, 180, 320, 180}, {80, 90}, 1);
     scene.compositor()->stop();
+    // The server hears of the end a moment after us.
+    ASSERT_TRUE(XClient::waitUntil([&] { return !Compositor::runsOn(scene.highlight()); }));
     const PixelRect frame{241, 180, 320, 180};
     scene.highlight().show(frame);
     ASSERT_TRUE(scene.highlight().waitUntilShown(frame));

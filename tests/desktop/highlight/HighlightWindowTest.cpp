@@ -67,6 +67,11 @@ protected:
         ASSERT_TRUE(highlight_.waitUntilShown(where));
     }
 
+    /// It is raised after it was given its place.
+    bool liesAbove(const TestWindow& window) {
+        return XClient::waitUntil([&] { return highlight_.isAbove(window.id()); });
+    }
+
     TestDesktop desktop_{MonitorLayout::landscapeAndPortrait(), std::get<0>(GetParam()), options()};
     HighlightDesk highlight_{desktop_.session(), desktop_.display(), {}};
 };
@@ -121,20 +126,20 @@ TEST_P(HighlightWindowTest, liesAboveEverything) {
     const auto panel = desktop_.openPanel(0, 40);
     const auto window = desktop_.openWindow(below());
     show({320, 500, 640, 580});
-    EXPECT_TRUE(highlight_.isAbove(window->id()));
-    EXPECT_TRUE(highlight_.isAbove(panel->id()));
+    EXPECT_TRUE(liesAbove(*window));
+    EXPECT_TRUE(liesAbove(*panel));
     // A full-screen window that came later: the next frame is shown above it.
     window->setState({"_NET_WM_STATE_FULLSCREEN"}, true);
     window->activate();
     show(frame);
-    EXPECT_TRUE(highlight_.isAbove(window->id()));
-    EXPECT_TRUE(highlight_.isAbove(panel->id()));
+    EXPECT_TRUE(liesAbove(*window));
+    EXPECT_TRUE(liesAbove(*panel));
     // And one that becomes it while nothing is shown.
     highlight_.hide();
     ASSERT_TRUE(highlight_.waitUntilHidden());
     window->activate();
     show(frame);
-    EXPECT_TRUE(highlight_.isAbove(window->id()));
+    EXPECT_TRUE(liesAbove(*window));
 }
 
 TEST_P(HighlightWindowTest, movesWithoutBeingHidden) {
@@ -158,8 +163,10 @@ TEST_P(HighlightWindowTest, isUnmappedInTheEnd) {
     highlight_.show(frame);
     highlight_.hide();
     ASSERT_TRUE(XClient::waitUntil([&] {
+        // The toolkit says the end of the window before once more by an event of its own.
         const auto& changes = highlight_.changes();
-        return std::find(changes.begin(), changes.end(), Change::unmapped) != changes.end();
+        const auto shown = std::find(changes.begin(), changes.end(), Change::mapped);
+        return std::find(shown, changes.end(), Change::unmapped) != changes.end();
     }));
     EXPECT_FALSE(highlight_.isMapped());
     // It can be shown again.

@@ -1,5 +1,8 @@
 #include "tests/desktop/settings/ProgramDesk.h"
 
+#include "tests/desktop/support/OuterFrame.h"
+#include "tests/desktop/support/WindowManagerAnswer.h"
+
 namespace lumatile::desktop {
 
 ProgramDesk::ProgramDesk(WindowManager::Kind kind)
@@ -23,7 +26,15 @@ bool ProgramDesk::openSettings() {
                const xcb_window_t window = settingsWindow();
                return window != XCB_WINDOW_NONE && desktop_.observer().activeWindow() == window;
            }) &&
-           tree_.waitForProgram("lumatile");
+           tree_.waitForProgram("lumatile") && knowsItsPlace();
+}
+
+bool ProgramDesk::knowsItsPlace() {
+    waitForWindowManager(desktop_.observer());
+    return XClient::waitUntil([&] {
+        const auto frame = tree_.find("frame", "Lumatile Settings");
+        return frame && tree_.extents(*frame) == clientArea(desktop_.observer(), settingsWindow());
+    });
 }
 
 bool ProgramDesk::click(const std::string& role, const std::string& name) {

@@ -40,6 +40,10 @@ public:
     bool stores(const std::string& text);
 
 private:
+    /// Waits until the program has heard where the window manager has put its settings: what it
+    /// tells of places is counted from there.
+    bool knowsItsPlace();
+
     TestDesktop desktop_;
     AccessibleTree tree_;
     std::unique_ptr<LumatileProcess> program_;

@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "tests/desktop/support/DesktopError.h"
+#include "tests/desktop/support/WindowManagerAnswer.h"
 
 namespace lumatile::desktop {
 
@@ -35,6 +36,8 @@ SettingsDesk::SettingsDesk(WindowManager::Kind kind, WindowManager::Options opti
         })) {
         throw DesktopError("the settings do not become the active window: " + said());
     }
+    // Whatever it has told the program of the window's place is there before our first question.
+    waitForWindowManager(desktop_.observer());
 }
 
 SettingsDesk::~SettingsDesk() { close(input_); }

@@ -33,10 +33,13 @@ std::vector<xcb_window_t> children(XClient& client, xcb_window_t window) {
 }
 
 /// The first viewable window among `windows` that the program's toolkit has made; it says of each
-/// of its windows how it could be embedded.
+/// of its windows how it could be embedded. What explains the item under the pointer comes and goes
+/// by itself and is none that is looked for.
 xcb_window_t windowOfTheToolkit(XClient& client, const std::vector<xcb_window_t>& windows) {
+    const xcb_atom_t tip = client.atom("_NET_WM_WINDOW_TYPE_TOOLTIP");
     const auto found = std::find_if(windows.begin(), windows.end(), [&](xcb_window_t window) {
-        return isViewable(client, window) && !client.cardinals(window, "_XEMBED_INFO").empty();
+        return isViewable(client, window) && !client.cardinals(window, "_XEMBED_INFO").empty() &&
+               client.cardinal(window, "_NET_WM_WINDOW_TYPE") != tip;
     });
     return found == windows.end() ? xcb_window_t{XCB_WINDOW_NONE} : *found;
 }
