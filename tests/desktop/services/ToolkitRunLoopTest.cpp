@@ -17,7 +17,7 @@ TEST(ToolkitRunLoop, servesTheAnswersOfTheBus) {
     BusConnection bus(session.environment().at("DBUS_SESSION_BUS_ADDRESS"));
     bool hasAnswered = false;
     bus.call({"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "GetId"},
-             nullptr, 5000, false, [&](const BusConnection::Reply& reply) {
+             nullptr, 15000, false, [&](const BusConnection::Reply& reply) {
                  hasAnswered = reply.value != nullptr;
                  QCoreApplication::quit();
              });

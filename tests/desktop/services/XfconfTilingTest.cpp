@@ -86,7 +86,7 @@ TEST_F(XfconfTilingTest, withoutTheServiceNothingIsKnownAndNothingStarted) {
     EXPECT_EQ(edge(), std::nullopt);
     // A question of our own behind it: once that is answered, so is the other.
     bus.call({"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "ListNames"},
-             nullptr, 5000, false, [&](const BusConnection::Reply& reply) {
+             nullptr, 15000, false, [&](const BusConnection::Reply& reply) {
                  ++answered;
                  ASSERT_NE(reply.value, nullptr);
                  char* names = g_variant_print(reply.value, FALSE);

@@ -14,24 +14,6 @@ namespace lumatile::desktop {
 
 namespace {
 
-/// A port of the loopback device that nobody listens on just now.
-int freePort() {
-    const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t length = sizeof address;
-    // The socket interface takes every kind of address through one base type.
-    auto* base = reinterpret_cast<sockaddr*>(&address);  // NOLINT(*-reinterpret-cast)
-    const bool isBound = listener >= 0 && bind(listener, base, length) == 0 &&
-                         getsockname(listener, base, &length) == 0;
-    close(listener);
-    if (!isBound) {
-        throw DesktopError("no free port");
-    }
-    return ntohs(address.sin_port);
-}
-
 Environment environmentIn(const std::filesystem::path& home) {
     Environment environment = inheritedEnvironment();
     environment["HOME"] = home;
@@ -63,6 +45,29 @@ std::string identityIn(const std::string& output) {
 
 }  // namespace
 
+MirroredFolders::Port::Port() : descriptor_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t length = sizeof address;
+    // The socket interface takes every kind of address through one base type.
+    auto* base = reinterpret_cast<sockaddr*>(&address);  // NOLINT(*-reinterpret-cast)
+    // Who asks for the port by its number, as the service does, may listen beside a socket that
+    // does not; who asks for any is given another one.
+    const int shared = 1;
+    const bool isBound =
+        descriptor_ >= 0 &&
+        setsockopt(descriptor_, SOL_SOCKET, SO_REUSEADDR, &shared, sizeof shared) == 0 &&
+        bind(descriptor_, base, length) == 0 && getsockname(descriptor_, base, &length) == 0;
+    if (!isBound) {
+        close(descriptor_);
+        throw DesktopError("no free port");
+    }
+    number_ = ntohs(address.sin_port);
+}
+
+MirroredFolders::Port::~Port() { close(descriptor_); }
+
 MirroredFolders::MirroredFolders() {
     for (std::size_t index = 0; index < sides_.size(); ++index) {
         Side& side = sides_[index];
@@ -73,7 +78,6 @@ MirroredFolders::MirroredFolders() {
         outputOf({"syncthing", "generate", "--no-default-folder", "--skip-port-probing", home},
                  side.home);
         side.device = identityIn(outputOf({"syncthing", "serve", "--device-id", home}, side.home));
-        side.port = freePort();
     }
     for (std::size_t index = 0; index < sides_.size(); ++index) {
         folder_.write(std::filesystem::relative(sides_[index].home / "syncthing" / "config.xml",
@@ -110,12 +114,12 @@ std::string MirroredFolders::configuration(const Side& own) const {
     // What could not be fetched because the file had changed is tried again at once.
     text << "<maxConflicts>10</maxConflicts>\n<pullerPauseS>1</pullerPauseS>\n</folder>\n";
     for (const Side& side : sides_) {
-        text << "<device id=\"" << side.device << "\" name=\"" << side.port
-             << "\" compression=\"never\"><address>tcp://127.0.0.1:" << side.port
+        text << "<device id=\"" << side.device << "\" name=\"" << side.port.number()
+             << "\" compression=\"never\"><address>tcp://127.0.0.1:" << side.port.number()
              << "</address></device>\n";
     }
     text << "<gui enabled=\"false\"></gui>\n<options>\n"
-         << "<listenAddress>tcp://127.0.0.1:" << own.port << "</listenAddress>\n"
+         << "<listenAddress>tcp://127.0.0.1:" << own.port.number() << "</listenAddress>\n"
          << "<globalAnnounceEnabled>false</globalAnnounceEnabled>\n"
          << "<localAnnounceEnabled>false</localAnnounceEnabled>\n"
          << "<relaysEnabled>false</relaysEnabled>\n<natEnabled>false</natEnabled>\n"

@@ -28,11 +28,26 @@ public:
     std::string output(std::size_t side) const;
 
 private:
+    /// A port of the loopback device, kept from everybody who does not ask for its number.
+    class Port {
+    public:
+        Port();
+        Port(const Port&) = delete;
+        Port& operator=(const Port&) = delete;
+        ~Port();
+
+        int number() const { return number_; }
+
+    private:
+        int descriptor_;
+        int number_ = 0;
+    };
+
     struct Side {
         std::filesystem::path home;
         std::filesystem::path shared;
         std::string device;
-        int port = 0;
+        Port port;
         ChildProcess process;
     };
 
