@@ -23,22 +23,10 @@ constexpr std::uint32_t baseSize = 256;
 // attempt to steal the focus.
 constexpr std::uint32_t fromPager = 2;
 
-// The server gives the ids of a client that is gone to the next one. To a program that is late, a
-// test's windows would be one and the same: what it still asks for one of them, another would get.
-xcb_window_t idOfItsOwn(xcb_connection_t* connection) {
-    static int windows = 0;
-    ++windows;
-    xcb_window_t id = XCB_WINDOW_NONE;
-    for (int count = 0; count < windows; ++count) {
-        id = xcb_generate_id(connection);
-    }
-    return id;
-}
-
 }  // namespace
 
 TestWindow::TestWindow(const std::string& display, const Options& options)
-    : XClient(display), window_(idOfItsOwn(connection())), kind_(options.kind) {
+    : XClient(display), window_(newWindowId()), kind_(options.kind) {
     const std::array<std::uint32_t, 2> values{
         options.color, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE};
     xcb_create_window(
@@ -197,6 +185,7 @@ void TestWindow::map() {
     if (!tryMap(Deadline::usual())) {
         throw DesktopError("the window manager does not take the window over");
     }
+    waitForWindowManager(*this);
 }
 
 void TestWindow::activate() { activateWindow(*this, window_); }

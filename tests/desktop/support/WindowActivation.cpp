@@ -1,5 +1,7 @@
 #include "tests/desktop/support/WindowActivation.h"
 
+#include <string>
+
 #include "tests/desktop/support/DesktopError.h"
 #include "tests/desktop/support/WindowManagerAnswer.h"
 
@@ -26,7 +28,11 @@ void activateWindow(XClient& client, xcb_window_t window) {
             return;
         }
     } while (!deadline.isOver());
-    throw DesktopError("the window does not become active");
+    const XReply<xcb_get_input_focus_reply_t> focus(xcb_get_input_focus_reply(
+        client.connection(), xcb_get_input_focus(client.connection()), nullptr));
+    throw DesktopError("the window " + std::to_string(window) + " does not become active; it is " +
+                       std::to_string(client.cardinal(client.root(), "_NET_ACTIVE_WINDOW")) +
+                       ", and the focus has " + std::to_string(focus ? focus->focus : 0));
 }
 
 }  // namespace lumatile::desktop

@@ -5,6 +5,7 @@
 #include "tests/desktop/support/Compositor.h"
 #include "tests/desktop/support/DesktopError.h"
 #include "tests/desktop/support/TestWindow.h"
+#include "tests/desktop/support/WindowManagerAnswer.h"
 #include "tests/desktop/support/WindowManagerSettings.h"
 #include "tests/desktop/support/XClient.h"
 
@@ -74,6 +75,8 @@ void WindowManager::waitUntilReady(DesktopSession& session, const Options& optio
                                session.output(toString(kind_)));
         }
     }
+    // It may still have to learn that windows which it overlooked are gone.
+    waitForWindowManager(watcher);
 }
 
 void WindowManager::stop() {

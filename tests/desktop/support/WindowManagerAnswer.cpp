@@ -10,7 +10,7 @@ namespace lumatile::desktop {
 
 void waitForWindowManager(XClient& client) {
     xcb_connection_t* const connection = client.connection();
-    const xcb_window_t window = xcb_generate_id(connection);
+    const xcb_window_t window = client.newWindowId();
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     // Never mapped, so it is nobody's window.
     xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, client.root(), -1, -1, 1, 1, 0,

@@ -107,6 +107,20 @@ bool XClient::exists(xcb_window_t window) {
     return reply != nullptr;
 }
 
+xcb_window_t XClient::newWindowId() {
+    // All clients of a server have ids of the same form: a part of their own, and a number.
+    static std::uint32_t nextNumber = 0;
+    const std::uint32_t numbers = xcb_get_setup(connection_)->resource_id_mask;
+    xcb_window_t id = xcb_generate_id(connection_);
+    while (!isLost() && (id & numbers) < nextNumber) {
+        id = xcb_generate_id(connection_);
+    }
+    if (!isLost()) {
+        nextNumber = (id & numbers) + 1;
+    }
+    return id;
+}
+
 void XClient::ask(xcb_window_t window, std::string_view type,
                   const std::vector<std::uint32_t>& data) {
     xcb_client_message_event_t event{};

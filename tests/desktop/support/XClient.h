@@ -51,6 +51,12 @@ public:
 
     bool exists(xcb_window_t window);
 
+    /// An id for a new window that no other window of this process has had. The server gives the
+    /// ids of a client that is gone to the next one; a window manager that is behind would take
+    /// what it is yet to be told of the old window for news of the new one, and may end it with the
+    /// frame that it gave it.
+    xcb_window_t newWindowId();
+
     /// Sends a client message to the root, as programs ask the window manager for things.
     void ask(xcb_window_t window, std::string_view type, const std::vector<std::uint32_t>& data);
 
