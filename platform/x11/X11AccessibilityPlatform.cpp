@@ -35,11 +35,11 @@ bool isOrdinary(const X11Window& window) { return window.facts.kind() == X11Wind
 }  // namespace
 
 X11AccessibilityPlatform::X11AccessibilityPlatform(X11Connection& connection, X11Monitors& monitors,
-                                                   X11WindowMirror& mirror)
+                                                   X11WindowMirror& mirror, double longestTimeout)
     : connection_(connection),
       monitors_(monitors),
       mirror_(mirror),
-      writer_(connection, monitors, mirror) {}
+      writer_(connection, monitors, mirror, longestTimeout) {}
 
 bool X11AccessibilityPlatform::isTrusted(bool /*prompt*/) {
     mirror_.refresh();
@@ -359,8 +359,10 @@ std::vector<X11Window*> X11AccessibilityPlatform::windowsOf(const X11Element& ap
 }
 
 double X11AccessibilityPlatform::timeoutOf(const X11Window& window) const {
-    double timeout = std::min(X11WindowWriter::longestTimeout,
-                              window.timeout.value_or(X11WindowWriter::longestTimeout));
+    double timeout = writer_.longest();
+    if (window.timeout && *window.timeout < X11WindowWriter::longestTimeout) {
+        timeout = std::min(timeout, *window.timeout);
+    }
     if (const std::optional<Pid> owner = window.owner()) {
         const auto found = timeouts_.find(*owner);
         if (found != timeouts_.end()) {

@@ -23,8 +23,10 @@ namespace lumatile {
 class X11AccessibilityPlatform final : public AccessibilityPlatform {
 public:
     /// All outlive the platform.
+    /// @param longestTimeout seconds that a writing waits unless a shorter time-out is set
     X11AccessibilityPlatform(X11Connection& connection, X11Monitors& monitors,
-                             X11WindowMirror& mirror);
+                             X11WindowMirror& mirror,
+                             double longestTimeout = X11WindowWriter::longestTimeout);
 
     /// Whether a window manager lives that places windows when it is asked to. There is no
     /// permission that could be asked for.

@@ -55,9 +55,14 @@ X11PixelRect moved(const X11PixelRect& rect, const Point& by) {
             rect.height};
 }
 
-TimePoint after(TimePoint from, double seconds) {
-    return from + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(
-                      std::clamp(seconds, 0.0, X11WindowWriter::longestTimeout)));
+Clock::duration durationOf(double seconds) {
+    return std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
+}
+
+/// What `time` becomes where writings wait for `longest` seconds.
+Clock::duration scaled(Clock::duration time, double longest) {
+    return durationOf(std::chrono::duration<double>(time).count() * longest /
+                      X11WindowWriter::longestTimeout);
 }
 
 bool hasSideWithoutShadow(const X11Extents& shadow) {
@@ -93,10 +98,13 @@ struct X11WindowWriter::Wait {
 };
 
 X11WindowWriter::X11WindowWriter(X11Connection& connection, X11Monitors& monitors,
-                                 X11WindowMirror& mirror)
+                                 X11WindowMirror& mirror, double longest)
     : connection_(connection),
       monitors_(monitors),
       mirror_(mirror),
+      longest_(longest),
+      settlingTime_(scaled(settlingTime, longest)),
+      probeTime_(scaled(probeTime, longest)),
       probe_(connection, mirror),
       tile_(connection, mirror),
       moveResize_(connection.atoms()["_NET_MOVERESIZE_WINDOW"]),
@@ -307,7 +315,7 @@ bool X11WindowWriter::isConfirmed(const X11Window& window, Wait& wait) {
     if (!wait.probedAt) {
         probe(wait);
     }
-    const TimePoint ignored = *wait.probedAt + probeTime;
+    const TimePoint ignored = *wait.probedAt + probeTime_;
     wait.until = std::min(wait.until, ignored);
     return probe_.isAnswered() || wait.now >= ignored;
 }
@@ -316,7 +324,7 @@ bool X11WindowWriter::isGivenUp(const Order& order, X11Window& window, Wait& wai
     const bool answered = window.answers != wait.answersBefore;
     const bool dealtWith = wait.probedAt && probe_.isAnswered();
     const bool isOver = wait.now >= wait.deadline ||
-                        (answered && wait.probedAt && wait.now >= *wait.probedAt + probeTime);
+                        (answered && wait.probedAt && wait.now >= *wait.probedAt + probeTime_);
     if (dealtWith || isOver) {
         if (answered || dealtWith) {
             settle(order, window);
@@ -330,7 +338,7 @@ bool X11WindowWriter::isGivenUp(const Order& order, X11Window& window, Wait& wai
         const bool movedElsewhere = !order.withSize && window.tellings != wait.tellingsBefore &&
                                     window.frame().outer() != wait.outerBefore;
         const TimePoint probeAt = movedElsewhere ? wait.now
-                                  : answered     ? window.answeredAt + settlingTime
+                                  : answered     ? window.answeredAt + settlingTime_
                                                  : wait.start + (wait.deadline - wait.start) / 2;
         if (wait.now >= probeAt) {
             probe(wait);
@@ -339,7 +347,7 @@ bool X11WindowWriter::isGivenUp(const Order& order, X11Window& window, Wait& wai
         }
     }
     if (wait.probedAt && answered) {
-        wait.until = std::min(wait.until, *wait.probedAt + probeTime);
+        wait.until = std::min(wait.until, *wait.probedAt + probeTime_);
     }
     return false;
 }
@@ -366,6 +374,10 @@ void X11WindowWriter::sendStateRemovals(const X11Window& window, bool shaded) {
         sendRootMessage(connection_, window.id, state_,
                         {stateRemove, shaded_, XCB_ATOM_NONE, pagerSource, 0});
     }
+}
+
+TimePoint X11WindowWriter::after(TimePoint from, double seconds) const {
+    return from + durationOf(std::clamp(seconds, 0.0, longest_));
 }
 
 X11PixelRect X11WindowWriter::placing(const Order& order, const X11Window& window) {

@@ -25,7 +25,12 @@ public:
     static constexpr double longestTimeout = 0.25;  ///< Seconds.
 
     /// All outlive the writer.
-    X11WindowWriter(X11Connection& connection, X11Monitors& monitors, X11WindowMirror& mirror);
+    /// @param longest seconds that a writing waits unless its time-out is shorter. Whoever can wait
+    ///        for longer than a user is as patient with each of the window manager's steps.
+    X11WindowWriter(X11Connection& connection, X11Monitors& monitors, X11WindowMirror& mirror,
+                    double longest = longestTimeout);
+
+    double longest() const { return longest_; }
 
     /// The outer frame in the accessibility space: what was last written, unrounded, for as long as
     /// the server still has what became of that; else the server's whole pixels.
@@ -66,6 +71,8 @@ private:
     void repeatWhereNeeded(const Order& order, const X11Window& window, Wait& wait);
     void probe(Wait& wait);
     void sendStateRemovals(const X11Window& window, bool shaded);
+    X11Connection::Clock::time_point after(X11Connection::Clock::time_point from,
+                                           double seconds) const;
     static X11PixelRect placing(const Order& order, const X11Window& window);
     void send(const Order& order, const X11Window& window, Wait& wait);
     static void settle(const Order& order, X11Window& window);
@@ -73,6 +80,9 @@ private:
     X11Connection& connection_;
     X11Monitors& monitors_;
     X11WindowMirror& mirror_;
+    double longest_;  // Seconds.
+    X11Connection::Clock::duration settlingTime_;
+    X11Connection::Clock::duration probeTime_;
     X11WindowManagerProbe probe_;
     X11EdgeTile tile_;
     xcb_atom_t moveResize_;

@@ -17,13 +17,13 @@ constexpr std::uint32_t namesSize = 12U << 8U;
 }  // namespace
 
 ShiftingDesktop::ShiftingDesktop(WindowManager::Kind windowManager, std::string_view oledSettings,
-                                 WindowManager::Options options)
+                                 WindowManager::Options options, double longestTimeout)
     : desktop_(MonitorLayout::landscape(), windowManager, options),
       connection_(X11Connection::open(desktop_.display())),
       monitors_(*connection_),
       screenList_(*connection_, monitors_),
       mirror_(*connection_),
-      accessibility_(*connection_, monitors_, mirror_),
+      accessibility_(*connection_, monitors_, mirror_, longestTimeout),
       x11Workspace_(mirror_),
       workspace_(x11Workspace_),
       runLoop_(clock_),

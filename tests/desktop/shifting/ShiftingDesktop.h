@@ -56,6 +56,10 @@ public:
 
     static constexpr double interval = 5;
 
+    /// Seconds that a window is waited for: what becomes of a step is to be the same on a busy
+    /// machine, where window managers may overrun what a user is made to wait.
+    static constexpr double patient = 4;
+
     /// The ring from the point on that is taken first: clockwise from beside its top-left corner.
     static constexpr std::array<Offset, 16> ring{{{-1, -2},
                                                   {0, -2},
@@ -76,7 +80,7 @@ public:
 
     explicit ShiftingDesktop(WindowManager::Kind windowManager,
                              std::string_view oledSettings = shiftOnly,
-                             WindowManager::Options options = {});
+                             WindowManager::Options options = {}, double longestTimeout = patient);
     ShiftingDesktop(const ShiftingDesktop&) = delete;
     ShiftingDesktop& operator=(const ShiftingDesktop&) = delete;
     ~ShiftingDesktop() = default;

@@ -2,6 +2,7 @@
 
 #include <csignal>
 
+#include "tests/desktop/support/WindowManagerAnswer.h"
 #include "tests/desktop/x11/X11DesktopTest.h"
 
 namespace lumatile::desktop {
@@ -184,8 +185,10 @@ TEST_P(X11WindowAttributes, activeDesktopWindowIsNoFocusedWindow) {
     // Window managers differ in whether such a window can become the active one; where it does, it
     // is nothing to place.
     background.ask(background.id(), "_NET_ACTIVE_WINDOW", {2, XCB_CURRENT_TIME, 0});
-    if (!XClient::waitUntil([&] { return background.isActive(); },
-                            Deadline::in(std::chrono::seconds(1)))) {
+    // It gives the focus, and states the active window when it is told that the focus is there.
+    waitForWindowManager(background);
+    waitForWindowManager(background);
+    if (!background.isActive()) {
         background.setCardinals(background.root(), "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW,
                                 {background.id()});
         background.roundTrip();
@@ -261,7 +264,7 @@ TEST_P(X11WindowAttributes, malformedPropertiesAreHarmless) {
     window->setCardinals(id, "WM_CLASS", XCB_ATOM_STRING, {1, 2, 3});
     window->setText(id, "_GTK_APPLICATION_ID", window->atom("UTF8_STRING"),
                     std::string(100000, 'x'));
-    window->roundTrip();
+    waitForWindowManager(*window);
     adapter().connection->synchronize();
     EXPECT_EQ(target.frame(), (Rect{300, 200, 700, 500}));
     EXPECT_TRUE(target.isWindow());

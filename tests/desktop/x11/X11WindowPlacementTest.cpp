@@ -11,7 +11,18 @@ namespace {
 
 using testing::SizeIs;
 
-class X11WindowPlacement : public X11DesktopTest {};
+class X11WindowPlacement : public X11DesktopTest {
+protected:
+    /// Where a write to it begins, with a window manager that has nothing left to do.
+    void put(AXWindow& target, const Rect& rect) {
+        ASSERT_TRUE(XClient::waitUntil([&] {
+            target.setFrame(rect);
+            adapter().connection->synchronize();
+            return target.frame() == rect;
+        }));
+        settle();
+    }
+};
 
 TEST_P(X11WindowPlacement, frameIsWhatTheUserSees) {
     start();
@@ -54,7 +65,7 @@ TEST_P(X11WindowPlacement, sizeIncrementWindowKeepsItsOriginExact) {
     for (const Rect& rect : {Rect{0, 0, 960, 1080}, Rect{101, 53, 700, 500}}) {
         const Rect elsewhere{300, 200, 600, 400};
         const double seconds =
-            secondsAtBest([&] { target.setFrame(elsewhere); }, [&] { target.setFrame(rect); });
+            vainSecondsAtBest([&] { target.setFrame(elsewhere); }, [&] { target.setFrame(rect); });
         const PixelRect became = window->frame();
         EXPECT_EQ(became.x, rect.x);
         EXPECT_EQ(became.y, rect.y);
@@ -64,7 +75,7 @@ TEST_P(X11WindowPlacement, sizeIncrementWindowKeepsItsOriginExact) {
         EXPECT_GT(became.width, rect.width - TestWindow::stepWidth);
         EXPECT_GT(became.height, rect.height - TestWindow::stepHeight);
         EXPECT_EQ(target.frame(), rectOf(became));
-        EXPECT_LT(seconds, 0.1) << "the steps are known, so nothing is left to wait for";
+        EXPECT_LT(seconds, 0.4 * patient) << "the steps are known, so nothing is left to wait for";
     }
 }
 
@@ -82,13 +93,13 @@ TEST_P(X11WindowPlacement, minimumSizeIsTheProgramsRight) {
     const Rect elsewhere{300, 200, 600, 400};
     const Rect tooSmall{40, 50, 200, 200};
     const double seconds =
-        secondsAtBest([&] { target.setFrame(elsewhere); }, [&] { target.setFrame(tooSmall); });
+        vainSecondsAtBest([&] { target.setFrame(elsewhere); }, [&] { target.setFrame(tooSmall); });
     EXPECT_EQ(window.client().width, 500);
     EXPECT_EQ(window.client().height, 300);
     EXPECT_EQ(window.frame().x, 40);
     EXPECT_EQ(window.frame().y, 50);
     EXPECT_EQ(target.frame(), rectOf(window.frame()));
-    EXPECT_LT(seconds, 0.1);
+    EXPECT_LT(seconds, 0.4 * patient);
 }
 
 TEST_P(X11WindowPlacement, thousandMovesLeaveNoDriftAndResizeNothing) {
@@ -275,44 +286,50 @@ TEST_P(X11WindowPlacement, placeBeyondTheTopLeftCornerIsAnsweredQuickly) {
     start();
     const auto window = open(Kind::decorated);
     AXWindow target = adapter().window(window->id());
-    const double seconds = secondsFor([&] { target.setFrame({-200, -50, 700, 500}); });
+    const double seconds = vainSecondsFor([&] { target.setFrame({-200, -50, 700, 500}); });
     // metacity keeps title bars in sight; whatever came of it is what is read.
     EXPECT_EQ(target.frame(), rectOf(window->frame()));
     if (GetParam() != WindowManager::Kind::metacity) {
         EXPECT_EQ(window->frame(), (PixelRect{-200, -50, 700, 500}));
     }
     EXPECT_EQ(window->frame().width, 700);
-    EXPECT_LT(seconds, X11WindowWriter::longestTimeout);
+    EXPECT_LT(seconds, patient);
 }
 
 TEST_P(X11WindowPlacement, stoppedProgramCostsAtMostTheTimeout) {
-    start();
+    startWithTheUsersTimeout();
     auto program = desktop().openProgram(
         {"xterm", "-class", "StoppedTerm", "-geometry", "60x20+200+200"}, "StoppedTerm");
     AXWindow target = adapter().window(program.window);
     ASSERT_TRUE(target.frame());
     program.process.signal(SIGSTOP);
-    const double seconds = secondsFor([&] { target.setFrame({100, 120, 700, 500}); });
-    const std::optional<Rect> became = target.frame();
+    const double seconds = vainSecondsFor([&] { target.setFrame({100, 120, 700, 500}); });
+    const bool isMoved = XClient::waitUntil([&] {
+        adapter().connection->synchronize();
+        const std::optional<Rect> became = target.frame();
+        return became && became->origin() == Point{100, 120};
+    });
     program.process.signal(SIGCONT);
-    ASSERT_TRUE(became);
-    EXPECT_EQ(became->origin(), (Point{100, 120}));
+    EXPECT_TRUE(isMoved);
     EXPECT_LT(seconds, 3 * X11WindowWriter::longestTimeout);
 }
 
 TEST_P(X11WindowPlacement, silentWindowManagerIsWaitedForOnce) {
-    start();
+    startWithTheUsersTimeout();
     const auto first = open(Kind::decorated);
     const auto second = open(Kind::decorated);
     AXWindow target = adapter().window(first->id());
     AXWindow other = adapter().window(second->id());
-    target.setFrame({100, 100, 500, 400});
+    put(target, {100, 100, 500, 400});
     HeldWindowManager held(desktop().windowManager(), desktop().observer());
     const double longest = X11WindowWriter::longestTimeout;
-    const double seconds = secondsFor([&] { target.setFrame({300, 200, 700, 500}); });
+    double waited = 0;
+    const double seconds = secondsFor([&] {
+        waited = vainSecondsFor([&] { target.setFrame({300, 200, 700, 500}); });
+    });
     EXPECT_GE(seconds, longest);
-    EXPECT_LT(seconds, 1.5 * longest) << "three writes, one wait";
-    EXPECT_LT(secondsFor([&] { other.setFrame({0, 0, 700, 500}); }), 0.5 * longest);
+    EXPECT_LT(waited, 1.5 * longest) << "three writes, one wait";
+    EXPECT_LT(vainSecondsFor([&] { other.setFrame({0, 0, 700, 500}); }), 0.5 * longest);
     EXPECT_EQ(target.frame(), (Rect{100, 100, 500, 400})) << "nothing has come of it yet";
 
     held.letGo();
@@ -342,26 +359,31 @@ TEST_P(X11WindowPlacement, unroundedFrameIsReadWhenItIsAnsweredLate) {
 }
 
 TEST_P(X11WindowPlacement, shorterTimeoutsOfWindowAndApplicationHold) {
-    start();
+    startWithTheUsersTimeout();
     const auto window = open(Kind::decorated);
     AXWindow target = adapter().window(window->id());
-    target.setFrame({100, 100, 500, 400});
+    put(target, {100, 100, 500, 400});
     HeldWindowManager held(desktop().windowManager(), desktop().observer());
     adapter().platform.setMessagingTimeout(target.element(), 0.05);
-    const double seconds = secondsFor([&] { target.setPosition({101, 100}); });
+    double waited = 0;
+    const double seconds = secondsFor([&] {
+        waited = vainSecondsFor([&] { target.setPosition({101, 100}); });
+    });
     held.letGo();
     EXPECT_GE(seconds, 0.05);
-    EXPECT_LT(seconds, 0.2);
+    EXPECT_LT(waited, 0.2);
 
     EXPECT_TRUE(XClient::waitUntil([&] { return window->frame().x == 101; }));
     adapter().platform.setMessagingTimeout(target.element(), 5);
     adapter().platform.setMessagingTimeout(adapter().platform.applicationElement(getpid()), 0.08);
-    target.setFrame({100, 100, 500, 400});
+    put(target, {100, 100, 500, 400});
     HeldWindowManager heldAgain(desktop().windowManager(), desktop().observer());
-    const double applications = secondsFor([&] { target.setPosition({101, 100}); });
+    const double applications = secondsFor([&] {
+        waited = vainSecondsFor([&] { target.setPosition({101, 100}); });
+    });
     heldAgain.letGo();
     EXPECT_GE(applications, 0.08);
-    EXPECT_LT(applications, 0.2);
+    EXPECT_LT(waited, 0.2);
 }
 
 TEST_P(X11WindowPlacement, windowThatDiesInTheMiddleIsNoError) {
@@ -373,12 +395,12 @@ TEST_P(X11WindowPlacement, windowThatDiesInTheMiddleIsNoError) {
     HeldWindowManager held(desktop().windowManager(), desktop().observer());
     xcb_destroy_window(window->connection(), window->id());
     window->roundTrip();
-    const double seconds = secondsFor([&] {
+    const double seconds = vainSecondsFor([&] {
         EXPECT_FALSE(
             adapter().platform.write(target.element(), AXAttribute::position, Point{100, 100}));
     });
     held.letGo();
-    EXPECT_LT(seconds, X11WindowWriter::longestTimeout);
+    EXPECT_LT(seconds, patient);
     EXPECT_EQ(target.frame(), std::nullopt);
     EXPECT_EQ(target.pid(), std::nullopt);
     EXPECT_FALSE(target.isWindow());
@@ -386,14 +408,14 @@ TEST_P(X11WindowPlacement, windowThatDiesInTheMiddleIsNoError) {
 }
 
 TEST_P(X11WindowPlacement, programKilledWhileItsWindowIsWrittenToEndsTheWriteEarly) {
-    start();
+    startWithTheUsersTimeout();
     auto program =
         desktop().openProgram({"xterm", "-class", "DyingTerm", "-geometry", "60x20"}, "DyingTerm");
     AXWindow target = adapter().window(program.window);
     ASSERT_TRUE(target.frame());
     HeldWindowManager held(desktop().windowManager(), desktop().observer());
     program.process.signal(SIGKILL);
-    const double seconds = secondsFor([&] { target.setFrame({100, 100, 700, 500}); });
+    const double seconds = vainSecondsFor([&] { target.setFrame({100, 100, 700, 500}); });
     held.letGo();
     EXPECT_LE(seconds, 1.2 * X11WindowWriter::longestTimeout);
     EXPECT_TRUE(XClient::waitUntil([&] {
