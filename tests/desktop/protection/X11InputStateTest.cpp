@@ -43,6 +43,10 @@ protected:
         input_ = std::make_unique<InputDriver>(server_->display());
         connection_ = X11Connection::open(server_->display());
         ASSERT_TRUE(connection_);
+        // A key that is held would be pressed again and again.
+        const std::uint32_t off = XCB_AUTO_REPEAT_MODE_OFF;
+        xcb_change_keyboard_control(input_->connection(), XCB_KB_AUTO_REPEAT_MODE, &off);
+        input_->roundTrip();
         state_ = std::make_unique<X11InputState>(*connection_, log_);
     }
 
@@ -62,6 +66,8 @@ protected:
 TEST_P(InputStateTest, idleTimeRunsWithTheClock) {
     start();
     EXPECT_THAT(log_.lines(), IsEmpty());
+    idle();
+    const auto beforeInput = Clock::now();
     input_->movePointer(10, 10);
     const auto afterInput = Clock::now();
     idle();
@@ -69,8 +75,7 @@ TEST_P(InputStateTest, idleTimeRunsWithTheClock) {
     const std::optional<double> told = state_->idleSeconds();
     ASSERT_TRUE(told);
     EXPECT_GE(*told, least - serverStep);
-    // The input came before it was known to have come, but never by as much as another wait.
-    EXPECT_LE(*told, secondsSince(afterInput) + noticeable);
+    EXPECT_LE(*told, secondsSince(beforeInput) + serverStep);
 }
 
 TEST_P(InputStateTest, everyKindOfInputStartsItAnew) {

@@ -15,6 +15,7 @@
 #include "displays/NSScreenProvider.h"
 #include "tests/desktop/support/MonitorLayout.h"
 #include "tests/desktop/support/TestDesktop.h"
+#include "tests/desktop/support/WindowManagerAnswer.h"
 #include "tests/desktop/x11/ReplyWaits.h"
 
 namespace lumatile {
@@ -231,8 +232,15 @@ TEST_P(PanelsTest, areAskedAboutAgainOnlyWhenSomethingHasChanged) {
     const auto window = desktop.openWindow({});
     const std::vector<PlatformScreen> screens = {{{0, 0, 1920, 1080}, {0, 40, 1920, 1040}}};
     ASSERT_EQ(listed.screens(), screens);
-    // What window managers state in several steps may have been told half by the first question.
-    ASSERT_TRUE(XClient::waitUntil([&] { return listed.roundTrips() == 0; }));
+    // What window managers state in several steps, some of them when they are idle, may have been
+    // told half by the first question.
+    ASSERT_TRUE(XClient::waitUntil([&] {
+        constexpr int questions = 5;
+        for (int question = 0; question < questions; ++question) {
+            waitForWindowManager(*window);
+        }
+        return listed.roundTrips() == 0;
+    }));
     for (const int x : {300, 301, 340}) {
         window->place({x, 200, 500, 400});
         EXPECT_EQ(listed.roundTrips(), 0U) << "a window that moves";
@@ -255,6 +263,8 @@ TEST_P(PanelsTest, thatArePutAwayKeepNothing) {
     panel->roundTrip();
     EXPECT_THAT(listed.screens(), ElementsAre(bare({0, 0, 1920, 1080})));
     ASSERT_TRUE(XClient::waitUntil([&] { return !panel->isManaged(); }));
+    // It may still have to give the panel back.
+    waitForWindowManager(*panel);
     panel->map();
     EXPECT_THAT(listed.screens(),
                 ElementsAre(PlatformScreen{{0, 0, 1920, 1080}, {0, 40, 1920, 1040}}));
