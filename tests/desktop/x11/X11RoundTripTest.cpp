@@ -20,12 +20,15 @@ protected:
             xcb_map_window(windows.back()->connection(), windows.back()->id());
             xcb_flush(windows.back()->connection());
         }
-        const bool managed = XClient::waitUntil([&] {
-            return desktop()
-                       .observer()
-                       .cardinals(desktop().observer().root(), "_NET_CLIENT_LIST_STACKING")
-                       .size() >= count;
-        });
+        // Some hundred of them take a window manager many seconds on a busy machine.
+        const bool managed = XClient::waitUntil(
+            [&] {
+                return desktop()
+                           .observer()
+                           .cardinals(desktop().observer().root(), "_NET_CLIENT_LIST_STACKING")
+                           .size() >= count;
+            },
+            Deadline::in(std::chrono::seconds(60)));
         EXPECT_TRUE(managed);
         windows.back()->activate();
         settle();
