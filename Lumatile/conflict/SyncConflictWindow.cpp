@@ -7,6 +7,7 @@
 #include "Lumatile/SyncConflictTexts.h"
 #include "Lumatile/conflict/SyncConflictView.h"
 #include "Lumatile/settings/PromptDialog.h"
+#include "Lumatile/settings/WindowForeground.h"
 
 namespace lumatile {
 

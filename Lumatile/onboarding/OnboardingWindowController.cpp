@@ -6,6 +6,7 @@
 
 #include "Lumatile/onboarding/OnboardingView.h"
 #include "Lumatile/settings/PromptDialog.h"
+#include "Lumatile/settings/WindowForeground.h"
 #include "onboarding/OnboardingTexts.h"
 
 namespace lumatile {

@@ -10,6 +10,7 @@
 #include "Lumatile/settings/ApplicationIcon.h"
 #include "Lumatile/settings/SettingsAccessibility.h"
 #include "Lumatile/settings/SettingsStyle.h"
+#include "Lumatile/settings/WindowForeground.h"
 
 namespace lumatile {
 
@@ -42,9 +43,7 @@ void AboutPanel::show() {
         window_->addAction(close);
         keys_.addTo(*window_);
     }
-    window_->show();
-    window_->raise();
-    window_->activateWindow();
+    bringToFrontNow(*window_);
 }
 
 }  // namespace lumatile

@@ -11,6 +11,7 @@
 #include "Lumatile/settings/ApplicationIcon.h"
 #include "Lumatile/settings/SettingsStyle.h"
 #include "Lumatile/settings/ViewText.h"
+#include "Lumatile/settings/WindowForeground.h"
 
 namespace lumatile {
 
@@ -74,9 +75,7 @@ void NoticeWindow::show(const Notice& notice, std::function<void()> chosen) {
     }
     words->addLayout(buttons);
     whole->addLayout(words, 1);
-    window_->show();
-    window_->raise();
-    window_->activateWindow();
+    bringToFront(*window_);
 }
 
 }  // namespace lumatile

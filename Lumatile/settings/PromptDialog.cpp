@@ -41,14 +41,4 @@ std::unique_ptr<QDialog> makePromptDialog(const QString& title, QWidget* content
     return window;
 }
 
-void bringToFront(QWidget& window) {
-    if (window.isMinimized()) {
-        window.showNormal();
-    } else {
-        window.show();
-    }
-    window.raise();
-    window.activateWindow();
-}
-
 }  // namespace lumatile

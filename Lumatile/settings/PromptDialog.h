@@ -21,7 +21,4 @@ std::unique_ptr<QDialog> makePromptDialog(const QString& title, QWidget* content
                                           const QSize& contentPoints, RunLoop& runLoop,
                                           std::function<void()> closed);
 
-/// Shows the window, minimized or not, in front of the others and with the keyboard.
-void bringToFront(QWidget& window);
-
 }  // namespace lumatile

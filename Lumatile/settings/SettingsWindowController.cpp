@@ -8,11 +8,11 @@
 #include "Lumatile/AppFonts.h"
 #include "Lumatile/SettingsTexts.h"
 #include "Lumatile/settings/ApplicationIcon.h"
-#include "Lumatile/settings/PromptDialog.h"
 #include "Lumatile/settings/SettingsAccessibility.h"
 #include "Lumatile/settings/SettingsRootView.h"
 #include "Lumatile/settings/SettingsStyle.h"
 #include "Lumatile/settings/ViewText.h"
+#include "Lumatile/settings/WindowForeground.h"
 #include "Lumatile/settings/WindowKeys.h"
 
 namespace lumatile {
@@ -48,6 +48,6 @@ SettingsWindowController::SettingsWindowController(std::shared_ptr<SettingsViewM
 
 SettingsWindowController::~SettingsWindowController() = default;
 
-void SettingsWindowController::show() { bringToFront(*window_); }
+void SettingsWindowController::show() { bringToFrontNow(*window_); }
 
 }  // namespace lumatile

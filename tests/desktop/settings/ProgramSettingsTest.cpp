@@ -22,6 +22,7 @@
 #include "tests/desktop/settings/ProgramDesk.h"
 #include "tests/desktop/status/EventWait.h"
 #include "tests/desktop/status/StatusBar.h"
+#include "tests/desktop/support/WindowManagerAnswer.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -330,6 +331,29 @@ TEST(ProgramSettings, areWorkedByTheKeyboardAlone) {
     EXPECT_EQ(desk.program().output(), "");
 }
 
+/// A window that says when the user last typed in it, as those of toolkits do.
+class TypedInWindow : public TestWindow {
+public:
+    explicit TypedInWindow(const std::string& display) : TestWindow(display, Options()) {
+        const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY |
+                                   XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_KEY_PRESS;
+        xcb_change_window_attributes(connection(), id(), XCB_CW_EVENT_MASK, &mask);
+        roundTrip();
+    }
+
+    int typed = 0;
+
+protected:
+    void handle(const xcb_generic_event_t& event) override {
+        if ((event.response_type & 0x7f) == XCB_KEY_PRESS) {
+            ++typed;
+            setCardinals(id(), "_NET_WM_USER_TIME", XCB_ATOM_CARDINAL,
+                         {reinterpret_cast<const xcb_key_press_event_t&>(event).time});
+        }
+        TestWindow::handle(event);
+    }
+};
+
 class SettingsInFront : public testing::TestWithParam<WindowManager::Kind> {};
 
 TEST_P(SettingsInFront, comeBeforeTheWindowThatTheUserWorksIn) {
@@ -346,6 +370,20 @@ TEST_P(SettingsInFront, comeBeforeTheWindowThatTheUserWorksIn) {
     ASSERT_TRUE(XClient::waitUntil(
         [&] { return desk.desktop().observer().activeWindow() != desk.settingsWindow(); }));
     EXPECT_TRUE(desk.openSettings()) << "minimized too";
+}
+
+TEST_P(SettingsInFront, comeBeforeAWindowThatHasJustBeenTypedIn) {
+    ProgramDesk desk(GetParam());
+    desk.start(everythingOff);
+    TypedInWindow window(desk.desktop().display());
+    window.mapActive();
+    for (int time = 1; time <= 2; ++time) {
+        desk.desktop().input().press({}, KeyPosition::a);
+        ASSERT_TRUE(XClient::waitUntil([&] { return window.typed == time; }));
+        waitForWindowManager(window);
+        EXPECT_TRUE(desk.openSettings()) << time;
+        window.activate();
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Desktop, SettingsInFront, testing::ValuesIn(WindowManager::kinds),

@@ -1,0 +1,15 @@
+#pragma once
+
+class QWidget;
+
+namespace lumatile {
+
+/// Shows the window, minimized or not, in front of the others and with the keyboard.
+void bringToFront(QWidget& window);
+
+/// The same because of something that the user has done just now outside of this program's windows.
+/// A window manager that keeps windows from pushing themselves before the one in which the user is
+/// typing is then told the time of this, and not that of the last event that the program knows.
+void bringToFrontNow(QWidget& window);
+
+}  // namespace lumatile
