@@ -124,7 +124,10 @@ Rect X11WindowWriter::frame(const X11Window& window) {
 
 bool X11WindowWriter::writePosition(xcb_window_t id, std::uint64_t serial, const Point& position,
                                     double timeout) {
-    const bool isDrop = tile_.takeDrop() && awaitWindowManager(timeout);
+    const bool isDrop = tile_.takeDrop();
+    // What a window manager that does not answer will make of the release is not known: it may
+    // tile.
+    const bool isTiled = isDrop && !awaitWindowManager(timeout);
     X11Window* window = writable(id, serial);
     const auto left = X11PixelRect::roundedEdge(position.x);
     const auto top = X11PixelRect::roundedEdge(position.y);
@@ -144,7 +147,7 @@ bool X11WindowWriter::writePosition(xcb_window_t id, std::uint64_t serial, const
                       .withSize = false,
                       .leavesState = window->facts.isMaximized()};
     if (isDrop && isReachable(order.target)) {
-        return carryOutDrop(order, timeout);
+        return carryOutDrop(order, isTiled, timeout);
     }
     if (outer == order.target && !isUnderWay) {
         settle(order, *window);
@@ -231,18 +234,20 @@ bool X11WindowWriter::carryOut(const Order& order, double timeout) {
     return awaitAnswer(order, wait);
 }
 
-bool X11WindowWriter::carryOutDrop(const Order& order, double timeout) {
+bool X11WindowWriter::carryOutDrop(const Order& order, bool isTiled, double timeout) {
     // A window that was just dragged does not lie at the target. One that does is in a tile by now,
     // and so is one that does not go there.
     X11Window* window = mirror_.findManaged(order.id, order.serial);
-    if (window != nullptr && !window->frame().outer().hasOriginOf(order.target)) {
+    if (window != nullptr && !isTiled && !window->frame().outer().hasOriginOf(order.target)) {
         window->refusedAt = window->answers;  // Whether it does is to be known at once.
         if (carryOut(order, timeout)) {
             return true;
         }
     }
     tile_.undo(order.id);
-    return awaitWindowManager(timeout) && carryOut(order, timeout);
+    // A window manager that is too slow to answer gets it all the same: it takes one after another.
+    awaitWindowManager(timeout);
+    return carryOut(order, timeout);
 }
 
 bool X11WindowWriter::awaitWindowManager(double timeout) {

@@ -58,7 +58,7 @@ private:
     Point rootOrigin();
 
     bool carryOut(const Order& order, double timeout);
-    bool carryOutDrop(const Order& order, double timeout);
+    bool carryOutDrop(const Order& order, bool isTiled, double timeout);
 
     /// Until it has dealt with everything up to now.
     /// @return false when it has not by the time-out

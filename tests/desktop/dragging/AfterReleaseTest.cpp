@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tests/desktop/dragging/DragTest.h"
+#include "tests/desktop/support/HeldWindowManager.h"
 #include "tests/desktop/support/WindowManagerAnswer.h"
 
 namespace lumatile::desktop {
@@ -67,6 +68,31 @@ TEST_P(AfterRelease, theWindowGoesToItsPlaceInFewSteps) {
         EXPECT_LE(sizes.size(), bound.sizes) << told;
         EXPECT_EQ(desktop().observer().messages(window().id(), "_NET_MOVERESIZE_WINDOW").size(), 2U)
             << "for the position and for the size";
+    }
+    EXPECT_EQ(desktop().endProgram(), "");
+}
+
+TEST_P(AfterRelease, theWindowGoesToItsPlaceBySlowWindowManagersToo) {
+    start();
+    for (const DropPlace& place : dropPlaces(desktop().expected().visible(0))) {
+        SCOPED_TRACE(place.command);
+        ASSERT_TRUE(prepare());
+        ASSERT_TRUE(hand().grip(window()));
+        hand().moveTo(place.x, place.y);
+        ASSERT_TRUE(highlight().waitUntilAt(area(place.command)));
+        waitForWindowManager(window());
+        {
+            // Longer than the program waits for it.
+            const HeldWindowManager held(desktop().desktop().windowManager(), desktop().observer());
+            hand().letGo();
+            ASSERT_TRUE(XClient::waitUntil([&] {
+                return desktop()
+                           .observer()
+                           .messages(window().id(), "_NET_MOVERESIZE_WINDOW")
+                           .size() >= 2;
+            }));
+        }
+        EXPECT_TRUE(snaps(area(place.command)));
     }
     EXPECT_EQ(desktop().endProgram(), "");
 }

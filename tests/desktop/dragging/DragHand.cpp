@@ -32,6 +32,38 @@ bool DragHand::grip(XClient& client, xcb_window_t window) {
                         frame.y + belowEdge);
 }
 
+bool DragHand::gripOfProgram(XClient& client, xcb_window_t window) {
+    const Deadline deadline = Deadline::usual();
+    while (!deadline.isOver()) {
+        const auto before = outerFrame(client, window);
+        if (!grip(client, window)) {
+            return false;
+        }
+        const bool follows = isAtPointer(client, window);
+        const auto now = outerFrame(client, window);
+        if (follows && now && before && now->width == before->width &&
+            now->height == before->height) {
+            return true;
+        }
+        letGo();
+    }
+    return false;
+}
+
+bool DragHand::isAtPointer(XClient& client, xcb_window_t window) {
+    constexpr int step = 20;
+    constexpr std::chrono::seconds patience{2};
+    const auto was = outerFrame(client, window);
+    report(x_ + step, y_ + step);
+    return XClient::waitUntil(
+        [&] {
+            const auto now = outerFrame(client, window);
+            return now && was && now->width == was->width && now->height == was->height &&
+                   now->x - was->x >= step && now->y - was->y >= step;
+        },
+        Deadline::in(patience));
+}
+
 bool DragHand::gripWithAlt(TestWindow& window) {
     const PixelRect frame = window.frame();
     input_.keyDown(KeyPosition::leftAlt);

@@ -25,6 +25,11 @@ public:
     /// @param client any that can ask about the window
     bool grip(XClient& client, xcb_window_t window);
 
+    /// The same for a window of a program that draws its own frame. It may still be adapting itself
+    /// to its place, which looks as if it followed, or as if it were resized by the drag: then it
+    /// is let go and taken once more.
+    bool gripOfProgram(XClient& client, xcb_window_t window);
+
     /// Takes it anywhere, with Alt held.
     bool gripWithAlt(TestWindow& window);
 
@@ -45,6 +50,7 @@ public:
 private:
     bool pressAndPull(XClient& client, xcb_window_t window, int x, int y);
     bool pull(XClient& client, xcb_window_t window);
+    bool isAtPointer(XClient& client, xcb_window_t window);
     void report(int x, int y);
 
     InputDriver& input_;

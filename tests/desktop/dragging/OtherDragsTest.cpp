@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/desktop/dragging/DragTest.h"
 #include "tests/desktop/support/OuterFrame.h"
 #include "tests/desktop/support/WindowPlacing.h"
@@ -20,13 +22,21 @@ TEST_P(OtherDrags, aWindowThatDrawsItsOwnFrame) {
         const auto program =
             desktop().desktop().openProgram({LUMATILE_CLIENT_SIDE_WINDOW}, "ClientSideWindow");
         DesktopObserver& observer = desktop().observer();
+        // The shadow comes after the window, and with it the program puts itself in its place anew.
+        const auto castsShadow = [&] {
+            const auto shadow = observer.cardinals(program.window, "_GTK_FRAME_EXTENTS");
+            return std::any_of(shadow.begin(), shadow.end(), [](auto side) { return side > 0; });
+        };
+        if (compositing && GetParam() != WindowManager::Kind::openbox) {
+            ASSERT_TRUE(XClient::waitUntil(castsShadow));
+        }
         for (const DropPlace& place : {DropPlace{"left", 2, 500}, DropPlace{"topRight", 1917, 20},
                                        DropPlace{"centerThird", 960, 1077}}) {
             SCOPED_TRACE(place.command);
             ASSERT_TRUE(desktop().settle());
             placeWindow(observer, program.window, usualFrame);
             observer.forget();
-            ASSERT_TRUE(hand().grip(observer, program.window));
+            ASSERT_TRUE(hand().gripOfProgram(observer, program.window));
             hand().moveTo(place.x, place.y);
             hand().letGo();
             const PixelRect wanted = area(place.command);
