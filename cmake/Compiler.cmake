@@ -1,7 +1,7 @@
 # Flags of every target of this project.
 
 add_library(lumatile_flags INTERFACE)
-target_include_directories(lumatile_flags INTERFACE "${PROJECT_SOURCE_DIR}")
+target_include_directories(lumatile_flags INTERFACE "${PROJECT_SOURCE_DIR}/src")
 target_compile_options(lumatile_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
   -Woverloaded-virtual -Wold-style-cast -Wnull-dereference -Werror

@@ -4,7 +4,7 @@
 
 namespace lumatile::benchmark {
 
-HotKeyDaemon::HotKeyDaemon(desktop::DesktopSession& session,
+HotKeyDaemon::HotKeyDaemon(desktop::PrivateSession& session,
                            const std::vector<Shortcut>& shortcuts) {
     std::string settings;
     for (const Shortcut& shortcut : shortcuts) {

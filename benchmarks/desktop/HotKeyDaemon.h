@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "tests/desktop/support/ChildProcess.h"
-#include "tests/desktop/support/DesktopSession.h"
+#include "tests/desktop/support/PrivateSession.h"
 
 namespace lumatile::benchmark {
 
@@ -17,10 +17,10 @@ public:
     };
 
     /// Started; it takes its keys a moment later.
-    HotKeyDaemon(desktop::DesktopSession& session, const std::vector<Shortcut>& shortcuts);
+    HotKeyDaemon(desktop::PrivateSession& session, const std::vector<Shortcut>& shortcuts);
 
 private:
-    desktop::TemporaryFolder folder_;
+    TemporaryFolder folder_;
     desktop::ChildProcess process_;
 };
 

@@ -7,10 +7,10 @@
 
 namespace lumatile::benchmark {
 
-void bindLeftHalf(const desktop::DesktopSession& session, desktop::DesktopObserver& observer,
+void bindLeftHalf(const desktop::PrivateSession& session, desktop::DesktopObserver& observer,
                   const std::string& keys) {
     const std::filesystem::path file = session.configuration() / "openbox" / "rc.xml";
-    std::string settings = desktop::readFile(file);
+    std::string settings = readFile(file);
     const std::size_t place = settings.find("</keyboard>");
     if (place == std::string::npos) {
         throw desktop::DesktopError("openbox has no key bindings in " + file.string());

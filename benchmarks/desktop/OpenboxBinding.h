@@ -3,7 +3,7 @@
 #include <string>
 
 #include "tests/desktop/support/DesktopObserver.h"
-#include "tests/desktop/support/DesktopSession.h"
+#include "tests/desktop/support/PrivateSession.h"
 
 namespace lumatile::benchmark {
 
@@ -11,7 +11,7 @@ namespace lumatile::benchmark {
 /// of its monitor, as its users write it. openbox takes it up a moment later.
 /// @param keys in openbox's notation: "C-A-z"
 /// @throws DesktopError when its settings have no place for it
-void bindLeftHalf(const desktop::DesktopSession& session, desktop::DesktopObserver& observer,
+void bindLeftHalf(const desktop::PrivateSession& session, desktop::DesktopObserver& observer,
                   const std::string& keys);
 
 }  // namespace lumatile::benchmark

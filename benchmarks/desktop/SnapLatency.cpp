@@ -133,7 +133,7 @@ private:
                 {"ctrl + alt + b", file.string()}};
     }
 
-    desktop::TemporaryFolder folder_;
+    TemporaryFolder folder_;
     TestDesktop desktop_;
     std::unique_ptr<TestWindow> window_;
     GeometryWatcher watcher_;

@@ -14,8 +14,8 @@
 #include "platform/x11/X11WindowMirror.h"
 #include "platform/x11/X11Workspace.h"
 #include "tests/desktop/support/DesktopError.h"
+#include "tests/desktop/support/ReplyWaits.h"
 #include "tests/desktop/support/TestDesktop.h"
-#include "tests/desktop/x11/ReplyWaits.h"
 #include "windows/AXBridge.h"
 
 namespace lumatile::benchmark {

@@ -11,8 +11,8 @@
 #include "benchmarks/dragging/ExpectedHighlight.h"
 #include "benchmarks/dragging/HighlightArrivals.h"
 #include "benchmarks/support/ProcessFigures.h"
-#include "tests/desktop/dragging/DragHand.h"
 #include "tests/desktop/support/DesktopError.h"
+#include "tests/desktop/support/DragHand.h"
 #include "tests/desktop/support/LumatileProcess.h"
 #include "tests/desktop/support/TestDesktop.h"
 

@@ -12,8 +12,8 @@
 
 #include "benchmarks/dragging/HighlightArrivals.h"
 #include "benchmarks/support/GeometryWatcher.h"
-#include "tests/desktop/dragging/DragHand.h"
 #include "tests/desktop/support/DesktopError.h"
+#include "tests/desktop/support/DragHand.h"
 #include "tests/desktop/support/LumatileProcess.h"
 #include "tests/desktop/support/TestDesktop.h"
 

@@ -19,11 +19,11 @@
 namespace lumatile {
 namespace {
 
-class NumberedHandle final : public AXElementHandle {
+class NumberedHandle final : public ElementHandle {
 public:
     explicit NumberedHandle(std::size_t number) : number_(number) {}
 
-    bool equals(const AXElementHandle& other) const override { return other.hash() == number_; }
+    bool equals(const ElementHandle& other) const override { return other.hash() == number_; }
     std::size_t hash() const override { return number_; }
 
 private:

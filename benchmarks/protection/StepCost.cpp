@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "benchmarks/protection/BareMoves.h"
-#include "tests/desktop/shifting/ShiftingDesktop.h"
 #include "tests/desktop/support/DesktopError.h"
-#include "tests/desktop/x11/ReplyWaits.h"
+#include "tests/desktop/support/ReplyWaits.h"
+#include "tests/desktop/support/ShiftingDesktop.h"
 
 namespace lumatile::benchmark {
 

@@ -7,8 +7,8 @@
 
 #include "benchmarks/protection/OtherPrograms.h"
 #include "benchmarks/support/ProcessFigures.h"
-#include "tests/desktop/shifting/ShiftingDesktop.h"
 #include "tests/desktop/support/DesktopError.h"
+#include "tests/desktop/support/ShiftingDesktop.h"
 
 namespace lumatile::benchmark {
 

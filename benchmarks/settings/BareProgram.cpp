@@ -13,7 +13,7 @@
 #include <cstdlib>
 #include <memory>
 
-#include "platform/freedesktop/SingleInstance.h"
+#include "platform/freedesktop/bus/SingleInstance.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 
 #include <chrono>
 
-#include "platform/freedesktop/DisplayToken.h"
-#include "tests/desktop/services/MainLoop.h"
+#include "platform/freedesktop/bus/DisplayToken.h"
 #include "tests/desktop/support/DesktopError.h"
+#include "tests/desktop/support/MainLoop.h"
 
 namespace lumatile::benchmark {
 

@@ -5,7 +5,7 @@
 #include "benchmarks/settings/StatusItemHost.h"
 #include "benchmarks/settings/WindowContents.h"
 #include "benchmarks/support/ProcessFigures.h"
-#include "platform/freedesktop/BusConnection.h"
+#include "platform/freedesktop/bus/BusConnection.h"
 #include "tests/desktop/support/ChildProcess.h"
 #include "tests/desktop/support/TestDesktop.h"
 

@@ -2,9 +2,9 @@
 
 #include <string_view>
 
-#include "platform/freedesktop/GLibHandles.h"
-#include "tests/desktop/services/MainLoop.h"
+#include "platform/freedesktop/glib/GLibHandles.h"
 #include "tests/desktop/support/DesktopError.h"
+#include "tests/desktop/support/MainLoop.h"
 
 namespace lumatile::benchmark {
 

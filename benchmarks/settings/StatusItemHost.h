@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "tests/desktop/services/MockService.h"
+#include "tests/desktop/support/MockService.h"
 
 namespace lumatile::benchmark {
 

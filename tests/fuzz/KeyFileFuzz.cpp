@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/freedesktop/DesktopEntryText.h"
-#include "platform/freedesktop/KeyFileText.h"
+#include "platform/freedesktop/files/KeyFileText.h"
+#include "platform/freedesktop/login/DesktopEntryText.h"
 #include "tests/fuzz/FuzzInput.h"
 
 // Autostart entries and the settings of window managers are files that anything may have written.

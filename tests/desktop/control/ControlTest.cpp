@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/freedesktop/DisplayToken.h"
+#include "platform/freedesktop/bus/DisplayToken.h"
 #include "tests/desktop/support/AskedFrame.h"
 #include "tests/desktop/support/DefaultShortcuts.h"
 #include "tests/desktop/support/DesktopError.h"

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "tests/desktop/support/OuterFrame.h"
-#include "tests/desktop/support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace lumatile::desktop {
 

@@ -4,10 +4,10 @@
 
 #include <memory>
 
-#include "tests/desktop/dragging/DragHand.h"
 #include "tests/desktop/dragging/DropPlace.h"
 #include "tests/desktop/dragging/HighlightWatch.h"
-#include "tests/desktop/snapping/SnapDesktop.h"
+#include "tests/desktop/support/DragHand.h"
+#include "tests/desktop/support/SnapDesktop.h"
 
 namespace lumatile::desktop {
 

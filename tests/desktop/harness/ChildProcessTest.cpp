@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
-#include "tests/desktop/support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace lumatile::desktop {
 namespace {

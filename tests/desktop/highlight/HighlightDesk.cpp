@@ -39,7 +39,7 @@ std::string nameOf(XClient& client, xcb_window_t window) {
 
 }  // namespace
 
-HighlightDesk::HighlightDesk(DesktopSession& session, const std::string& display,
+HighlightDesk::HighlightDesk(PrivateSession& session, const std::string& display,
                              const Environment& scale)
     : XClient(display) {
     const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;

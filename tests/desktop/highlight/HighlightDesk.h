@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "tests/desktop/support/ChildProcess.h"
-#include "tests/desktop/support/DesktopSession.h"
 #include "tests/desktop/support/PixelRect.h"
+#include "tests/desktop/support/PrivateSession.h"
 #include "tests/desktop/support/XClient.h"
 
 namespace lumatile::desktop {
@@ -18,7 +18,7 @@ public:
     enum class Change { mapped, unmapped, moved };
 
     /// @param scale the toolkit's variables: "QT_SCALE_FACTOR" …
-    HighlightDesk(DesktopSession& session, const std::string& display, const Environment& scale);
+    HighlightDesk(PrivateSession& session, const std::string& display, const Environment& scale);
     HighlightDesk(const HighlightDesk&) = delete;
     HighlightDesk& operator=(const HighlightDesk&) = delete;
     ~HighlightDesk() override;

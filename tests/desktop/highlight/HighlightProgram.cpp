@@ -11,7 +11,7 @@
 #include <sstream>
 #include <string>
 
-#include "Lumatile/HighlightOverlay.h"
+#include "Lumatile/highlight/HighlightOverlay.h"
 #include "platform/qt/QtRunLoop.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Monitors.h"

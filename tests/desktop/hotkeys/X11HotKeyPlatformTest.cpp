@@ -17,9 +17,9 @@
 #include "platform/x11/XkbProtocol.h"
 #include "tests/desktop/hotkeys/HotKeyDesk.h"
 #include "tests/desktop/support/ChildProcess.h"
-#include "tests/desktop/support/DesktopSession.h"
 #include "tests/desktop/support/InputDriver.h"
 #include "tests/desktop/support/PrivateServer.h"
+#include "tests/desktop/support/PrivateSession.h"
 #include "tests/desktop/support/WindowManager.h"
 
 namespace lumatile::desktop {
@@ -116,7 +116,7 @@ class BuiltInShortcutsTest : public testing::TestWithParam<Manager> {};
 
 TEST_P(BuiltInShortcutsTest, eachRunsOnceWhateverIsLocked) {
     PrivateServer server(MonitorLayout::landscape());
-    DesktopSession session(server.display());
+    PrivateSession session(server.display());
     std::unique_ptr<WindowManager> manager;
     if (GetParam()) {
         manager = std::make_unique<WindowManager>(session, *GetParam());
@@ -175,7 +175,7 @@ class OwnBindingsTest : public testing::TestWithParam<WindowManager::Kind> {};
 
 TEST_P(OwnBindingsTest, whatTheWindowManagerHasIsRefusedAndTheRestWorks) {
     PrivateServer server(MonitorLayout::landscape());
-    DesktopSession session(server.display());
+    PrivateSession session(server.display());
     const WindowManager manager(session, GetParam(), {.ownBindings = true, .compositing = false});
     InputDriver input(server.display());
     HotKeyDesk desk(server.display());

@@ -13,10 +13,10 @@
 #include "tests/desktop/protection/DimDesk.h"
 #include "tests/desktop/protection/GammaClient.h"
 #include "tests/desktop/support/Compositor.h"
-#include "tests/desktop/support/DesktopSession.h"
 #include "tests/desktop/support/MonitorLayout.h"
 #include "tests/desktop/support/PrivateServer.h"
-#include "tests/desktop/x11/ReplyWaits.h"
+#include "tests/desktop/support/PrivateSession.h"
+#include "tests/desktop/support/ReplyWaits.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -34,7 +34,7 @@ protected:
     void start(const MonitorLayout& layout,
                const std::vector<std::string>& compositorOptions = {}) {
         server_ = std::make_unique<PrivateServer>(layout);
-        session_ = std::make_unique<DesktopSession>(server_->display());
+        session_ = std::make_unique<PrivateSession>(server_->display());
         backdrop_ = std::make_unique<Backdrop>(server_->display(), color, layout.root());
         compositor_ = std::make_unique<Compositor>(*session_, compositorOptions);
         desk_ = std::make_unique<DimDesk>(server_->display());
@@ -54,7 +54,7 @@ protected:
     }
 
     std::unique_ptr<PrivateServer> server_;
-    std::unique_ptr<DesktopSession> session_;
+    std::unique_ptr<PrivateSession> session_;
     std::unique_ptr<Backdrop> backdrop_;
     std::unique_ptr<Compositor> compositor_;
     std::unique_ptr<DimDesk> desk_;

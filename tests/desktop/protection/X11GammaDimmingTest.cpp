@@ -10,9 +10,9 @@
 #include "tests/desktop/protection/DimDesk.h"
 #include "tests/desktop/protection/GammaClient.h"
 #include "tests/desktop/support/Compositor.h"
-#include "tests/desktop/support/DesktopSession.h"
 #include "tests/desktop/support/MonitorLayout.h"
 #include "tests/desktop/support/PrivateServer.h"
+#include "tests/desktop/support/PrivateSession.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -59,7 +59,7 @@ protected:
     static ScreenColor plain() { return ScreenColor::of(color); }
 
     PrivateServer server_;
-    DesktopSession session_;
+    PrivateSession session_;
     GammaClient gamma_;
     Backdrop backdrop_;
     std::vector<Ramp> originals_;

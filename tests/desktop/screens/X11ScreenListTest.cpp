@@ -14,9 +14,9 @@
 
 #include "displays/NSScreenProvider.h"
 #include "tests/desktop/support/MonitorLayout.h"
+#include "tests/desktop/support/ReplyWaits.h"
 #include "tests/desktop/support/TestDesktop.h"
 #include "tests/desktop/support/WindowManagerAnswer.h"
-#include "tests/desktop/x11/ReplyWaits.h"
 
 namespace lumatile {
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/DesktopNotifications.h"
+#include "platform/freedesktop/bus/DesktopNotifications.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "tests/desktop/services/MainLoop.h"
-#include "tests/desktop/services/MockService.h"
-#include "tests/desktop/support/DesktopSession.h"
+#include "tests/desktop/support/MainLoop.h"
+#include "tests/desktop/support/MockService.h"
+#include "tests/desktop/support/PrivateSession.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -80,7 +80,7 @@ protected:
         runReady();
     }
 
-    DesktopSession session{":none"};
+    PrivateSession session{":none"};
     std::unique_ptr<MockService> mock;
     std::vector<Shown> shown;
     guint number = 40;

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/DesktopTilingSettings.h"
+#include "platform/freedesktop/tiling/DesktopTilingSettings.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@
 
 #include "Lumatile/DesktopTilingMonitor.h"
 #include "tests/desktop/support/Deadline.h"
-#include "tests/desktop/support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace lumatile::desktop {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/GSettingsTiling.h"
+#include "platform/freedesktop/tiling/GSettingsTiling.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <string>
 
 #include "onboarding/SystemTiling.h"
-#include "platform/freedesktop/GLibHandles.h"
+#include "platform/freedesktop/glib/GLibHandles.h"
 
 namespace lumatile::desktop {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/KWinTiling.h"
+#include "platform/freedesktop/tiling/KWinTiling.h"
 
 #include <gtest/gtest.h>
 
@@ -8,10 +8,10 @@
 #include <string>
 
 #include "onboarding/SystemTiling.h"
-#include "tests/desktop/services/MainLoop.h"
-#include "tests/desktop/services/MockService.h"
-#include "tests/desktop/support/DesktopSession.h"
-#include "tests/desktop/support/TemporaryFolder.h"
+#include "tests/desktop/support/MainLoop.h"
+#include "tests/desktop/support/MockService.h"
+#include "tests/desktop/support/PrivateSession.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -124,7 +124,7 @@ TEST_F(KWinTilingTest, aFileThatIsNoneOfKWinsIsLeftAlone) {
 }
 
 TEST_F(KWinTilingTest, kwinIsAskedToReadTheFileAgain) {
-    DesktopSession session(":none");
+    PrivateSession session(":none");
     const std::string address = session.environment().at("DBUS_SESSION_BUS_ADDRESS");
     std::string whenAsked;
     MockService kwin(address, "org.kde.KWin", [&](const MockService::Call& call) {

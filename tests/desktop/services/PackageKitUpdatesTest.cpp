@@ -1,4 +1,4 @@
-#include "platform/freedesktop/PackageKitUpdates.h"
+#include "platform/freedesktop/updates/PackageKitUpdates.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "tests/desktop/services/MainLoop.h"
-#include "tests/desktop/services/MockService.h"
-#include "tests/desktop/support/DesktopSession.h"
+#include "tests/desktop/support/MainLoop.h"
+#include "tests/desktop/support/MockService.h"
+#include "tests/desktop/support/PrivateSession.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -104,7 +104,7 @@ protected:
     }
     PackageAnswer ask() { return ask(updates); }
 
-    DesktopSession session{":none"};
+    PrivateSession session{":none"};
     std::unique_ptr<MockService> service;
     std::map<std::string, Script> scripts;
     std::vector<std::string> calls;

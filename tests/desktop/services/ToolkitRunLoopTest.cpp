@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/freedesktop/BusConnection.h"
+#include "platform/freedesktop/bus/BusConnection.h"
 #include "tests/desktop/support/Deadline.h"
-#include "tests/desktop/support/DesktopSession.h"
+#include "tests/desktop/support/PrivateSession.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -13,7 +13,7 @@ namespace {
 TEST(ToolkitRunLoop, servesTheAnswersOfTheBus) {
     int argc = 0;
     const QCoreApplication application(argc, nullptr);
-    DesktopSession session(":none");
+    PrivateSession session(":none");
     BusConnection bus(session.environment().at("DBUS_SESSION_BUS_ADDRESS"));
     bool hasAnswered = false;
     bus.call({"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "GetId"},

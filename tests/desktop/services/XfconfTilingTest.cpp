@@ -1,4 +1,4 @@
-#include "platform/freedesktop/XfconfTiling.h"
+#include "platform/freedesktop/tiling/XfconfTiling.h"
 
 #include <gtest/gtest.h>
 
@@ -7,10 +7,10 @@
 #include <string>
 
 #include "onboarding/SystemTiling.h"
-#include "tests/desktop/services/MainLoop.h"
-#include "tests/desktop/services/MockService.h"
 #include "tests/desktop/support/ChildProcess.h"
-#include "tests/desktop/support/DesktopSession.h"
+#include "tests/desktop/support/MainLoop.h"
+#include "tests/desktop/support/MockService.h"
+#include "tests/desktop/support/PrivateSession.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -30,7 +30,7 @@ protected:
     std::optional<bool> edge() { return tiling->lookup(SystemTiling::edgeDragKey); }
     std::optional<bool> top() { return tiling->lookup(SystemTiling::menuBarDragKey); }
 
-    DesktopSession session{":none"};
+    PrivateSession session{":none"};
     BusConnection bus{session.environment().at("DBUS_SESSION_BUS_ADDRESS")};
     std::unique_ptr<XfconfTiling> tiling;
 };

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/freedesktop/GLibHandles.h"
+#include "platform/freedesktop/glib/GLibHandles.h"
 #include "tests/desktop/support/PixelRect.h"
 
 namespace lumatile::desktop {

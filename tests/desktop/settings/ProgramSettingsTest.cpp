@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "Lumatile/SettingsTexts.h"
-#include "Lumatile/SyncStatusText.h"
+#include "Lumatile/settings/SettingsTexts.h"
+#include "Lumatile/settings/SyncStatusText.h"
 #include "commands/BuiltInCommands.h"
 #include "onboarding/HostDesktop.h"
 #include "onboarding/TipTexts.h"
@@ -20,8 +20,8 @@
 #include "settings_core/GridEditorLayout.h"
 #include "settings_core/SettingsSection.h"
 #include "tests/desktop/settings/ProgramDesk.h"
-#include "tests/desktop/status/EventWait.h"
-#include "tests/desktop/status/StatusBar.h"
+#include "tests/desktop/support/EventWait.h"
+#include "tests/desktop/support/StatusBar.h"
 #include "tests/desktop/support/WindowManagerAnswer.h"
 
 namespace lumatile::desktop {

@@ -21,21 +21,21 @@
 #include <sstream>
 #include <string>
 
-#include "Lumatile/AppFonts.h"
-#include "Lumatile/DesktopTiling.h"
 #include "Lumatile/LaunchAtLogin.h"
-#include "Lumatile/LoginItem.h"
-#include "Lumatile/UpdateController.h"
 #include "Lumatile/Updater.h"
 #include "Lumatile/settings/SettingsWindowController.h"
+#include "Lumatile/widgets/AppFonts.h"
 #include "commands/BuiltInCommands.h"
 #include "onboarding/Vocabulary.h"
-#include "platform/freedesktop/FolderCloudStore.h"
-#include "platform/freedesktop/StandardErrorLog.h"
+#include "platform/freedesktop/process/StandardErrorLog.h"
+#include "platform/freedesktop/sync_folder/SharedFolderStore.h"
 #include "platform/qt/QSettingsPreferences.h"
 #include "platform/qt/QtRunLoop.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11KeyCodes.h"
+#include "ports/DesktopTiling.h"
+#include "ports/LoginItem.h"
+#include "ports/UpdateController.h"
 
 namespace {
 
@@ -91,7 +91,7 @@ int main(int argc, char** argv) {
     AppFonts::registerFonts();
     StandardErrorLog log;
     QSettingsPreferences preferences(log);
-    FolderCloudStore cloud(preferences, log);
+    SharedFolderStore sharedStore(preferences, log);
     NoTiling tiling;
     NoLogin login;
     LaunchAtLogin launchAtLogin(login, log);
@@ -115,7 +115,7 @@ int main(int argc, char** argv) {
     });
     SettingsWindowController controller(
         model,
-        {keys, preferences, launchAtLogin, updater, tiling, cloud, runLoop,
+        {keys, preferences, launchAtLogin, updater, tiling, sharedStore, runLoop,
          [&](std::string_view text) { return QString::fromStdString(vocabulary.apply(text)); },
          "1.0", [&] { return model->commands(); }, [](const SnapCommand&) {},
          [] { QApplication::quit(); }});

@@ -5,10 +5,10 @@
 #include <chrono>
 
 #include "platform/x11/X11WindowWriter.h"
-#include "tests/desktop/shifting/ShiftingDesktop.h"
 #include "tests/desktop/shifting/ShiftingTest.h"
 #include "tests/desktop/support/HeldWindowManager.h"
-#include "tests/desktop/x11/VainWaits.h"
+#include "tests/desktop/support/ShiftingDesktop.h"
+#include "tests/desktop/support/VainWaits.h"
 
 namespace lumatile::desktop {
 namespace {

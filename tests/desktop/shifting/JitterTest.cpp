@@ -5,8 +5,8 @@
 
 #include <set>
 
-#include "tests/desktop/shifting/ShiftingDesktop.h"
 #include "tests/desktop/shifting/ShiftingTest.h"
+#include "tests/desktop/support/ShiftingDesktop.h"
 
 namespace lumatile::desktop {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "Lumatile/Workspace.h"
+#include "ports/Workspace.h"
 
 namespace lumatile::desktop {
 

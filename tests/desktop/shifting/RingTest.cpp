@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/desktop/shifting/ShiftingDesktop.h"
 #include "tests/desktop/shifting/ShiftingTest.h"
 #include "tests/desktop/shifting/WindowCondition.h"
+#include "tests/desktop/support/ShiftingDesktop.h"
 
 namespace lumatile::desktop {
 namespace {

@@ -5,9 +5,9 @@
 
 #include <functional>
 
-#include "tests/desktop/shifting/ShiftingDesktop.h"
 #include "tests/desktop/shifting/ShiftingTest.h"
 #include "tests/desktop/shifting/WindowCondition.h"
+#include "tests/desktop/support/ShiftingDesktop.h"
 
 namespace lumatile::desktop {
 namespace {

@@ -7,7 +7,7 @@
 #include <memory>
 #include <tuple>
 
-#include "tests/desktop/snapping/SnapDesktop.h"
+#include "tests/desktop/support/SnapDesktop.h"
 
 namespace lumatile::desktop {
 namespace {

@@ -7,7 +7,7 @@
 #include <filesystem>
 
 #include "oled_protection/JitterPolicy.h"
-#include "tests/desktop/snapping/SnapDesktop.h"
+#include "tests/desktop/support/SnapDesktop.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -41,7 +41,7 @@ TEST(ProgramLife, endsWithStatusOneAndOneLineWhenTheServerGoesAway) {
 }
 
 TEST(ProgramLife, endsWithStatusOneAndOneLineWhereThereIsNoServer) {
-    DesktopSession session(":none");
+    PrivateSession session(":none");
     ChildProcess program = session.start({LUMATILE_PROGRAM}, "lumatile");
     EXPECT_EQ(program.wait(Deadline::usual()), (ChildProcess::Exit{1, 0}));
     const std::string output = session.output("lumatile");

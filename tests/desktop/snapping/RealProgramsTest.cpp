@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/desktop/snapping/SnapDesktop.h"
+#include "tests/desktop/support/SnapDesktop.h"
 
 namespace lumatile::desktop {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "tests/desktop/snapping/SnapDesktop.h"
+#include "tests/desktop/support/SnapDesktop.h"
 
 namespace lumatile::desktop {
 namespace {

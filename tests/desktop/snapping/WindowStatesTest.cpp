@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "tests/desktop/snapping/SnapDesktop.h"
+#include "tests/desktop/support/SnapDesktop.h"
 
 namespace lumatile::desktop {
 namespace {

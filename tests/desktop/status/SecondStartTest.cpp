@@ -11,9 +11,9 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/freedesktop/RuntimeFolderInstance.h"
-#include "platform/freedesktop/SessionBusInstance.h"
-#include "tests/desktop/status/EventWait.h"
+#include "platform/freedesktop/bus/RuntimeFolderInstance.h"
+#include "platform/freedesktop/bus/SessionBusInstance.h"
+#include "tests/desktop/support/EventWait.h"
 #include "tests/desktop/support/LumatileProcess.h"
 #include "tests/desktop/support/TestDesktop.h"
 

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "tests/desktop/status/EventWait.h"
-#include "tests/desktop/status/StatusBar.h"
+#include "tests/desktop/support/EventWait.h"
 #include "tests/desktop/support/LumatileProcess.h"
+#include "tests/desktop/support/StatusBar.h"
 #include "tests/desktop/support/TestDesktop.h"
 
 namespace lumatile::desktop {

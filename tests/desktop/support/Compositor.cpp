@@ -6,7 +6,7 @@
 
 namespace lumatile::desktop {
 
-Compositor::Compositor(DesktopSession& session, const std::vector<std::string>& further) {
+Compositor::Compositor(PrivateSession& session, const std::vector<std::string>& further) {
     // No settings of the machine's own, and no use of graphics hardware.
     std::vector<std::string> command = {"picom", "--backend", "xrender", "--config", "/dev/null"};
     command.insert(command.end(), further.begin(), further.end());

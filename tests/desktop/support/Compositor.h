@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "tests/desktop/support/ChildProcess.h"
-#include "tests/desktop/support/DesktopSession.h"
+#include "tests/desktop/support/PrivateSession.h"
 #include "tests/desktop/support/XClient.h"
 
 namespace lumatile::desktop {
@@ -16,7 +16,7 @@ public:
     /// Returns when it owns the selection by which programs know of it.
     /// @param further options of its own: "--shadow" …
     /// @throws DesktopError when it does not come up
-    explicit Compositor(DesktopSession& session, const std::vector<std::string>& further = {});
+    explicit Compositor(PrivateSession& session, const std::vector<std::string>& further = {});
 
     /// Whether any program composites the display's windows, and says so.
     static bool runsOn(XClient& client);

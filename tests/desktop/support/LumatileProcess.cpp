@@ -96,10 +96,10 @@ std::string withOption(const Environment& environment, const std::string& name,
 
 }  // namespace
 
-LumatileProcess::LumatileProcess(DesktopSession& session, const std::filesystem::path& program)
+LumatileProcess::LumatileProcess(PrivateSession& session, const std::filesystem::path& program)
     : LumatileProcess(session, program, Settings{}) {}
 
-LumatileProcess::LumatileProcess(DesktopSession& session, const std::filesystem::path& program,
+LumatileProcess::LumatileProcess(PrivateSession& session, const std::filesystem::path& program,
                                  const Settings& settings) {
     ChildProcess::Start start;
     start.command = {program.string()};

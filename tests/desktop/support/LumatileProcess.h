@@ -5,8 +5,8 @@
 #include <string>
 
 #include "tests/desktop/support/ChildProcess.h"
-#include "tests/desktop/support/DesktopSession.h"
 #include "tests/desktop/support/Environment.h"
+#include "tests/desktop/support/PrivateSession.h"
 
 namespace lumatile::desktop {
 
@@ -30,9 +30,9 @@ public:
     /// Returns when its shortcuts are registered.
     /// @param program the executable
     /// @throws DesktopError when it ends or does not get ready
-    LumatileProcess(DesktopSession& session, const std::filesystem::path& program,
+    LumatileProcess(PrivateSession& session, const std::filesystem::path& program,
                     const Settings& settings);
-    LumatileProcess(DesktopSession& session, const std::filesystem::path& program);
+    LumatileProcess(PrivateSession& session, const std::filesystem::path& program);
     LumatileProcess(const LumatileProcess&) = delete;
     LumatileProcess& operator=(const LumatileProcess&) = delete;
     ~LumatileProcess();

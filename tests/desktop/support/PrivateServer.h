@@ -7,7 +7,7 @@
 #include "tests/desktop/support/ChildProcess.h"
 #include "tests/desktop/support/MonitorLayout.h"
 #include "tests/desktop/support/ScreenArranger.h"
-#include "tests/desktop/support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace lumatile::desktop {
 

@@ -12,7 +12,7 @@
 #include <system_error>
 #include <vector>
 
-#include "tests/desktop/support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace lumatile::desktop {
 namespace {

@@ -7,10 +7,10 @@
 
 #include "tests/desktop/support/ChildProcess.h"
 #include "tests/desktop/support/DesktopObserver.h"
-#include "tests/desktop/support/DesktopSession.h"
 #include "tests/desktop/support/InputDriver.h"
 #include "tests/desktop/support/MonitorLayout.h"
 #include "tests/desktop/support/PrivateServer.h"
+#include "tests/desktop/support/PrivateSession.h"
 #include "tests/desktop/support/TestWindow.h"
 #include "tests/desktop/support/WindowManager.h"
 
@@ -28,7 +28,7 @@ public:
 
     const std::string& display() const { return server_.display(); }
     PrivateServer& server() { return server_; }
-    DesktopSession& session() { return session_; }
+    PrivateSession& session() { return session_; }
     DesktopObserver& observer() { return observer_; }
     InputDriver& input() { return input_; }
 
@@ -61,7 +61,7 @@ private:
     std::array<std::uint32_t, 12> panelStrut(const PixelRect& panel) const;
 
     PrivateServer server_;
-    DesktopSession session_;
+    PrivateSession session_;
     std::unique_ptr<WindowManager> windowManager_;
     DesktopObserver observer_;
     InputDriver input_;

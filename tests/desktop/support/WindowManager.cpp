@@ -35,17 +35,17 @@ public:
 
 }  // namespace
 
-WindowManager::WindowManager(DesktopSession& session, Kind kind)
+WindowManager::WindowManager(PrivateSession& session, Kind kind)
     : WindowManager(session, kind, Options{}) {}
 
-WindowManager::WindowManager(DesktopSession& session, Kind kind, Options options)
+WindowManager::WindowManager(PrivateSession& session, Kind kind, Options options)
     : session_(&session), kind_(kind) {
     const WindowManagerStart start = prepareWindowManager(session, kind, options);
     process_ = session.start(start.command, toString(kind), start.environment);
     waitUntilReady(session, options);
 }
 
-void WindowManager::waitUntilReady(DesktopSession& session, const Options& options) {
+void WindowManager::waitUntilReady(PrivateSession& session, const Options& options) {
     RootWatcher watcher(session.environment().at("DISPLAY"));
     const bool answered =
         XClient::waitUntil([&] { return watcher.isManaged() || !process_.isRunning(); },

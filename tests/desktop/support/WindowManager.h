@@ -4,7 +4,7 @@
 #include <string>
 
 #include "tests/desktop/support/ChildProcess.h"
-#include "tests/desktop/support/DesktopSession.h"
+#include "tests/desktop/support/PrivateSession.h"
 
 namespace lumatile::desktop {
 
@@ -26,8 +26,8 @@ public:
 
     /// Returns when it manages windows.
     /// @throws DesktopError when it does not come up
-    WindowManager(DesktopSession& session, Kind kind, Options options);
-    WindowManager(DesktopSession& session, Kind kind);
+    WindowManager(PrivateSession& session, Kind kind, Options options);
+    WindowManager(PrivateSession& session, Kind kind);
 
     Kind kind() const { return kind_; }
     bool isRunning() { return process_.isRunning(); }
@@ -40,9 +40,9 @@ public:
     void crash();
 
 private:
-    void waitUntilReady(DesktopSession& session, const Options& options);
+    void waitUntilReady(PrivateSession& session, const Options& options);
 
-    DesktopSession* session_;
+    PrivateSession* session_;
     Kind kind_;
     ChildProcess process_;
 };

@@ -19,7 +19,7 @@ void writeFile(const std::filesystem::path& file, const std::string& text) {
     }
 }
 
-WindowManagerStart prepareOpenbox(const DesktopSession& session,
+WindowManagerStart prepareOpenbox(const PrivateSession& session,
                                   const WindowManager::Options& options) {
     // The packaged settings, so that everything but the keys is as users have it.
     std::string settings = readFile("/etc/xdg/openbox/rc.xml");
@@ -38,7 +38,7 @@ WindowManagerStart prepareOpenbox(const DesktopSession& session,
     return {{"openbox", "--sm-disable", "--config-file", file.string()}, {}};
 }
 
-WindowManagerStart prepareXfwm4(const DesktopSession& session,
+WindowManagerStart prepareXfwm4(const PrivateSession& session,
                                 const WindowManager::Options& options) {
     if (!options.ownBindings) {
         // "override" makes the custom list replace the default one. What remains is the key that
@@ -61,7 +61,7 @@ WindowManagerStart prepareXfwm4(const DesktopSession& session,
             {}};
 }
 
-WindowManagerStart prepareMetacity(const DesktopSession& session,
+WindowManagerStart prepareMetacity(const PrivateSession& session,
                                    const WindowManager::Options& options) {
     std::string text;
     if (!options.ownBindings) {
@@ -91,7 +91,7 @@ WindowManagerStart prepareMetacity(const DesktopSession& session,
             {}};
 }
 
-WindowManagerStart prepareKwin(const DesktopSession& session,
+WindowManagerStart prepareKwin(const PrivateSession& session,
                                const WindowManager::Options& options) {
     std::string text;
     if (!options.electricBorders) {
@@ -113,7 +113,7 @@ WindowManagerStart prepareKwin(const DesktopSession& session,
 
 }  // namespace
 
-WindowManagerStart prepareWindowManager(const DesktopSession& session, WindowManager::Kind kind,
+WindowManagerStart prepareWindowManager(const PrivateSession& session, WindowManager::Kind kind,
                                         WindowManager::Options options) {
     switch (kind) {
         case WindowManager::Kind::openbox:

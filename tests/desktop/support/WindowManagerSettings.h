@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/desktop/support/DesktopSession.h"
+#include "tests/desktop/support/PrivateSession.h"
 #include "tests/desktop/support/WindowManager.h"
 
 namespace lumatile::desktop {
@@ -15,7 +15,7 @@ struct WindowManagerStart {
 };
 
 /// Writes the settings that `options` ask for into the session's home.
-WindowManagerStart prepareWindowManager(const DesktopSession& session, WindowManager::Kind kind,
+WindowManagerStart prepareWindowManager(const PrivateSession& session, WindowManager::Kind kind,
                                         WindowManager::Options options);
 
 }  // namespace lumatile::desktop

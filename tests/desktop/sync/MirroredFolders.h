@@ -6,7 +6,7 @@
 #include <string>
 
 #include "tests/desktop/support/ChildProcess.h"
-#include "tests/desktop/support/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace lumatile::desktop {
 

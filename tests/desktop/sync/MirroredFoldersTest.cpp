@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 
 #include "Lumatile/SettingsSync.h"
-#include "platform/freedesktop/GLibHandles.h"
+#include "platform/freedesktop/glib/GLibHandles.h"
 #include "tests/desktop/sync/MirroredFolders.h"
-#include "tests/unit/platform/freedesktop/FolderStoreTest.h"
+#include "tests/unit/platform/freedesktop/sync_folder/FolderStoreTest.h"
 
 namespace lumatile {
 namespace {
@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 class MirroredComputer : public StoringComputer {
 public:
     explicit MirroredComputer(const fs::path& folder) : folder_(folder) {
-        pace = FolderCloudStore::Pace();
+        pace = SharedFolderStore::Pace();
         start(folder);
         sync = std::make_unique<SettingsSync>(
             preferences, *store, [this] { return now; },
@@ -113,7 +113,7 @@ TEST(MirroredFolders, settingsFollowAndCollisionsEndWithTheLatestOnBothSides) {
     two.edit(3001, "[third]");
     ASSERT_TRUE(runUntil([&] { return one.has("[third]"); })) << told();
     EXPECT_TRUE(two.has("[third]"));
-    EXPECT_TRUE(runUntil([&] { return two.condition() == CloudStatus::Condition::current; }));
+    EXPECT_TRUE(runUntil([&] { return two.condition() == SharedStoreStatus::Condition::current; }));
 }
 
 }  // namespace

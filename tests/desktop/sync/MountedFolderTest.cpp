@@ -8,14 +8,14 @@
 #include <gtest/gtest.h>
 
 #include "tests/desktop/support/ChildProcess.h"
-#include "tests/unit/platform/freedesktop/FolderStoreTest.h"
+#include "tests/unit/platform/freedesktop/sync_folder/FolderStoreTest.h"
 
 namespace lumatile {
 namespace {
 
 namespace fs = std::filesystem;
 
-using Condition = CloudStatus::Condition;
+using Condition = SharedStoreStatus::Condition;
 using testing::HasSubstr;
 using testing::IsEmpty;
 

@@ -7,12 +7,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/freedesktop/DisplayToken.h"
-#include "platform/freedesktop/GLibHandles.h"
+#include "platform/freedesktop/bus/DisplayToken.h"
+#include "platform/freedesktop/glib/GLibHandles.h"
 #include "tests/desktop/support/LumatileProcess.h"
 #include "tests/desktop/support/TestDesktop.h"
 #include "tests/desktop/sync/MirroredFolders.h"
-#include "tests/unit/platform/freedesktop/FolderStoreTest.h"
+#include "tests/unit/platform/freedesktop/sync_folder/FolderStoreTest.h"
 
 namespace lumatile::desktop {
 namespace {

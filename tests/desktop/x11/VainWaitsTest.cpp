@@ -1,4 +1,4 @@
-#include "tests/desktop/x11/VainWaits.h"
+#include "tests/desktop/support/VainWaits.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

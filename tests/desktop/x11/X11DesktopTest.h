@@ -20,10 +20,10 @@
 #include "platform/x11/X11WindowMirror.h"
 #include "platform/x11/X11Workspace.h"
 #include "tests/desktop/support/TestDesktop.h"
-#include "tests/desktop/x11/VainWaits.h"
-#include "windows/AXAttribute.h"
+#include "tests/desktop/support/VainWaits.h"
 #include "windows/AXBridge.h"
-#include "windows/AXRead.h"
+#include "windows/AttributeName.h"
+#include "windows/AttributeReader.h"
 
 namespace lumatile::desktop {
 
@@ -51,7 +51,7 @@ struct X11Adapter {
     AXBridge bridge;
 
     /// The element of the managed window with this id; empty when there is none.
-    AXElement element(xcb_window_t id) {
+    Element element(xcb_window_t id) {
         mirror.refresh();
         const X11Window* window = mirror.find(id);
         return window != nullptr && window->isManaged
@@ -61,8 +61,8 @@ struct X11Adapter {
 
     AXWindow window(xcb_window_t id) { return {platform, element(id)}; }
 
-    std::optional<std::string> text(const AXElement& of, std::string_view attribute) {
-        return AXRead::value<std::string>(platform, of, attribute);
+    std::optional<std::string> text(const Element& of, std::string_view attribute) {
+        return AttributeReader::value<std::string>(platform, of, attribute);
     }
 };
 

@@ -120,7 +120,7 @@ TEST_P(X11ReplacedWindowManager, serverThatGoesAwayIsNoCrash) {
     adapter.connection->synchronize();
     EXPECT_TRUE(adapter.connection->isLost());
     EXPECT_FALSE(adapter.platform.isTrusted(false));
-    EXPECT_FALSE(adapter.platform.write(target.element(), AXAttribute::size, Size{300, 300}));
+    EXPECT_FALSE(adapter.platform.write(target.element(), AttributeName::size, Size{300, 300}));
     EXPECT_EQ(adapter.platform.elementAtPoint({10, 10}), std::nullopt);
 }
 

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <string>
 
-#include "tests/desktop/x11/ReplyWaits.h"
+#include "tests/desktop/support/ReplyWaits.h"
 #include "tests/desktop/x11/X11DesktopTest.h"
 
 namespace lumatile::desktop {
@@ -88,7 +88,7 @@ TEST_P(X11RoundTrips, twoHundredWindowsAreEnumeratedInThree) {
     fresh.connection->synchronize();
     const ReplyWaits waits(fresh.connection->get());
     EXPECT_EQ(enumerate(fresh), count);
-    EXPECT_EQ(fresh.workspace.runningApplications().front().bundleIdentifier, "New");
+    EXPECT_EQ(fresh.workspace.runningApplications().front().applicationId, "New");
     EXPECT_EQ(waits.roundTrips(), 1U) << "all changes together";
 }
 

@@ -44,7 +44,7 @@ private:
 
 TEST(X11UnknownProcess, windowIsReachedThroughTheFocusedApplication) {
     const NetworkServer server;
-    DesktopSession session(server.local());
+    PrivateSession session(server.local());
     const WindowManager windowManager(session, WindowManager::Kind::openbox);
     X11Adapter adapter(server.local());
     TestWindow::Options options;
@@ -64,12 +64,12 @@ TEST(X11UnknownProcess, windowIsReachedThroughTheFocusedApplication) {
     focused->setFrame({10, 20, 500, 400});
     EXPECT_EQ(second.frame(), (PixelRect{10, 20, 500, 400}));
 
-    const auto application = AXRead::element(adapter.platform, adapter.platform.systemWideElement(),
-                                             AXAttribute::focusedApplication);
+    const auto application = AttributeReader::element(
+        adapter.platform, adapter.platform.systemWideElement(), AttributeName::focusedApplication);
     ASSERT_TRUE(application);
     EXPECT_EQ(adapter.platform.pid(*application), std::nullopt);
-    const auto windows =
-        AXRead::value<std::vector<AXElement>>(adapter.platform, *application, AXAttribute::windows);
+    const auto windows = AttributeReader::value<std::vector<Element>>(
+        adapter.platform, *application, AttributeName::windows);
     ASSERT_TRUE(windows);
     // The other window belongs to another client of the server, which may be another program.
     EXPECT_EQ(windows->size(), 1U);
@@ -81,7 +81,7 @@ TEST(X11UnknownProcess, windowIsReachedThroughTheFocusedApplication) {
 
 TEST(X11UnknownProcess, whatTheWindowStatesCountsWhereTheServerKnowsNothing) {
     const NetworkServer server;
-    DesktopSession session(server.local());
+    PrivateSession session(server.local());
     const WindowManager windowManager(session, WindowManager::Kind::openbox);
     X11Adapter adapter(server.local());
     TestWindow window(server.remote(), {});

@@ -97,11 +97,11 @@ TEST_P(X11WindowAtPoint, primaryMonitorsCornerIsTheOrigin) {
 TEST_P(X11WindowAtPoint, parentOfAClientIsItsApplication) {
     start();
     const auto window = open(Kind::decorated);
-    const auto parent =
-        AXRead::element(adapter().platform, adapter().element(window->id()), AXAttribute::parent);
+    const auto parent = AttributeReader::element(
+        adapter().platform, adapter().element(window->id()), AttributeName::parent);
     ASSERT_TRUE(parent);
     EXPECT_EQ(AXElementKey{*parent}, AXElementKey{adapter().platform.applicationElement(getpid())});
-    EXPECT_EQ(adapter().platform.read(*parent, AXAttribute::parent), std::nullopt);
+    EXPECT_EQ(adapter().platform.read(*parent, AttributeName::parent), std::nullopt);
 }
 
 INSTANTIATE_TEST_SUITE_P(Every, X11WindowAtPoint, testing::ValuesIn(WindowManager::kinds), nameOf);

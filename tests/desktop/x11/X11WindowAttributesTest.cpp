@@ -10,18 +10,18 @@ namespace {
 
 class X11WindowAttributes : public X11DesktopTest {
 protected:
-    std::vector<AXElement> windowsOf(Pid pid) {
-        return AXRead::value<std::vector<AXElement>>(adapter().platform,
-                                                     adapter().platform.applicationElement(pid),
-                                                     AXAttribute::windows)
-            .value_or(std::vector<AXElement>());
+    std::vector<Element> windowsOf(Pid pid) {
+        return AttributeReader::value<std::vector<Element>>(
+                   adapter().platform, adapter().platform.applicationElement(pid),
+                   AttributeName::windows)
+            .value_or(std::vector<Element>());
     }
 
-    std::optional<AXElement> elementOf(const AXElement& of, std::string_view attribute) {
-        return AXRead::element(adapter().platform, of, attribute);
+    std::optional<Element> elementOf(const Element& of, std::string_view attribute) {
+        return AttributeReader::element(adapter().platform, of, attribute);
     }
 
-    bool same(const std::optional<AXElement>& element, xcb_window_t window) {
+    bool same(const std::optional<Element>& element, xcb_window_t window) {
         return element && AXElementKey{*element} == AXElementKey{adapter().element(window)};
     }
 
@@ -56,10 +56,11 @@ TEST_P(X11WindowAttributes, subroleFollowsTheType) {
           Case{"TOOLBAR", false, "AXToolbar"}, Case{"SPLASH", false, "AXSplash"},
           Case{"DOCK", false, "AXDock"}, Case{"DESKTOP", false, "AXDesktop"}}) {
         const auto window = openTyped(expected.type, expected.transient);
-        const AXElement element = adapter().element(window->id());
+        const Element element = adapter().element(window->id());
         ASSERT_TRUE(element) << expected.type;
-        EXPECT_EQ(adapter().text(element, AXAttribute::role), "AXWindow") << expected.type;
-        EXPECT_EQ(adapter().text(element, AXAttribute::subrole), expected.subrole) << expected.type;
+        EXPECT_EQ(adapter().text(element, AttributeName::role), "AXWindow") << expected.type;
+        EXPECT_EQ(adapter().text(element, AttributeName::subrole), expected.subrole)
+            << expected.type;
         EXPECT_EQ(adapter().bridge.isSnappable(element), expected.subrole == "AXStandardWindow")
             << expected.type;
     }
@@ -73,7 +74,7 @@ TEST_P(X11WindowAttributes, unknownTypeBesideAKnownOneIsPassedOver) {
         {window.atom("_SOME_DESKTOPS_OWN_TYPE"), window.atom("_NET_WM_WINDOW_TYPE_DIALOG")});
     window.map();
     adapter().connection->synchronize();
-    EXPECT_EQ(adapter().text(adapter().element(window.id()), AXAttribute::subrole), "AXDialog");
+    EXPECT_EQ(adapter().text(adapter().element(window.id()), AttributeName::subrole), "AXDialog");
 }
 
 TEST_P(X11WindowAttributes, whatTheWindowManagerDoesNotManageIsNoWindow) {
@@ -86,11 +87,11 @@ TEST_P(X11WindowAttributes, whatTheWindowManagerDoesNotManageIsNoWindow) {
                       XCB_CW_OVERRIDE_REDIRECT, &overrideRedirect);
     xcb_map_window(client.connection(), window);
     client.roundTrip();
-    const std::optional<AXElement> element = adapter().platform.elementAtPoint({950, 750});
+    const std::optional<Element> element = adapter().platform.elementAtPoint({950, 750});
     ASSERT_TRUE(element);
-    EXPECT_EQ(adapter().text(*element, AXAttribute::role), std::nullopt);
+    EXPECT_EQ(adapter().text(*element, AttributeName::role), std::nullopt);
     EXPECT_EQ(adapter().platform.pid(*element), std::nullopt);
-    EXPECT_FALSE(adapter().platform.write(*element, AXAttribute::position, Point{1, 1}));
+    EXPECT_FALSE(adapter().platform.write(*element, AttributeName::position, Point{1, 1}));
     EXPECT_EQ(adapter().bridge.windowAt({950, 750}), nullptr);
 }
 
@@ -111,11 +112,11 @@ TEST_P(X11WindowAttributes, windowsComeTopmostFirst) {
         third->close();
     }
     adapter().connection->synchronize();
-    const std::vector<AXElement> windows = windowsOf(getpid());
+    const std::vector<Element> windows = windowsOf(getpid());
     const auto place = [&](xcb_window_t window) {
         const AXElementKey key{adapter().element(window)};
         return std::find_if(windows.begin(), windows.end(),
-                            [&](const AXElement& element) { return AXElementKey{element} == key; });
+                            [&](const Element& element) { return AXElementKey{element} == key; });
     };
     ASSERT_NE(place(first->id()), windows.end());
     ASSERT_NE(place(second->id()), windows.end());
@@ -153,14 +154,14 @@ TEST_P(X11WindowAttributes, focusFollowsTheActiveWindow) {
 TEST_P(X11WindowAttributes, mainWindowIsTheTopmostOrdinaryOne) {
     start();
     auto program = desktop().openProgram({"xterm", "-class", "OtherTerm"}, "OtherTerm");
-    const AXElement application = adapter().platform.applicationElement(program.process.pid());
-    ASSERT_TRUE(same(elementOf(application, AXAttribute::mainWindow), program.window));
-    ASSERT_TRUE(same(elementOf(application, AXAttribute::focusedWindow), program.window));
+    const Element application = adapter().platform.applicationElement(program.process.pid());
+    ASSERT_TRUE(same(elementOf(application, AttributeName::mainWindow), program.window));
+    ASSERT_TRUE(same(elementOf(application, AttributeName::focusedWindow), program.window));
     const auto window = open(Kind::decorated);
     adapter().connection->synchronize();
     // Another application has the focus now.
-    EXPECT_FALSE(elementOf(application, AXAttribute::focusedWindow));
-    EXPECT_TRUE(same(elementOf(application, AXAttribute::mainWindow), program.window));
+    EXPECT_FALSE(elementOf(application, AttributeName::focusedWindow));
+    EXPECT_TRUE(same(elementOf(application, AttributeName::mainWindow), program.window));
     EXPECT_EQ(adapter().bridge.windowOfApplication(program.process.pid())->key(),
               AXElementKey{adapter().element(program.window)});
 
@@ -168,10 +169,10 @@ TEST_P(X11WindowAttributes, mainWindowIsTheTopmostOrdinaryOne) {
     desktop().observer().ask(program.window, "WM_CHANGE_STATE", {iconic});
     ASSERT_TRUE(XClient::waitUntil([&] {
         adapter().connection->synchronize();
-        return AXRead::boolean(adapter().platform, adapter().element(program.window),
-                               AXAttribute::minimized) == true;
+        return AttributeReader::boolean(adapter().platform, adapter().element(program.window),
+                                        AttributeName::minimized) == true;
     }));
-    EXPECT_FALSE(elementOf(application, AXAttribute::mainWindow));
+    EXPECT_FALSE(elementOf(application, AttributeName::mainWindow));
 }
 
 TEST_P(X11WindowAttributes, activeDesktopWindowIsNoFocusedWindow) {
@@ -196,9 +197,9 @@ TEST_P(X11WindowAttributes, activeDesktopWindowIsNoFocusedWindow) {
     adapter().connection->synchronize();
     ASSERT_TRUE(adapter().mirror.active() == nullptr ||
                 adapter().mirror.active()->id == background.id());
-    const AXElement application = adapter().platform.applicationElement(getpid());
-    EXPECT_FALSE(elementOf(application, AXAttribute::focusedWindow));
-    EXPECT_FALSE(elementOf(application, AXAttribute::mainWindow));
+    const Element application = adapter().platform.applicationElement(getpid());
+    EXPECT_FALSE(elementOf(application, AttributeName::focusedWindow));
+    EXPECT_FALSE(elementOf(application, AttributeName::mainWindow));
     EXPECT_EQ(adapter().bridge.focusedWindow(), nullptr);
     EXPECT_EQ(adapter().bridge.windowOfApplication(getpid()), nullptr);
 }
@@ -220,34 +221,35 @@ TEST_P(X11WindowAttributes, serverKnowsTheProcessOfAWindowThatStatesAWrongOne) {
 TEST_P(X11WindowAttributes, enhancedInterfaceIsAbsent) {
     start();
     const auto window = open(Kind::decorated);
-    const AXElement application = adapter().platform.applicationElement(getpid());
-    EXPECT_EQ(adapter().platform.read(application, AXAttribute::enhancedUserInterface),
+    const Element application = adapter().platform.applicationElement(getpid());
+    EXPECT_EQ(adapter().platform.read(application, AttributeName::enhancedUserInterface),
               std::nullopt);
-    EXPECT_FALSE(
-        adapter().platform.write(application, AXAttribute::enhancedUserInterface, AXValue(true)));
+    EXPECT_FALSE(adapter().platform.write(application, AttributeName::enhancedUserInterface,
+                                          AttributeValue(true)));
 }
 
 TEST_P(X11WindowAttributes, applicationWithoutWindowsHasNoAttributes) {
     start();
-    const AXElement application = adapter().platform.applicationElement(999999);
-    for (const std::string_view attribute : {AXAttribute::role, AXAttribute::windows,
-                                             AXAttribute::focusedWindow, AXAttribute::mainWindow}) {
+    const Element application = adapter().platform.applicationElement(999999);
+    for (const std::string_view attribute :
+         {AttributeName::role, AttributeName::windows, AttributeName::focusedWindow,
+          AttributeName::mainWindow}) {
         EXPECT_EQ(adapter().platform.read(application, attribute), std::nullopt) << attribute;
     }
     EXPECT_EQ(adapter().platform.pid(application), std::nullopt);
-    EXPECT_EQ(adapter().platform.isSettable(application, AXAttribute::position), std::nullopt);
+    EXPECT_EQ(adapter().platform.isSettable(application, AttributeName::position), std::nullopt);
 }
 
 TEST_P(X11WindowAttributes, windowManagerThatForbidsMovesIsBelieved) {
     start();
     const auto window = open(Kind::decorated);
     AXWindow target = adapter().window(window->id());
-    EXPECT_EQ(adapter().platform.isSettable(target.element(), AXAttribute::position), true);
+    EXPECT_EQ(adapter().platform.isSettable(target.element(), AttributeName::position), true);
     window->setCardinals(window->id(), "_NET_WM_ALLOWED_ACTIONS", XCB_ATOM_ATOM,
                          {window->atom("_NET_WM_ACTION_CLOSE")});
     window->roundTrip();
     adapter().connection->synchronize();
-    EXPECT_EQ(adapter().platform.isSettable(target.element(), AXAttribute::position), false);
+    EXPECT_EQ(adapter().platform.isSettable(target.element(), AttributeName::position), false);
     EXPECT_FALSE(adapter().bridge.isSnappable(target.element()));
 }
 

@@ -178,8 +178,8 @@ TEST_P(X11WindowPlacement, sizeAloneKeepsTheOrigin) {
     start();
     const auto window = open(Kind::decorated);
     window->place({300, 200, 700, 500});
-    const AXElement element = adapter().element(window->id());
-    EXPECT_TRUE(adapter().platform.write(element, AXAttribute::size, Size{512, 384}));
+    const Element element = adapter().element(window->id());
+    EXPECT_TRUE(adapter().platform.write(element, AttributeName::size, Size{512, 384}));
     EXPECT_EQ(window->frame(), (PixelRect{300, 200, 512, 384}));
 }
 
@@ -226,28 +226,29 @@ TEST_P(X11WindowPlacement, writingWhatIsSoAsksNothing) {
 TEST_P(X11WindowPlacement, absurdRectanglesAreRefused) {
     start();
     const auto window = open(Kind::decorated);
-    const AXElement element = adapter().element(window->id());
+    const Element element = adapter().element(window->id());
     AccessibilityPlatform& platform = adapter().platform;
     const PixelRect before = window->frame();
     desktop().observer().forget();
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
     constexpr double infinity = std::numeric_limits<double>::infinity();
     for (const double absurd : {nan, infinity, -infinity, 1e300, 32001.0, -32001.0}) {
-        EXPECT_FALSE(platform.write(element, AXAttribute::position, Point{absurd, 100}));
-        EXPECT_FALSE(platform.write(element, AXAttribute::position, Point{100, absurd}));
-        EXPECT_FALSE(platform.write(element, AXAttribute::size, Size{absurd, 100}));
-        EXPECT_FALSE(platform.write(element, AXAttribute::size, Size{100, absurd}));
+        EXPECT_FALSE(platform.write(element, AttributeName::position, Point{absurd, 100}));
+        EXPECT_FALSE(platform.write(element, AttributeName::position, Point{100, absurd}));
+        EXPECT_FALSE(platform.write(element, AttributeName::size, Size{absurd, 100}));
+        EXPECT_FALSE(platform.write(element, AttributeName::size, Size{100, absurd}));
     }
     for (const double small : {0.0, 0.3, -1.0, -500.0}) {
-        EXPECT_FALSE(platform.write(element, AXAttribute::size, Size{small, 100})) << small;
-        EXPECT_FALSE(platform.write(element, AXAttribute::size, Size{100, small})) << small;
+        EXPECT_FALSE(platform.write(element, AttributeName::size, Size{small, 100})) << small;
+        EXPECT_FALSE(platform.write(element, AttributeName::size, Size{100, small})) << small;
     }
-    EXPECT_FALSE(platform.write(element, AXAttribute::position, Size{100, 100}));
-    EXPECT_FALSE(platform.write(element, AXAttribute::size, Point{100, 100}));
-    EXPECT_FALSE(platform.write(element, AXAttribute::minimized, true));
-    EXPECT_FALSE(platform.write(element, AXAttribute::role, std::string("AXWindow")));
-    EXPECT_FALSE(platform.write(platform.systemWideElement(), AXAttribute::position, Point{1, 1}));
-    EXPECT_FALSE(platform.write(nullptr, AXAttribute::position, Point{1, 1}));
+    EXPECT_FALSE(platform.write(element, AttributeName::position, Size{100, 100}));
+    EXPECT_FALSE(platform.write(element, AttributeName::size, Point{100, 100}));
+    EXPECT_FALSE(platform.write(element, AttributeName::minimized, true));
+    EXPECT_FALSE(platform.write(element, AttributeName::role, std::string("AXWindow")));
+    EXPECT_FALSE(
+        platform.write(platform.systemWideElement(), AttributeName::position, Point{1, 1}));
+    EXPECT_FALSE(platform.write(nullptr, AttributeName::position, Point{1, 1}));
     EXPECT_THAT(desktop().observer().messages(), SizeIs(0));
     EXPECT_EQ(window->frame(), before);
 }
@@ -397,7 +398,7 @@ TEST_P(X11WindowPlacement, windowThatDiesInTheMiddleIsNoError) {
     window->roundTrip();
     const double seconds = vainSecondsFor([&] {
         EXPECT_FALSE(
-            adapter().platform.write(target.element(), AXAttribute::position, Point{100, 100}));
+            adapter().platform.write(target.element(), AttributeName::position, Point{100, 100}));
     });
     held.letGo();
     EXPECT_LT(seconds, patient);

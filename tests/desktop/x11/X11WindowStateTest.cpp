@@ -31,7 +31,7 @@ protected:
 
     std::optional<bool> movable(const AXWindow& window) {
         adapter().connection->synchronize();
-        return adapter().platform.isSettable(window.element(), AXAttribute::position);
+        return adapter().platform.isSettable(window.element(), AttributeName::position);
     }
 };
 
@@ -145,9 +145,11 @@ TEST_P(X11WindowState, shadedWindowIsMovedShadedAndUnshadedByASize) {
     AXWindow target = adapter().window(window->id());
     EXPECT_EQ(movable(target), false);
     // metacity states no difference between the two.
-    EXPECT_EQ(AXRead::boolean(adapter().platform, target.element(), AXAttribute::minimized),
-              GetParam() == WindowManager::Kind::metacity);
-    EXPECT_TRUE(adapter().platform.write(target.element(), AXAttribute::position, Point{310, 200}));
+    EXPECT_EQ(
+        AttributeReader::boolean(adapter().platform, target.element(), AttributeName::minimized),
+        GetParam() == WindowManager::Kind::metacity);
+    EXPECT_TRUE(
+        adapter().platform.write(target.element(), AttributeName::position, Point{310, 200}));
     EXPECT_TRUE(window->hasState(shaded)) << "a shift does not undo what the user did";
     target.setFrame({100, 100, 700, 500});
     EXPECT_FALSE(window->hasState(shaded));
@@ -166,12 +168,14 @@ TEST_P(X11WindowState, fullScreenWindowIsNeverTouched) {
     }));
     AXWindow target = adapter().window(window->id());
     EXPECT_EQ(movable(target), false);
-    EXPECT_EQ(AXRead::boolean(adapter().platform, target.element(), AXAttribute::fullScreen), true);
+    EXPECT_EQ(
+        AttributeReader::boolean(adapter().platform, target.element(), AttributeName::fullScreen),
+        true);
     EXPECT_FALSE(adapter().bridge.isSnappable(target.element()));
     desktop().observer().forget();
-    const AXElement& element = target.element();
-    EXPECT_FALSE(adapter().platform.write(element, AXAttribute::position, Point{10, 10}));
-    EXPECT_FALSE(adapter().platform.write(element, AXAttribute::size, Size{500, 500}));
+    const Element& element = target.element();
+    EXPECT_FALSE(adapter().platform.write(element, AttributeName::position, Point{10, 10}));
+    EXPECT_FALSE(adapter().platform.write(element, AttributeName::size, Size{500, 500}));
     EXPECT_THAT(desktop().observer().messages(), SizeIs(0));
     EXPECT_EQ(window->client(), (PixelRect{0, 0, 1920, 1080}));
 
@@ -192,7 +196,9 @@ TEST_P(X11WindowState, minimizedWindowIsPlacedAllTheSame) {
     // openbox moves the frame about while it animates this, and takes it away at the end.
     ASSERT_TRUE(XClient::waitUntil([&] { return window->hasState(hidden) && !isSeen(*window); }));
     adapter().connection->synchronize();
-    EXPECT_EQ(AXRead::boolean(adapter().platform, target.element(), AXAttribute::minimized), true);
+    EXPECT_EQ(
+        AttributeReader::boolean(adapter().platform, target.element(), AttributeName::minimized),
+        true);
     EXPECT_FALSE(adapter().bridge.isSnappable(target.element()));
     EXPECT_TRUE(target.isWindow());
     const double seconds = vainSecondsFor([&] { target.setFrame({100, 120, 640, 480}); });
@@ -203,7 +209,9 @@ TEST_P(X11WindowState, minimizedWindowIsPlacedAllTheSame) {
         return window->frame() == PixelRect{100, 120, 640, 480};
     }));
     adapter().connection->synchronize();
-    EXPECT_EQ(AXRead::boolean(adapter().platform, target.element(), AXAttribute::minimized), false);
+    EXPECT_EQ(
+        AttributeReader::boolean(adapter().platform, target.element(), AttributeName::minimized),
+        false);
 }
 
 TEST_P(X11WindowState, windowOnAnotherDesktopIsNotMinimized) {
@@ -221,10 +229,12 @@ TEST_P(X11WindowState, windowOnAnotherDesktopIsNotMinimized) {
         return window->cardinal(window->id(), "_NET_WM_DESKTOP") == 1 && !isSeen(*window);
     }));
     adapter().connection->synchronize();
-    EXPECT_EQ(AXRead::boolean(adapter().platform, target.element(), AXAttribute::minimized), false);
+    EXPECT_EQ(
+        AttributeReader::boolean(adapter().platform, target.element(), AttributeName::minimized),
+        false);
     // xfwm4 says no more that the window may be moved, and moves it.
     EXPECT_TRUE(adapter().bridge.isSnappable(target.element()));
-    EXPECT_EQ(adapter().platform.isSettable(target.element(), AXAttribute::size), true);
+    EXPECT_EQ(adapter().platform.isSettable(target.element(), AttributeName::size), true);
     target.setFrame({100, 120, 640, 480});
     EXPECT_EQ(target.frame(), (Rect{100, 120, 640, 480}));
     EXPECT_EQ(window->frame(), (PixelRect{100, 120, 640, 480}));

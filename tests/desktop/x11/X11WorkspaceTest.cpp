@@ -23,7 +23,7 @@ protected:
         window.roundTrip();
         adapter().connection->synchronize();
         const auto front = adapter().workspace.frontmostApplication();
-        return front ? front->bundleIdentifier : std::nullopt;
+        return front ? front->applicationId : std::nullopt;
     }
 };
 
@@ -34,7 +34,7 @@ TEST_P(X11WorkspaceOn, frontmostApplicationOwnsTheActiveWindow) {
     auto front = adapter().workspace.frontmostApplication();
     ASSERT_TRUE(front);
     EXPECT_EQ(front->pid, getpid());
-    EXPECT_EQ(front->bundleIdentifier, "TestWindow");
+    EXPECT_EQ(front->applicationId, "TestWindow");
     EXPECT_TRUE(front->isRegular);
     EXPECT_FALSE(front->isHidden);
 
@@ -43,7 +43,7 @@ TEST_P(X11WorkspaceOn, frontmostApplicationOwnsTheActiveWindow) {
     front = adapter().workspace.frontmostApplication();
     ASSERT_TRUE(front);
     EXPECT_EQ(front->pid, program.process.pid());
-    EXPECT_EQ(front->bundleIdentifier, "FrontTerm");
+    EXPECT_EQ(front->applicationId, "FrontTerm");
     EXPECT_EQ(adapter().workspace.runningApplications().size(), 2U);
 }
 

@@ -23,7 +23,7 @@ struct SharingDesktop : DesktopWithConductor {
 
     /// As at start, with the location named before.
     void share() {
-        cloudStore.setLocation(SimulatedCloud::usualLocation);
+        sharedStore.setLocation(SimulatedSharedFolder::usualLocation);
         pass(1);
         conductor->startPreferenceSync();
         pass(1);
@@ -49,7 +49,7 @@ struct SharingDesktop : DesktopWithConductor {
     }
 
     void otherChanges(double time) {
-        cloud.put(othersSet(time));
+        sharedFolder.put(othersSet(time));
         pass(1);
     }
 
@@ -57,7 +57,7 @@ struct SharingDesktop : DesktopWithConductor {
         return SyncTimestamp::decode(preferences.bytes(key));
     }
     double localTime() { return storedTime(PreferenceSyncEngine::timestampKey); }
-    double sharedTime() const { return changeTime(cloud.present()); }
+    double sharedTime() const { return changeTime(sharedFolder.present()); }
 
     void changeHere() {
         OLEDSettings settings = conductor->oledSettings();
@@ -87,14 +87,14 @@ TEST(ConductorSync, withoutALocationNothingIsShared) {
     SharingDesktop desk;
     desk.conductor->startPreferenceSync();
     desk.changeHere();
-    EXPECT_TRUE(desk.cloud.present().empty());
+    EXPECT_TRUE(desk.sharedFolder.present().empty());
     EXPECT_GT(desk.localTime(), 0) << "so that a location named later knows how old this is";
 }
 
 TEST(ConductorSync, whatAnotherComputerHasIsTakenOverAtTheStart) {
     SharingDesktop desk;
     const double time = desk.clock.wallSeconds() - 100;
-    desk.cloud.put(desk.othersSet(time));
+    desk.sharedFolder.put(desk.othersSet(time));
     desk.share();
     EXPECT_TRUE(desk.hasOthersSettings());
     EXPECT_TRUE(desk.conductor->isProtectionActive());
@@ -129,14 +129,14 @@ TEST(ConductorSync, whatTheUserChangesIsShared) {
     SharingDesktop desk;
     desk.share();
     desk.changeHere();
-    SharedSet shared = desk.cloud.present();
+    SharedSet shared = desk.sharedFolder.present();
     EXPECT_EQ(OLEDSettingsCodec::decode(shared["oledSettings"]), desk.conductor->oledSettings());
     EXPECT_EQ(desk.sharedTime(), desk.localTime());
 
     desk.conductor->openSettings();
     desk.settingsWindow.model->addCustomArea();
     desk.pass(1);
-    shared = desk.cloud.present();
+    shared = desk.sharedFolder.present();
     EXPECT_EQ(CommandStore::decode(shared["commands"]), desk.conductor->store().commands);
     EXPECT_EQ(desk.conductor->store().commands.back().displayName(), "Custom Area");
 }
@@ -146,7 +146,7 @@ TEST(ConductorSync, theDemonstrationModeIsNotShared) {
     desk.share();
     desk.conductor->setExaggerated(true);
     desk.pass(1);
-    EXPECT_TRUE(desk.cloud.present().empty());
+    EXPECT_TRUE(desk.sharedFolder.present().empty());
 }
 
 TEST(ConductorSync, aConflictIsThePersonsToSettle) {
@@ -190,7 +190,7 @@ TEST(ConductorSync, aConflictAtTheStartWaitsForTheNextChange) {
     SharingDesktop desk;
     const double synced = desk.clock.wallSeconds() - 1000;
     desk.seedConflict(synced);
-    desk.cloud.put(desk.othersSet(synced + 20));
+    desk.sharedFolder.put(desk.othersSet(synced + 20));
     desk.share();
     EXPECT_FALSE(desk.conflictPrompt.shown);
     desk.otherChanges(synced + 30);
@@ -202,7 +202,7 @@ TEST(ConductorSync, whatCannotBeReadFromThereLeavesTheStoredValueAlone) {
     desk.share();
     SharedSet damaged = desk.othersSet(desk.clock.wallSeconds());
     damaged["commands"] = "a list from the future";
-    desk.cloud.put(damaged);
+    desk.sharedFolder.put(damaged);
     desk.pass(1);
     EXPECT_EQ(desk.conductor->store().commands, CommandStore().commands);
     EXPECT_EQ(desk.preferences.bytes(CommandStore::preferenceKey), "a list from the future");
@@ -236,7 +236,7 @@ TEST(ConductorSync, onceTheConductorIsGoneNothingHappens) {
     const SharedSet later = desk.othersSet(synced + 30);
     desk.conductor.reset();
     desk.conflictPrompt.choose(false);
-    desk.cloud.put(later);
+    desk.sharedFolder.put(later);
     desk.pass(1);
     EXPECT_EQ(desk.localTime(), synced + 10);
 }

@@ -28,9 +28,9 @@ public:
     explicit Day(std::uint32_t seed) : random_(seed), desk_("{}") {
         // Under a held button the orbit waits, all day: what moves is moved by snapping alone.
         desk_.input.pressButton();
-        applications_ = {desk_.editor, desk_.launch({.pid = 101, .bundleIdentifier = "browser"}),
-                         desk_.launch({.pid = 102}), desk_.launch({.bundleIdentifier = "stranger"}),
-                         desk_.launch({.pid = 103, .bundleIdentifier = "com.apple.loginwindow"})};
+        applications_ = {desk_.editor, desk_.launch({.pid = 101, .applicationId = "browser"}),
+                         desk_.launch({.pid = 102}), desk_.launch({.applicationId = "stranger"}),
+                         desk_.launch({.pid = 103, .applicationId = "com.apple.loginwindow"})};
     }
 
     void run(double seconds) {
@@ -96,8 +96,8 @@ private:
             const WindowID id = pick(windows_).first;
             auto& unreadable = desk_.model(id).faults.unreadable;
             tell("toggle readable", id);
-            if (unreadable.erase(std::string(AXAttribute::size)) == 0) {
-                unreadable.emplace(AXAttribute::size);
+            if (unreadable.erase(std::string(AttributeName::size)) == 0) {
+                unreadable.emplace(AttributeName::size);
             }
         } else if (action < 99) {
             stopOrStart();

@@ -26,7 +26,7 @@ struct DesktopWithConductor : SimulatedDesktop {
     explicit DesktopWithConductor(std::string_view oledSettings = noProtection) {
         plug("main", {0, 0, 1920, 1104});
         screens.addPanel("main", ScreenEdge::top, 24);
-        editor = launch({.pid = 100, .bundleIdentifier = "editor"});
+        editor = launch({.pid = 100, .applicationId = "editor"});
         if (!oledSettings.empty()) {
             preferences.storeOnDisk(OLEDSettings::preferenceKey, Bytes(oledSettings));
         }
@@ -79,10 +79,11 @@ struct DesktopWithConductor : SimulatedDesktop {
 
     /// Makes the `nth` frame read from now fail, and no other.
     void failFrameRead(WindowID id, std::size_t nth) {
-        traffic.before(AccessKind::read, AXAttribute::position, nth,
-                       [this, id] { model(id).faults.unreadable.emplace(AXAttribute::position); });
-        traffic.before(AccessKind::read, AXAttribute::position, nth + 1, [this, id] {
-            model(id).faults.unreadable.erase(std::string(AXAttribute::position));
+        traffic.before(AccessKind::read, AttributeName::position, nth, [this, id] {
+            model(id).faults.unreadable.emplace(AttributeName::position);
+        });
+        traffic.before(AccessKind::read, AttributeName::position, nth + 1, [this, id] {
+            model(id).faults.unreadable.erase(std::string(AttributeName::position));
         });
     }
 };

@@ -114,7 +114,7 @@ TEST(DragToSnap, panelsAreNotDragged) {
     }
     SimulatedWindowTraits dialog;
     dialog.frame = {900, 600, 300, 200};
-    dialog.subrole = AXAttribute::dialogSubrole;
+    dialog.subrole = AttributeName::dialogSubrole;
     const WindowID id = desk.open(desk.editor, dialog);
     desk.mouse.press({950, 650});
     desk.mouse.moveTo({2, 500});

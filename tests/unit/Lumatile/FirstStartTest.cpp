@@ -76,10 +76,10 @@ TEST_F(FirstStart, aGrantThatComesLaterStartsEverythingOnce) {
 }
 
 TEST_F(FirstStart, settingsAreSharedFromTheGrantOn) {
-    desk.cloudStore.setLocation(SimulatedCloud::usualLocation);
+    desk.sharedStore.setLocation(SimulatedSharedFolder::usualLocation);
     OLEDSettings elsewhere = delegate->app().oledSettings();
     elsewhere.idleThreshold += 60;
-    desk.cloud.put(
+    desk.sharedFolder.put(
         {{std::string(OLEDSettings::preferenceKey), OLEDSettingsCodec::encode(elsewhere)},
          {std::string(PreferenceSyncEngine::timestampKey),
           SyncTimestamp::encode(desk.clock.wallSeconds())}});

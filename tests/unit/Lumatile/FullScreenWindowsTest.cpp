@@ -12,8 +12,8 @@ protected:
     FullScreenWindowsTest() {
         desktop.plug("left", {0, 0, 1920, 1080});
         desktop.plug("right", {1920, 0, 1920, 1080});
-        player = desktop.launch({.pid = 100, .bundleIdentifier = "player"});
-        editor = desktop.launch({.pid = 101, .bundleIdentifier = "editor"});
+        player = desktop.launch({.pid = 100, .applicationId = "player"});
+        editor = desktop.launch({.pid = 101, .applicationId = "editor"});
         desktop.open(editor, Rect{100, 100, 800, 600});
     }
 

@@ -36,7 +36,7 @@ protected:
 TEST_F(MouseConductorTest, watchesTheLeftButtonAndNothingElse) {
     conductor_->start();
     EXPECT_TRUE(conductor_->isStarted());
-    EXPECT_EQ(desk_.mouse.masks(), std::vector<MouseTapPlatform::Mask>{70});
+    EXPECT_EQ(desk_.mouse.masks(), std::vector<MouseEventSource::Mask>{70});
 }
 
 TEST_F(MouseConductorTest, tellsThePressAndTheRelease) {

@@ -144,7 +144,7 @@ TEST(PanelProtection, onlyOrdinaryWindowsOfOtherProgramsMove) {
     const WindowID ordinary = launch({.pid = 101});
     const WindowID ourOwn = launch({.pid = 7});
     const WindowID tool = launch({.pid = 102, .isRegular = false});
-    const WindowID blacklisted = launch({.pid = 103, .bundleIdentifier = "never"});
+    const WindowID blacklisted = launch({.pid = 103, .applicationId = "never"});
     desk.conductor->blacklist().addToUserList("never");
     const WindowID stranger = launch({.pid = std::nullopt});
     const WindowID minimized = desk.open(desk.editor, opened);

@@ -19,20 +19,20 @@ using Values = std::pair<Bytes, Bytes>;
 /// that is late, forgetful and out of order.
 struct Fleet {
     explicit Fleet(std::size_t count) {
-        cloud.setRoute([this] {
+        sharedFolder.setRoute([this] {
             if (isCalm) {
-                return SimulatedCloud::Passage{};
+                return SimulatedSharedFolder::Passage{};
             }
             // A generator of one's own: how many ways there are depends on what happens.
-            return SimulatedCloud::Passage{static_cast<double>(random(8)), random(5) == 0,
-                                           random(5) != 0};
+            return SimulatedSharedFolder::Passage{static_cast<double>(random(8)), random(5) == 0,
+                                                  random(5) != 0};
         });
         for (std::size_t index = 0; index < count; ++index) {
             // Some whole seconds apart, so that two changes of one time do occur.
             const double clockError = static_cast<double>(random(9)) - 4 +
                                       (random(4) == 0 ? 0 : 0.001 * static_cast<double>(index));
             computers.push_back(
-                std::make_unique<SyncedComputer>(cloud.join(), runLoop, clockError));
+                std::make_unique<SyncedComputer>(sharedFolder.join(), runLoop, clockError));
             computers.back()->sync->start();
         }
         whole.insert({0, {"", ""}});
@@ -108,7 +108,7 @@ struct Fleet {
                 RC_ASSERT(whole.contains({changeTime(*accepted), valuesOf(*accepted)}));
             }
         }
-        const SharedSet present = cloud.present();
+        const SharedSet present = sharedFolder.present();
         RC_ASSERT(whole.contains({changeTime(present), valuesOf(present)}));
     }
 
@@ -128,7 +128,7 @@ struct Fleet {
                 settle(*computer);
             }
             pass(runLoop, 2);
-            cloud.resend();
+            sharedFolder.resend();
             pass(runLoop, 2);
             requireWholeSets();
         }
@@ -136,7 +136,7 @@ struct Fleet {
 
     SimulatedClock clock;
     SimulatedRunLoop runLoop{clock};
-    SimulatedCloud cloud{clock, runLoop};
+    SimulatedSharedFolder sharedFolder{clock, runLoop};
     std::vector<std::unique_ptr<SyncedComputer>> computers;
     std::set<std::pair<double, Values>> whole;  ///< Every set that a user ever had, with its time.
     std::uint64_t state = *rc::gen::arbitrary<std::uint64_t>();
@@ -164,14 +164,14 @@ void everythingConverges(std::size_t count) {
         }
     }
     RC_CLASSIFY(ofThatTime.size() > 1, "two changes at the same time");
-    RC_ASSERT(changeTime(fleet.cloud.present()) == time);
+    RC_ASSERT(changeTime(fleet.sharedFolder.present()) == time);
     for (const auto& computer : fleet.computers) {
         RC_ASSERT(computer->conflicts.empty());
         RC_ASSERT(computer->time("__ts") == time);
         RC_ASSERT(ofThatTime.contains(computer->values()));
         if (ofThatTime.size() == 1) {
             RC_ASSERT(computer->values() == *ofThatTime.begin());
-            RC_ASSERT(Fleet::valuesOf(fleet.cloud.present()) == *ofThatTime.begin());
+            RC_ASSERT(Fleet::valuesOf(fleet.sharedFolder.present()) == *ofThatTime.begin());
         }
     }
 }

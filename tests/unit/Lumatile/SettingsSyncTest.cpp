@@ -32,12 +32,12 @@ protected:
 
     SimulatedClock clock;
     SimulatedRunLoop runLoop{clock};
-    SimulatedCloud cloud{clock, runLoop};
+    SimulatedSharedFolder sharedFolder{clock, runLoop};
 };
 
 TEST_F(SettingsSyncTest, startTakesOverANewerSet) {
-    cloud.put(setOf(200, "[there]", "{there}"));
-    SyncedComputer computer(cloud.join("cloud", false), runLoop);
+    sharedFolder.put(setOf(200, "[there]", "{there}"));
+    SyncedComputer computer(sharedFolder.join("cloud", false), runLoop);
     pass(runLoop, 1);
     seed(computer, 100, 100);
     computer.sync->start();
@@ -48,19 +48,19 @@ TEST_F(SettingsSyncTest, startTakesOverANewerSet) {
 }
 
 TEST_F(SettingsSyncTest, startSharesANewerSet) {
-    cloud.put(setOf(100, "[there]", "{there}"));
-    SyncedComputer computer(cloud.join("cloud", false), runLoop);
+    sharedFolder.put(setOf(100, "[there]", "{there}"));
+    SyncedComputer computer(sharedFolder.join("cloud", false), runLoop);
     pass(runLoop, 1);
     seed(computer, 200, 100);
     computer.sync->start();
     pass(runLoop, 1);
     EXPECT_THAT(computer.calls, IsEmpty());
-    EXPECT_EQ(cloud.present(), setOf(200, "[here]", "{here}"));
+    EXPECT_EQ(sharedFolder.present(), setOf(200, "[here]", "{here}"));
 }
 
 TEST_F(SettingsSyncTest, startWaitsForTheFirstReading) {
-    cloud.put(setOf(200, "[there]", "{there}"));
-    SimulatedCloudStore& store = cloud.join("cloud", false);
+    sharedFolder.put(setOf(200, "[there]", "{there}"));
+    SimulatedSharedStore& store = sharedFolder.join("cloud", false);
     store.setOnline(false);
     SyncedComputer computer(store, runLoop);
     seed(computer, 100, 100);
@@ -68,7 +68,7 @@ TEST_F(SettingsSyncTest, startWaitsForTheFirstReading) {
     pass(runLoop, 60);
     EXPECT_THAT(computer.calls, IsEmpty());
     EXPECT_EQ(computer.values(), Values("[here]", "{here}"));
-    EXPECT_EQ(cloud.present(), setOf(200, "[there]", "{there}"));
+    EXPECT_EQ(sharedFolder.present(), setOf(200, "[there]", "{there}"));
     store.setOnline(true);
     pass(runLoop, 1);
     EXPECT_THAT(computer.calls, ElementsAre("commands", "oled"));
@@ -76,27 +76,27 @@ TEST_F(SettingsSyncTest, startWaitsForTheFirstReading) {
 }
 
 TEST_F(SettingsSyncTest, aConflictAtTheStartIsPresentedByTheNextChange) {
-    cloud.put(setOf(200, "[there]", "{there}"));
-    SyncedComputer computer(cloud.join("cloud", false), runLoop);
+    sharedFolder.put(setOf(200, "[there]", "{there}"));
+    SyncedComputer computer(sharedFolder.join("cloud", false), runLoop);
     seed(computer, 300, 150);
     computer.sync->start();
     pass(runLoop, 1);
     ASSERT_TRUE(computer.store.hasBeenRead());
     EXPECT_THAT(computer.calls, IsEmpty());
-    cloud.put(setOf(250, "[more]", "{more}"));
+    sharedFolder.put(setOf(250, "[more]", "{more}"));
     pass(runLoop, 1);
     EXPECT_THAT(computer.calls, ElementsAre("conflict"));
     EXPECT_THAT(computer.conflicts, ElementsAre(ConflictSummary{300, 250}));
     EXPECT_EQ(computer.values(), Values("[here]", "{here}"));
     // Closed without a choice, it comes back.
-    cloud.put(setOf(260, "[yet more]", "{yet more}"));
+    sharedFolder.put(setOf(260, "[yet more]", "{yet more}"));
     pass(runLoop, 1);
     EXPECT_THAT(computer.calls, ElementsAre("conflict", "conflict"));
 }
 
 TEST_F(SettingsSyncTest, aConflictSettledForThisComputerIsSharedAndApplied) {
-    cloud.put(setOf(200, "[there]", "{there}"));
-    SyncedComputer computer(cloud.join(), runLoop);
+    sharedFolder.put(setOf(200, "[there]", "{there}"));
+    SyncedComputer computer(sharedFolder.join(), runLoop);
     seed(computer, 300, 150);
     computer.sync->start();
     pass(runLoop, 1);
@@ -105,13 +105,13 @@ TEST_F(SettingsSyncTest, aConflictSettledForThisComputerIsSharedAndApplied) {
     computer.sync->settleConflict(true);
     EXPECT_THAT(computer.calls, ElementsAre("conflict", "commands", "oled"));
     pass(runLoop, 1);
-    EXPECT_EQ(cloud.present(), setOf(settled, "[here]", "{here}"));
+    EXPECT_EQ(sharedFolder.present(), setOf(settled, "[here]", "{here}"));
     EXPECT_EQ(computer.time("__lastSync"), settled);
 }
 
 TEST_F(SettingsSyncTest, aConflictSettledForTheSharedSetComesHereAndIsShared) {
-    cloud.put(setOf(200, "[there]", "{there}"));
-    SyncedComputer computer(cloud.join(), runLoop);
+    sharedFolder.put(setOf(200, "[there]", "{there}"));
+    SyncedComputer computer(sharedFolder.join(), runLoop);
     seed(computer, 300, 150);
     computer.sync->start();
     pass(runLoop, 1);
@@ -121,12 +121,12 @@ TEST_F(SettingsSyncTest, aConflictSettledForTheSharedSetComesHereAndIsShared) {
     EXPECT_EQ(computer.values(), Values("[there]", "{there}"));
     pass(runLoop, 1);
     // Its time travels without being asked for.
-    EXPECT_EQ(cloud.present(), setOf(settled, "[there]", "{there}"));
+    EXPECT_EQ(sharedFolder.present(), setOf(settled, "[there]", "{there}"));
 }
 
 TEST_F(SettingsSyncTest, aChangeOfTheUserReachesTheOtherComputer) {
-    SyncedComputer one(cloud.join(), runLoop);
-    SyncedComputer two(cloud.join(), runLoop);
+    SyncedComputer one(sharedFolder.join(), runLoop);
+    SyncedComputer two(sharedFolder.join(), runLoop);
     one.sync->start();
     two.sync->start();
     pass(runLoop, 1);
@@ -142,8 +142,8 @@ TEST_F(SettingsSyncTest, aChangeOfTheUserReachesTheOtherComputer) {
 }
 
 TEST_F(SettingsSyncTest, whatWasTakenOverIsNotRecordedAgain) {
-    SyncedComputer one(cloud.join(), runLoop);
-    SyncedComputer two(cloud.join(), runLoop, 60);
+    SyncedComputer one(sharedFolder.join(), runLoop);
+    SyncedComputer two(sharedFolder.join(), runLoop, 60);
     one.sync->start();
     two.sync->start();
     pass(runLoop, 1);
@@ -152,12 +152,12 @@ TEST_F(SettingsSyncTest, whatWasTakenOverIsNotRecordedAgain) {
     pass(runLoop, 60);
     EXPECT_EQ(two.time("__ts"), edited);
     EXPECT_EQ(one.time("__ts"), edited);
-    EXPECT_EQ(changeTime(cloud.present()), edited);
+    EXPECT_EQ(changeTime(sharedFolder.present()), edited);
 }
 
 TEST_F(SettingsSyncTest, changesWithoutRoomOfALocationOrOfAnUnknownKindAreIgnored) {
-    SyncedComputer computer(cloud.join("cloud", false), runLoop);
-    cloud.put(setOf(200, "[there]", "{there}"));
+    SyncedComputer computer(sharedFolder.join("cloud", false), runLoop);
+    sharedFolder.put(setOf(200, "[there]", "{there}"));
     computer.sync->start();
     pass(runLoop, 1);
     ASSERT_EQ(computer.calls.size(), 2U);
@@ -180,17 +180,17 @@ TEST_F(SettingsSyncTest, changesWithoutRoomOfALocationOrOfAnUnknownKindAreIgnore
 }
 
 TEST_F(SettingsSyncTest, anotherLocationIsComparedWithByTimeAlone) {
-    SyncedComputer computer(cloud.join(), runLoop);
+    SyncedComputer computer(sharedFolder.join(), runLoop);
     computer.sync->start();
     pass(runLoop, 1);
     computer.edit("commands", "[here]");
     const double edited = computer.time("__ts");
     pass(runLoop, 1);
-    cloud.put(setOf(edited + 5, "[newer]", "{newer}"), "newer");
-    cloud.put(setOf(edited - 5, "[older]", "{older}"), "older");
+    sharedFolder.put(setOf(edited + 5, "[newer]", "{newer}"), "newer");
+    sharedFolder.put(setOf(edited - 5, "[older]", "{older}"), "older");
     computer.sync->setLocation("older");
     pass(runLoop, 1);
-    EXPECT_EQ(cloud.present("older").at("commands"), "[here]");
+    EXPECT_EQ(sharedFolder.present("older").at("commands"), "[here]");
     EXPECT_THAT(computer.calls, IsEmpty());
     computer.sync->setLocation("newer");
     pass(runLoop, 1);
@@ -199,61 +199,61 @@ TEST_F(SettingsSyncTest, anotherLocationIsComparedWithByTimeAlone) {
 }
 
 TEST_F(SettingsSyncTest, whatWasChangedWithoutALocationIsSharedWhenOneIsNamed) {
-    SyncedComputer computer(cloud.join(std::nullopt), runLoop);
+    SyncedComputer computer(sharedFolder.join(std::nullopt), runLoop);
     computer.sync->start();
     computer.edit("commands", "[1]");
     pass(runLoop, 1);
     computer.sync->setLocation("cloud");
     pass(runLoop, 1);
-    EXPECT_EQ(cloud.present().at("commands"), "[1]");
+    EXPECT_EQ(sharedFolder.present().at("commands"), "[1]");
 }
 
 TEST_F(SettingsSyncTest, nothingIsSharedBeforeTheStart) {
-    SyncedComputer computer(cloud.join(), runLoop);
-    cloud.put(setOf(200, "[there]", "{there}"));
+    SyncedComputer computer(sharedFolder.join(), runLoop);
+    sharedFolder.put(setOf(200, "[there]", "{there}"));
     pass(runLoop, 1);
     computer.edit("commands", "[here]");
     computer.sync->settleConflict(true);
     pass(runLoop, 1);
     EXPECT_EQ(computer.time("__ts"), 0);
-    EXPECT_EQ(cloud.present().at("commands"), "[there]");
+    EXPECT_EQ(sharedFolder.present().at("commands"), "[there]");
     EXPECT_THAT(computer.calls, IsEmpty());
 }
 
 TEST_F(SettingsSyncTest, aSecondStartFollowsNothingTwice) {
-    SyncedComputer computer(cloud.join("cloud", false), runLoop);
+    SyncedComputer computer(sharedFolder.join("cloud", false), runLoop);
     computer.sync->start();
     computer.sync->start();
     pass(runLoop, 1);
-    cloud.put(setOf(200, "[there]", "{there}"));
+    sharedFolder.put(setOf(200, "[there]", "{there}"));
     pass(runLoop, 1);
     EXPECT_THAT(computer.calls, ElementsAre("commands", "oled"));
 }
 
 TEST_F(SettingsSyncTest, nothingIsFollowedAfterTheEnd) {
-    SyncedComputer computer(cloud.join(), runLoop);
+    SyncedComputer computer(sharedFolder.join(), runLoop);
     computer.sync->start();
     pass(runLoop, 1);
     computer.sync->stop();
-    cloud.put(setOf(200, "[there]", "{there}"));
+    sharedFolder.put(setOf(200, "[there]", "{there}"));
     pass(runLoop, 1);
     EXPECT_THAT(computer.calls, IsEmpty());
     computer.sync.reset();
-    cloud.put(setOf(300, "[there]", "{there}"));
+    sharedFolder.put(setOf(300, "[there]", "{there}"));
     pass(runLoop, 1);
 }
 
 TEST_F(SettingsSyncTest, theWindowIsToldOfTheStatus) {
-    SyncedComputer computer(cloud.join(std::nullopt), runLoop);
+    SyncedComputer computer(sharedFolder.join(std::nullopt), runLoop);
     computer.sync->start();
-    std::vector<CloudStatus::Condition> seen;
+    std::vector<SharedStoreStatus::Condition> seen;
     computer.sync->onStatusChange([&] { seen.push_back(computer.sync->status().condition); });
     computer.sync->setLocation("cloud");
     pass(runLoop, 1);
     computer.edit("commands", "[1]");
     computer.store.setFull(true);
     pass(runLoop, 1);
-    using Condition = CloudStatus::Condition;
+    using Condition = SharedStoreStatus::Condition;
     EXPECT_THAT(seen, testing::Contains(Condition::current));
     EXPECT_THAT(seen, testing::Contains(Condition::notWritable));
     EXPECT_EQ(computer.sync->status().location, "cloud");

@@ -71,14 +71,14 @@ TEST(SnapExecution, thePositionIsWrittenTwiceWithTheSizeBetween) {
     DesktopWithConductor desk;
     const WindowID window = desk.open(desk.editor, before);
     desk.run("command.left");
-    std::vector<AXValue> written;
+    std::vector<AttributeValue> written;
     for (const AttributeAccess& access : desk.traffic.record()) {
         if (access.kind == AccessKind::write) {
             EXPECT_EQ(access.subject, SimulatedSubject(window));
             written.push_back(*access.value);
         }
     }
-    EXPECT_EQ(written, (std::vector<AXValue>{Point{0, 24}, Size{960, 1080}, Point{0, 24}}));
+    EXPECT_EQ(written, (std::vector<AttributeValue>{Point{0, 24}, Size{960, 1080}, Point{0, 24}}));
 }
 
 TEST(SnapExecution, assistiveAnimationIsOffWhileTheFrameIsSet) {
@@ -95,7 +95,7 @@ TEST(SnapExecution, theFrontmostApplicationsFocusedWindowIsTheTarget) {
     DesktopWithConductor desk;
     const WindowID first = desk.open(desk.editor, before);
     const WindowID second = desk.open(desk.editor, before);
-    const ApplicationID browser = desk.launch({.pid = 200, .bundleIdentifier = "browser"});
+    const ApplicationID browser = desk.launch({.pid = 200, .applicationId = "browser"});
     const WindowID page = desk.open(browser, before);
     desk.programs.focus(first);
     desk.run("command.left");
@@ -107,7 +107,7 @@ TEST(SnapExecution, theFrontmostApplicationsFocusedWindowIsTheTarget) {
 TEST(SnapExecution, withoutAFocusedWindowTheMainWindowIsTheTarget) {
     DesktopWithConductor desk;
     const WindowID window = desk.open(desk.editor, before);
-    desk.programs.find(desk.editor)->faults.unreadable.emplace(AXAttribute::focusedWindow);
+    desk.programs.find(desk.editor)->faults.unreadable.emplace(AttributeName::focusedWindow);
     desk.run("command.left");
     EXPECT_EQ(desk.frame(window), leftHalf);
     EXPECT_EQ(desk.traffic.texts()[0], "read AXFocusedWindow failed");
@@ -118,15 +118,15 @@ TEST(SnapExecution, aValueThatIsNoElementIsNoWindow) {
     DesktopWithConductor desk;
     const WindowID window = desk.open(desk.editor, before);
     auto& answers = desk.programs.find(desk.editor)->faults.answers;
-    answers[std::string(AXAttribute::focusedWindow)] = std::string("a window");
-    answers[std::string(AXAttribute::mainWindow)] = AXElement();
+    answers[std::string(AttributeName::focusedWindow)] = std::string("a window");
+    answers[std::string(AttributeName::mainWindow)] = Element();
     desk.run("command.left");
     EXPECT_EQ(desk.frame(window), before);
 }
 
 TEST(SnapExecution, whereTheFrontmostApplicationHasNoWindowTheFocusOfTheSessionCounts) {
     DesktopWithConductor desk;
-    const ApplicationID launcher = desk.launch({.pid = 200, .bundleIdentifier = "launcher"});
+    const ApplicationID launcher = desk.launch({.pid = 200, .applicationId = "launcher"});
     const WindowID window = desk.open(desk.editor, before);
     desk.workspace.stickTo(launcher);
     desk.run("command.left");
@@ -135,7 +135,7 @@ TEST(SnapExecution, whereTheFrontmostApplicationHasNoWindowTheFocusOfTheSessionC
 
 TEST(SnapExecution, whereTheFrontmostApplicationIsUnknownTheFocusOfTheSessionCounts) {
     DesktopWithConductor desk;
-    const ApplicationID stranger = desk.launch({.bundleIdentifier = "stranger"});
+    const ApplicationID stranger = desk.launch({.applicationId = "stranger"});
     const WindowID window = desk.open(stranger, before);
     ASSERT_FALSE(desk.workspace.frontmostApplication());
     desk.run("command.left");
@@ -160,7 +160,7 @@ struct DesktopBehindUs : DesktopWithConductor {
 
     WindowID openOurs() {
         workspace.setOwnPid(300);
-        return open(launch({.pid = 300, .bundleIdentifier = "lumatile"}), Rect{400, 300, 920, 600});
+        return open(launch({.pid = 300, .applicationId = "lumatile"}), Rect{400, 300, 920, 600});
     }
 };
 
@@ -179,7 +179,7 @@ TEST(SnapExecution, aCommandChosenInAWindowOfOursIsForTheOneBehindIt) {
 
 TEST(SnapExecution, behindAWindowOfOursTheUppermostThatCanBeSeenCounts) {
     DesktopBehindUs desk;
-    const ApplicationID browser = desk.launch({.pid = 200, .bundleIdentifier = "browser"});
+    const ApplicationID browser = desk.launch({.pid = 200, .applicationId = "browser"});
     const WindowID minimized = desk.open(browser, before);
     const WindowID upper = desk.open(browser, before);
     desk.programs.minimize(minimized);
@@ -196,7 +196,7 @@ TEST(SnapExecution, behindAWindowOfOursTheUppermostThatCanBeSeenCounts) {
 TEST(SnapExecution, whereAnotherProgramIsInFrontMeanwhileItsWindowIsMeant) {
     DesktopBehindUs desk;
     desk.programs.focus(desk.window);
-    const ApplicationID browser = desk.launch({.pid = 200, .bundleIdentifier = "browser"});
+    const ApplicationID browser = desk.launch({.pid = 200, .applicationId = "browser"});
     const WindowID upper = desk.open(browser, before);
     desk.conductor->performCommandBehindUs(desk.command("command.left"));
     EXPECT_EQ(desk.frame(upper), leftHalf);
@@ -214,7 +214,7 @@ TEST(SnapExecution, withNothingBehindOurWindowNothingHappens) {
 TEST(SnapExecution, anApplicationOnTheBlacklistIsNeverMoved) {
     DesktopWithConductor desk;
     const ApplicationID settings =
-        desk.launch({.pid = 200, .bundleIdentifier = "com.apple.systempreferences"});
+        desk.launch({.pid = 200, .applicationId = "com.apple.systempreferences"});
     const WindowID window = desk.open(settings, before);
     for (const SnapCommand& command : desk.conductor->store().commands) {
         desk.conductor->performCommand(command);
@@ -250,7 +250,7 @@ TEST(SnapExecution, anApplicationWithoutAnIdentifierIsNotOnTheBlacklist) {
 TEST(SnapExecution, aWindowWhoseProcessCannotBeReadIsMovedRegardlessOfTheBlacklist) {
     DesktopWithConductor desk;
     const ApplicationID settings =
-        desk.launch({.pid = 200, .bundleIdentifier = "com.apple.systempreferences"});
+        desk.launch({.pid = 200, .applicationId = "com.apple.systempreferences"});
     const WindowID window = desk.open(settings, before);
     desk.model(window).faults.isPidUnreadable = true;
     desk.run("command.left");

@@ -75,7 +75,7 @@ TEST(SnapFailure, aWindowWhoseFrameCanNeverBeReadSnapsOnTheFirstScreen) {
     DesktopWithConductor desk;
     desk.plugPortrait();
     const WindowID window = desk.open(desk.editor, before);
-    desk.model(window).faults.unreadable.emplace(AXAttribute::size);
+    desk.model(window).faults.unreadable.emplace(AttributeName::size);
     desk.run("command.left");
     EXPECT_EQ(desk.frame(window), (Rect{0, 24, 960, 1080}));
     EXPECT_FALSE(desk.remembered(window));
@@ -86,7 +86,7 @@ TEST(SnapFailure, restoreOfAWindowWhoseFrameCanNeverBeReadFillsTheFirstScreen) {
     DesktopWithConductor desk;
     desk.plugPortrait();
     const WindowID window = desk.open(desk.editor, before);
-    desk.model(window).faults.unreadable.emplace(AXAttribute::position);
+    desk.model(window).faults.unreadable.emplace(AttributeName::position);
     desk.run("command.restore");
     EXPECT_EQ(desk.frame(window), maximizedOnFirst);
     EXPECT_FALSE(desk.remembered(window));
@@ -95,7 +95,7 @@ TEST(SnapFailure, restoreOfAWindowWhoseFrameCanNeverBeReadFillsTheFirstScreen) {
 TEST(SnapFailure, aFrameOfTheWrongTypeIsNoFrame) {
     DesktopWithConductor desk;
     const WindowID window = desk.open(desk.editor, Rect{300, 300, 640, 480});
-    desk.model(window).faults.answers[std::string(AXAttribute::position)] = Size{300, 300};
+    desk.model(window).faults.answers[std::string(AttributeName::position)] = Size{300, 300};
     desk.run("command.center");
     EXPECT_EQ(desk.frame(window), (Rect{300, 300, 640, 480}));
     EXPECT_EQ(desk.traffic.count(AccessKind::write), 0U);
@@ -122,7 +122,7 @@ TEST(SnapFailure, aWindowThatCannotBePlacedIsStillRememberedAndTracked) {
 TEST(SnapFailure, aWindowWhosePositionCannotBeWrittenIsStillResized) {
     DesktopWithConductor desk;
     const WindowID window = desk.open(desk.editor, Rect{300, 300, 640, 480});
-    desk.model(window).faults.unwritable.emplace(AXAttribute::position);
+    desk.model(window).faults.unwritable.emplace(AttributeName::position);
     desk.run("command.left");
     EXPECT_EQ(desk.frame(window), (Rect{300, 300, 960, 1080}));
 }
@@ -130,7 +130,7 @@ TEST(SnapFailure, aWindowWhosePositionCannotBeWrittenIsStillResized) {
 TEST(SnapFailure, aWindowWhoseSizeCannotBeWrittenIsStillMoved) {
     DesktopWithConductor desk;
     const WindowID window = desk.open(desk.editor, Rect{300, 300, 640, 480});
-    desk.model(window).faults.unwritable.emplace(AXAttribute::size);
+    desk.model(window).faults.unwritable.emplace(AttributeName::size);
     desk.run("command.right");
     EXPECT_EQ(desk.frame(window), (Rect{960, 24, 640, 480}));
 }
@@ -252,7 +252,7 @@ TEST_P(Mishaps, betweenAnyTwoCallsHurtNothingElse) {
         for (std::size_t nth = 1; nth <= calls; ++nth) {
             DesktopWithConductor desk;
             desk.plugPortrait();
-            const ApplicationID browser = desk.launch({.pid = 200, .bundleIdentifier = "browser"});
+            const ApplicationID browser = desk.launch({.pid = 200, .applicationId = "browser"});
             const WindowID bystander = desk.open(browser, other);
             const WindowID window = desk.open(desk.editor, Rect{301, 300, 641, 480});
             desk.traffic.before(nth, [&] { GetParam().happen(desk, window); });

@@ -131,7 +131,7 @@ TEST(SnapJitter, stoppingSkipsWindowsThatAreGoneOrCannotBeRead) {
     desk.run("command.left");
     EXPECT_EQ(desk.conductor->orbit().trackedCount(), 3U);
     desk.programs.close(closed);
-    desk.model(unreadable).faults.unreadable.emplace(AXAttribute::size);
+    desk.model(unreadable).faults.unreadable.emplace(AttributeName::size);
     desk.conductor->stopFeatures();
     EXPECT_EQ(desk.frame(unreadable), (Rect{0, 24, 957, 1080}));
     EXPECT_EQ(desk.frame(well), (Rect{0, 24, 960, 1080}));

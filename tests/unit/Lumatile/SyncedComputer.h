@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "Lumatile/SettingsSync.h"
-#include "platform/simulated/SimulatedCloud.h"
 #include "platform/simulated/SimulatedLog.h"
 #include "platform/simulated/SimulatedPreferences.h"
+#include "platform/simulated/SimulatedSharedFolder.h"
 #include "preference_sync/SyncTimestamp.h"
 
 namespace lumatile {
@@ -26,7 +26,7 @@ inline void pass(SimulatedRunLoop& runLoop, double seconds) {
 class SyncedComputer {
 public:
     /// @param clockError what its clock shows too much, seconds
-    SyncedComputer(SimulatedCloudStore& itsStore, SimulatedRunLoop& runLoop, double clockError = 0)
+    SyncedComputer(SimulatedSharedStore& itsStore, SimulatedRunLoop& runLoop, double clockError = 0)
         : store(itsStore), preferences(log_, runLoop), runLoop_(runLoop), clockError_(clockError) {
         makeSync();
     }
@@ -65,7 +65,7 @@ public:
                 preferences.bytes("oledSettings").value_or("")};
     }
 
-    SimulatedCloudStore& store;
+    SimulatedSharedStore& store;
     SimulatedPreferences preferences;
     std::unique_ptr<SettingsSync> sync;
     std::vector<std::string> calls;  ///< "commands", "oled" and "conflict", in their order.

@@ -19,8 +19,8 @@
 #include <string_view>
 #include <vector>
 
-#include "Lumatile/AppFonts.h"
-#include "Lumatile/settings/SettingsSaying.h"
+#include "Lumatile/widgets/AppFonts.h"
+#include "Lumatile/widgets/Saying.h"
 #include "onboarding/Vocabulary.h"
 
 namespace lumatile {
@@ -36,7 +36,7 @@ struct WindowStage {
     }
 
     /// In the words of `vocabulary`.
-    SettingsSaying saying() {
+    Saying saying() {
         return [this](std::string_view text) {
             return QString::fromStdString(vocabulary.apply(text));
         };

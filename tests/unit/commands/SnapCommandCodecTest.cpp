@@ -9,8 +9,8 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include "base/BoundedJSON.h"
 #include "commands/BuiltInCommands.h"
-#include "json/BoundedJSON.h"
 #include "tests/unit/commands/SnapCommandArbitrary.h"
 
 namespace lumatile {

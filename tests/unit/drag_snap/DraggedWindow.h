@@ -9,9 +9,9 @@
 
 namespace lumatile {
 
-class DraggedHandle final : public AXElementHandle {
+class DraggedHandle final : public ElementHandle {
 public:
-    bool equals(const AXElementHandle& other) const override { return this == &other; }
+    bool equals(const ElementHandle& other) const override { return this == &other; }
     std::size_t hash() const override { return 1; }
 };
 

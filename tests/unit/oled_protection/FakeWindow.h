@@ -10,11 +10,11 @@
 
 namespace lumatile {
 
-class FakeHandle final : public AXElementHandle {
+class FakeHandle final : public ElementHandle {
 public:
     explicit FakeHandle(int id) : id_(id) {}
 
-    bool equals(const AXElementHandle& other) const override {
+    bool equals(const ElementHandle& other) const override {
         const auto* handle = dynamic_cast<const FakeHandle*>(&other);
         return handle && handle->id_ == id_;
     }

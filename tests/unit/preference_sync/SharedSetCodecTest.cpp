@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "preference_sync/Base64.h"
+#include "base/Base64.h"
 #include "preference_sync/SyncTimestamp.h"
 #include "tests/unit/preference_sync/SharedSetArbitrary.h"
 

@@ -63,8 +63,8 @@ TEST_F(AXBridgeTest, anApplicationWithoutFocusedWindowGivesItsMainWindow) {
 
 TEST_F(AXBridgeTest, aFocusedWindowThatIsNoElementCountsAsNone) {
     const WindowID window = desktop.open(editor, Rect{0, 0, 100, 100});
-    desktop.programs.find(editor)->faults.answers.insert_or_assign("AXFocusedWindow",
-                                                                   AXValue(std::string("what?")));
+    desktop.programs.find(editor)->faults.answers.insert_or_assign(
+        "AXFocusedWindow", AttributeValue(std::string("what?")));
     ASSERT_NE(bridge.windowOfApplication(1), nullptr);
     EXPECT_EQ(bridge.windowOfApplication(1)->key(), keyOf(window));
     EXPECT_EQ(bridge.focusedWindow(), nullptr);
@@ -109,7 +109,7 @@ TEST_F(AXBridgeTest, elevenLevelsAreClimbedAndNotTwelve) {
 TEST_F(AXBridgeTest, aBrokenParentChainEndsTheSearch) {
     const WindowID window = desktop.open(editor, nested(3));
     desktop.programs.find(window)->faults.answers.insert_or_assign(
-        "AXRole", AXValue(std::string("AXUnknown")));
+        "AXRole", AttributeValue(std::string("AXUnknown")));
     EXPECT_EQ(bridge.windowAt({120, 120}), nullptr);
 }
 
@@ -141,7 +141,9 @@ TEST_F(AXBridgeTest, onlyOrdinaryMovableWindowsAreSnappable) {
         {"full screen unreadable",
          [](SimulatedWindow& w) { w.faults.unreadable = {"AXFullScreen"}; }, true},
         {"minimized as a number",
-         [](SimulatedWindow& w) { w.faults.answers.insert_or_assign("AXMinimized", AXValue(1.0)); },
+         [](SimulatedWindow& w) {
+             w.faults.answers.insert_or_assign("AXMinimized", AttributeValue(1.0));
+         },
          false},
     };
     for (const SnappableCase& each : cases) {

@@ -49,7 +49,7 @@ TEST_F(AXWindowTest, theFrameIsAbsentWhenPositionOrSizeCannotBeRead) {
 }
 
 TEST_F(AXWindowTest, theFrameIsAbsentWhenAnAttributeHasAnotherType) {
-    faults().answers.insert_or_assign("AXSize", AXValue(Point{400, 300}));
+    faults().answers.insert_or_assign("AXSize", AttributeValue(Point{400, 300}));
     EXPECT_EQ(window().frame(), std::nullopt);
 }
 
@@ -92,7 +92,7 @@ TEST_F(AXWindowTest, aWindowWhoseApplicationHasQuitHasNoProcessAndIsNoWindow) {
 }
 
 TEST_F(AXWindowTest, isNoWindowWhenItsRoleIsAnotherOrCannotBeRead) {
-    faults().answers.insert_or_assign("AXRole", AXValue(std::string("AXGroup")));
+    faults().answers.insert_or_assign("AXRole", AttributeValue(std::string("AXGroup")));
     EXPECT_FALSE(window().isWindow());
     faults().answers.clear();
     faults().unreadable = {"AXRole"};

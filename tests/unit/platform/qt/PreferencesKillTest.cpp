@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "platform/qt/QSettingsPreferences.h"
-#include "tests/unit/commands/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace lumatile {
 namespace {

@@ -18,13 +18,13 @@ struct Desk : SimulatedDesktop {
     WindowID window = open(editor, Rect{100, 100, 640, 480});
     AXBridge bridge{accessibility};
 
-    static AXElement element(WindowID id) { return SimulatedAccessibility::element(id); }
+    static Element element(WindowID id) { return SimulatedAccessibility::element(id); }
     SimulatedWindow& model() { return *programs.find(window); }
 
 private:
     ApplicationID prepare() {
         plug("main", {0, 0, 1920, 1080});
-        return launch({.pid = 100, .bundleIdentifier = "editor"});
+        return launch({.pid = 100, .applicationId = "editor"});
     }
 };
 
@@ -32,21 +32,22 @@ using Texts = std::vector<std::string>;
 
 TEST(SimulatedAccessibility, anOrdinaryWindowAnswersEveryAttribute) {
     Desk desk;
-    const AXElement window = Desk::element(desk.window);
+    const Element window = Desk::element(desk.window);
     auto& accessibility = desk.accessibility;
-    EXPECT_EQ(accessibility.read(window, AXAttribute::position), AXValue(Point{100, 100}));
-    EXPECT_EQ(accessibility.read(window, AXAttribute::size), AXValue(Size{640, 480}));
-    EXPECT_EQ(accessibility.read(window, AXAttribute::role), AXValue(std::string("AXWindow")));
-    EXPECT_EQ(accessibility.read(window, AXAttribute::subrole),
-              AXValue(std::string("AXStandardWindow")));
-    EXPECT_EQ(accessibility.read(window, AXAttribute::minimized), AXValue(false));
-    EXPECT_EQ(accessibility.read(window, AXAttribute::fullScreen), AXValue(false));
-    EXPECT_EQ(accessibility.isSettable(window, AXAttribute::position), true);
-    EXPECT_EQ(accessibility.isSettable(window, AXAttribute::role), false);
+    EXPECT_EQ(accessibility.read(window, AttributeName::position), AttributeValue(Point{100, 100}));
+    EXPECT_EQ(accessibility.read(window, AttributeName::size), AttributeValue(Size{640, 480}));
+    EXPECT_EQ(accessibility.read(window, AttributeName::role),
+              AttributeValue(std::string("AXWindow")));
+    EXPECT_EQ(accessibility.read(window, AttributeName::subrole),
+              AttributeValue(std::string("AXStandardWindow")));
+    EXPECT_EQ(accessibility.read(window, AttributeName::minimized), AttributeValue(false));
+    EXPECT_EQ(accessibility.read(window, AttributeName::fullScreen), AttributeValue(false));
+    EXPECT_EQ(accessibility.isSettable(window, AttributeName::position), true);
+    EXPECT_EQ(accessibility.isSettable(window, AttributeName::role), false);
     EXPECT_FALSE(accessibility.isSettable(window, "AXNothing"));
     EXPECT_EQ(accessibility.pid(window), 100);
     EXPECT_FALSE(accessibility.read(window, "AXNothing"));
-    EXPECT_FALSE(accessibility.read(window, AXAttribute::windows));
+    EXPECT_FALSE(accessibility.read(window, AttributeName::windows));
     EXPECT_TRUE(desk.bridge.isSnappable(window));
 }
 
@@ -62,9 +63,9 @@ TEST(SimulatedAccessibility, elementsFromSeparateReadsAreEqual) {
     EXPECT_FALSE(first->key() == AXElementKey{Desk::element(desk.window)});
     // An application's element is the same, asked for by pid or by focus.
     const auto focused = desk.accessibility.read(desk.accessibility.systemWideElement(),
-                                                 AXAttribute::focusedApplication);
-    ASSERT_TRUE(focused && std::holds_alternative<AXElement>(*focused));
-    EXPECT_TRUE(std::get<AXElement>(*focused)->equals(*desk.accessibility.applicationElement(100)));
+                                                 AttributeName::focusedApplication);
+    ASSERT_TRUE(focused && std::holds_alternative<Element>(*focused));
+    EXPECT_TRUE(std::get<Element>(*focused)->equals(*desk.accessibility.applicationElement(100)));
 }
 
 TEST(SimulatedAccessibility, anApplicationWithoutAKnownProcessCanStillBeAsked) {
@@ -79,8 +80,8 @@ TEST(SimulatedAccessibility, anApplicationWithoutAKnownProcessCanStillBeAsked) {
 
 TEST(SimulatedAccessibility, anElementOfAPidWithoutAProcessAnswersNothing) {
     Desk desk;
-    const AXElement nobody = desk.accessibility.applicationElement(4711);
-    EXPECT_FALSE(desk.accessibility.read(nobody, AXAttribute::windows));
+    const Element nobody = desk.accessibility.applicationElement(4711);
+    EXPECT_FALSE(desk.accessibility.read(nobody, AttributeName::windows));
     EXPECT_FALSE(desk.accessibility.pid(nobody));
 }
 
@@ -92,8 +93,8 @@ TEST(SimulatedAccessibility, aClosedWindowAnswersNothing) {
     EXPECT_FALSE(window.isWindow());
     EXPECT_FALSE(window.frame());
     EXPECT_FALSE(window.pid());
-    EXPECT_FALSE(desk.accessibility.write(window.element(), AXAttribute::position, Point{0, 0}));
-    EXPECT_FALSE(desk.accessibility.isSettable(window.element(), AXAttribute::position));
+    EXPECT_FALSE(desk.accessibility.write(window.element(), AttributeName::position, Point{0, 0}));
+    EXPECT_FALSE(desk.accessibility.isSettable(window.element(), AttributeName::position));
 }
 
 TEST(SimulatedAccessibility, focusAndMainWindowFollowWhatCanBeSeen) {
@@ -105,15 +106,15 @@ TEST(SimulatedAccessibility, focusAndMainWindowFollowWhatCanBeSeen) {
     const auto read = [&](std::string_view attribute) -> std::optional<AXElementKey> {
         const auto value =
             desk.accessibility.read(desk.accessibility.applicationElement(100), attribute);
-        return value ? std::optional(AXElementKey{std::get<AXElement>(*value)}) : std::nullopt;
+        return value ? std::optional(AXElementKey{std::get<Element>(*value)}) : std::nullopt;
     };
-    EXPECT_EQ(read(AXAttribute::focusedWindow), AXElementKey{Desk::element(dialog)});
-    EXPECT_EQ(read(AXAttribute::mainWindow), AXElementKey{Desk::element(desk.window)});
+    EXPECT_EQ(read(AttributeName::focusedWindow), AXElementKey{Desk::element(dialog)});
+    EXPECT_EQ(read(AttributeName::mainWindow), AXElementKey{Desk::element(desk.window)});
     desk.programs.close(dialog);
-    EXPECT_EQ(read(AXAttribute::focusedWindow), AXElementKey{Desk::element(desk.window)});
+    EXPECT_EQ(read(AttributeName::focusedWindow), AXElementKey{Desk::element(desk.window)});
     desk.programs.minimize(desk.window);
-    EXPECT_FALSE(read(AXAttribute::focusedWindow));
-    EXPECT_EQ(read(AXAttribute::mainWindow), AXElementKey{Desk::element(desk.window)});
+    EXPECT_FALSE(read(AttributeName::focusedWindow));
+    EXPECT_EQ(read(AttributeName::mainWindow), AXElementKey{Desk::element(desk.window)});
 }
 
 TEST(SimulatedAccessibility, theInnermostPartIsFoundAndItsChainLeadsToTheWindow) {
@@ -123,11 +124,12 @@ TEST(SimulatedAccessibility, theInnermostPartIsFoundAndItsChainLeadsToTheWindow)
     parts.push_back({{10, 5, 30, 30}, "AXButton", 0});
     const auto button = desk.accessibility.elementAtPoint({115, 110});
     ASSERT_TRUE(button);
-    EXPECT_EQ(desk.accessibility.read(*button, AXAttribute::role),
-              AXValue(std::string("AXButton")));
-    EXPECT_EQ(desk.accessibility.read(*button, AXAttribute::position), AXValue(Point{110, 105}));
+    EXPECT_EQ(desk.accessibility.read(*button, AttributeName::role),
+              AttributeValue(std::string("AXButton")));
+    EXPECT_EQ(desk.accessibility.read(*button, AttributeName::position),
+              AttributeValue(Point{110, 105}));
     EXPECT_EQ(desk.accessibility.pid(*button), 100);
-    EXPECT_FALSE(desk.accessibility.write(*button, AXAttribute::position, Point{0, 0}));
+    EXPECT_FALSE(desk.accessibility.write(*button, AttributeName::position, Point{0, 0}));
     const auto window = desk.bridge.windowAt({115, 110});
     ASSERT_TRUE(window);
     EXPECT_EQ(window->key(), AXElementKey{Desk::element(desk.window)});
@@ -178,35 +180,35 @@ TEST(SimulatedAccessibility, onlyStandardWindowsInSightAreEnumerated) {
 
 TEST(SimulatedAccessibility, valuesOfTheWrongTypeOrOutOfAllBoundsAreNotWritten) {
     Desk desk;
-    const AXElement window = Desk::element(desk.window);
+    const Element window = Desk::element(desk.window);
     auto& accessibility = desk.accessibility;
-    EXPECT_FALSE(accessibility.write(window, AXAttribute::position, Size{1, 1}));
-    EXPECT_FALSE(accessibility.write(window, AXAttribute::size, Point{1, 1}));
-    EXPECT_FALSE(accessibility.write(window, AXAttribute::role, std::string("AXButton")));
+    EXPECT_FALSE(accessibility.write(window, AttributeName::position, Size{1, 1}));
+    EXPECT_FALSE(accessibility.write(window, AttributeName::size, Point{1, 1}));
+    EXPECT_FALSE(accessibility.write(window, AttributeName::role, std::string("AXButton")));
     for (const double bad : {std::numeric_limits<double>::quiet_NaN(),
                              std::numeric_limits<double>::infinity(), -1e300}) {
-        EXPECT_FALSE(accessibility.write(window, AXAttribute::position, Point{bad, 0}));
-        EXPECT_FALSE(accessibility.write(window, AXAttribute::size, Size{1, bad}));
+        EXPECT_FALSE(accessibility.write(window, AttributeName::position, Point{bad, 0}));
+        EXPECT_FALSE(accessibility.write(window, AttributeName::size, Size{1, bad}));
     }
     EXPECT_EQ(desk.frame(desk.window), (Rect{100, 100, 640, 480}));
     EXPECT_FALSE(accessibility.write(accessibility.applicationElement(100),
-                                     AXAttribute::enhancedUserInterface, true));
-    EXPECT_FALSE(
-        accessibility.write(accessibility.systemWideElement(), AXAttribute::position, Point{0, 0}));
+                                     AttributeName::enhancedUserInterface, true));
+    EXPECT_FALSE(accessibility.write(accessibility.systemWideElement(), AttributeName::position,
+                                     Point{0, 0}));
 }
 
 TEST(SimulatedAccessibility, elementsOfAnotherPlatformAreRefused) {
-    class Foreign final : public AXElementHandle {
+    class Foreign final : public ElementHandle {
     public:
-        bool equals(const AXElementHandle& other) const override { return this == &other; }
+        bool equals(const ElementHandle& other) const override { return this == &other; }
         std::size_t hash() const override { return 0; }
     };
     Desk desk;
-    const AXElement foreign = std::make_shared<Foreign>();
-    for (const AXElement& element : {foreign, AXElement()}) {
-        EXPECT_FALSE(desk.accessibility.read(element, AXAttribute::role));
-        EXPECT_FALSE(desk.accessibility.write(element, AXAttribute::position, Point{}));
-        EXPECT_FALSE(desk.accessibility.isSettable(element, AXAttribute::position));
+    const Element foreign = std::make_shared<Foreign>();
+    for (const Element& element : {foreign, Element()}) {
+        EXPECT_FALSE(desk.accessibility.read(element, AttributeName::role));
+        EXPECT_FALSE(desk.accessibility.write(element, AttributeName::position, Point{}));
+        EXPECT_FALSE(desk.accessibility.isSettable(element, AttributeName::position));
         EXPECT_FALSE(desk.accessibility.pid(element));
         desk.accessibility.setMessagingTimeout(element, 1);
     }
@@ -216,15 +218,15 @@ TEST(SimulatedAccessibility, elementsOfAnotherPlatformAreRefused) {
 TEST(SimulatedAccessibility, aHungApplicationCostsItsTimeoutAndFails) {
     Desk desk;
     desk.programs.find(desk.editor)->isHung = true;
-    const AXElement window = Desk::element(desk.window);
-    EXPECT_FALSE(desk.accessibility.read(window, AXAttribute::position));
+    const Element window = Desk::element(desk.window);
+    EXPECT_FALSE(desk.accessibility.read(window, AttributeName::position));
     EXPECT_EQ(desk.clock.sinceStart(), SimulatedClock::fromSeconds(0.25));
     desk.accessibility.setMessagingTimeout(desk.accessibility.applicationElement(100), 0.1);
-    EXPECT_FALSE(desk.accessibility.write(window, AXAttribute::position, Point{0, 0}));
+    EXPECT_FALSE(desk.accessibility.write(window, AttributeName::position, Point{0, 0}));
     EXPECT_EQ(desk.clock.sinceStart(), SimulatedClock::fromSeconds(0.35));
     // Longer waits than the cap cannot be had; a window may have its own.
     desk.accessibility.setMessagingTimeout(window, 60);
-    EXPECT_FALSE(desk.accessibility.isSettable(window, AXAttribute::position));
+    EXPECT_FALSE(desk.accessibility.isSettable(window, AttributeName::position));
     EXPECT_EQ(desk.clock.sinceStart(), SimulatedClock::fromSeconds(0.6));
 
     // What the system itself knows costs nothing.
@@ -232,7 +234,8 @@ TEST(SimulatedAccessibility, aHungApplicationCostsItsTimeoutAndFails) {
     EXPECT_EQ(desk.clock.sinceStart(), SimulatedClock::fromSeconds(0.6));
 
     desk.programs.find(desk.editor)->isHung = false;
-    EXPECT_EQ(desk.accessibility.read(window, AXAttribute::position), AXValue(Point{100, 100}));
+    EXPECT_EQ(desk.accessibility.read(window, AttributeName::position),
+              AttributeValue(Point{100, 100}));
 }
 
 TEST(SimulatedAccessibility, oneHungApplicationCannotStallTheEnumerationOfTheOthers) {
@@ -246,35 +249,35 @@ TEST(SimulatedAccessibility, oneHungApplicationCannotStallTheEnumerationOfTheOth
 
 TEST(SimulatedAccessibility, orderedFaultsTouchTheirAttributeAlone) {
     Desk desk;
-    const AXElement window = Desk::element(desk.window);
+    const Element window = Desk::element(desk.window);
     SimulatedFaults& faults = desk.model().faults;
-    faults.unreadable.emplace(AXAttribute::size);
-    EXPECT_FALSE(desk.accessibility.read(window, AXAttribute::size));
-    EXPECT_TRUE(desk.accessibility.read(window, AXAttribute::position));
-    EXPECT_FALSE(desk.accessibility.isSettable(window, AXAttribute::size));
-    faults.unwritable.emplace(AXAttribute::position);
-    EXPECT_FALSE(desk.accessibility.write(window, AXAttribute::position, Point{0, 0}));
-    EXPECT_TRUE(desk.accessibility.write(window, AXAttribute::size, Size{10, 10}));
-    faults.answers[std::string(AXAttribute::minimized)] = 1.0;
-    EXPECT_EQ(desk.accessibility.read(window, AXAttribute::minimized), AXValue(1.0));
+    faults.unreadable.emplace(AttributeName::size);
+    EXPECT_FALSE(desk.accessibility.read(window, AttributeName::size));
+    EXPECT_TRUE(desk.accessibility.read(window, AttributeName::position));
+    EXPECT_FALSE(desk.accessibility.isSettable(window, AttributeName::size));
+    faults.unwritable.emplace(AttributeName::position);
+    EXPECT_FALSE(desk.accessibility.write(window, AttributeName::position, Point{0, 0}));
+    EXPECT_TRUE(desk.accessibility.write(window, AttributeName::size, Size{10, 10}));
+    faults.answers[std::string(AttributeName::minimized)] = 1.0;
+    EXPECT_EQ(desk.accessibility.read(window, AttributeName::minimized), AttributeValue(1.0));
     EXPECT_FALSE(desk.bridge.isSnappable(window));
     faults.isPidUnreadable = true;
     EXPECT_FALSE(desk.accessibility.pid(window));
     EXPECT_EQ(desk.accessibility.pid(desk.accessibility.applicationElement(100)), 100);
-    desk.accessibility.systemWideFaults.unreadable.emplace(AXAttribute::focusedApplication);
+    desk.accessibility.systemWideFaults.unreadable.emplace(AttributeName::focusedApplication);
     EXPECT_FALSE(desk.bridge.focusedWindow());
 }
 
 TEST(SimulatedAccessibility, withoutPermissionNothingCanBeReadOrWritten) {
     Desk desk;
     desk.accessibility.setTrusted(false);
-    const AXElement window = Desk::element(desk.window);
+    const Element window = Desk::element(desk.window);
     EXPECT_FALSE(desk.accessibility.isTrusted(false));
     EXPECT_EQ(desk.accessibility.promptsShown(), 0U);
     EXPECT_FALSE(desk.accessibility.isTrusted(true));
     EXPECT_EQ(desk.accessibility.promptsShown(), 1U);
-    EXPECT_FALSE(desk.accessibility.read(window, AXAttribute::role));
-    EXPECT_FALSE(desk.accessibility.write(window, AXAttribute::position, Point{0, 0}));
+    EXPECT_FALSE(desk.accessibility.read(window, AttributeName::role));
+    EXPECT_FALSE(desk.accessibility.write(window, AttributeName::position, Point{0, 0}));
     EXPECT_FALSE(desk.accessibility.pid(window));
     EXPECT_FALSE(desk.accessibility.elementAtPoint({150, 150}));
     desk.accessibility.setTrusted(true);
@@ -285,7 +288,7 @@ TEST(SimulatedAccessibility, withoutPermissionNothingCanBeReadOrWritten) {
 TEST(SimulatedTraffic, everyAccessIsRecordedInOrder) {
     Desk desk;
     desk.programs.find(desk.editor)->traits.enhancedUserInterface = true;
-    desk.model().faults.unwritable.emplace(AXAttribute::size);
+    desk.model().faults.unwritable.emplace(AttributeName::size);
     AXWindow(desk.accessibility, Desk::element(desk.window)).setFrame({0, 0, 300, 200});
     EXPECT_EQ(desk.traffic.texts(),
               (Texts{"pid", "read AXEnhancedUserInterface", "write AXEnhancedUserInterface",
@@ -294,7 +297,7 @@ TEST(SimulatedTraffic, everyAccessIsRecordedInOrder) {
     EXPECT_EQ(desk.traffic.texts(desk.window),
               (Texts{"pid", "write AXPosition", "write AXSize failed", "write AXPosition"}));
     EXPECT_EQ(desk.traffic.count(AccessKind::write), 5U);
-    EXPECT_EQ(desk.traffic.record()[3].value, AXValue(Point{0, 0}));
+    EXPECT_EQ(desk.traffic.record()[3].value, AttributeValue(Point{0, 0}));
     desk.traffic.clear();
     EXPECT_TRUE(desk.traffic.record().empty());
     EXPECT_EQ(desk.traffic.count(AccessKind::write), 0U);
@@ -302,12 +305,12 @@ TEST(SimulatedTraffic, everyAccessIsRecordedInOrder) {
 
 TEST(SimulatedTraffic, theRecordIsBoundedAndTheCountsAreNot) {
     Desk desk;
-    const AXElement window = Desk::element(desk.window);
+    const Element window = Desk::element(desk.window);
     for (std::size_t i = 0; i < SimulatedTraffic::capacity + 10; ++i) {
-        desk.accessibility.read(window, i < 10 ? AXAttribute::size : AXAttribute::role);
+        desk.accessibility.read(window, i < 10 ? AttributeName::size : AttributeName::role);
     }
     EXPECT_EQ(desk.traffic.record().size(), SimulatedTraffic::capacity);
-    EXPECT_EQ(desk.traffic.record().front().attribute, AXAttribute::role);
+    EXPECT_EQ(desk.traffic.record().front().attribute, AttributeName::role);
     EXPECT_EQ(desk.traffic.count(AccessKind::read), SimulatedTraffic::capacity + 10);
 }
 
@@ -324,7 +327,7 @@ TEST(SimulatedTraffic, somethingCanHappenBetweenTwoCalls) {
 TEST(SimulatedTraffic, anOrderMayWaitForACertainAccess) {
     Desk desk;
     AXWindow window(desk.accessibility, Desk::element(desk.window));
-    desk.traffic.before(AccessKind::write, AXAttribute::position, 2,
+    desk.traffic.before(AccessKind::write, AttributeName::position, 2,
                         [&] { desk.programs.close(desk.window); });
     window.setFrame({0, 0, 300, 200});
     EXPECT_EQ(desk.traffic.texts(desk.window),

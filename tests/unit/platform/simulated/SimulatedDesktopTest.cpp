@@ -32,13 +32,13 @@ struct Desk : SimulatedDesktop {
 TEST(SimulatedDesktop, theFrontmostApplicationOwnsTheFocusedWindow) {
     Desk desk;
     EXPECT_FALSE(desk.workspace.frontmostApplication());
-    const ApplicationID editor = desk.launch({.pid = 1, .bundleIdentifier = "editor"});
-    const ApplicationID browser = desk.launch({.pid = 2, .bundleIdentifier = "browser"});
+    const ApplicationID editor = desk.launch({.pid = 1, .applicationId = "editor"});
+    const ApplicationID browser = desk.launch({.pid = 2, .applicationId = "browser"});
     const WindowID text = desk.open(editor, Rect{0, 0, 400, 300});
     desk.open(browser, Rect{500, 0, 400, 300});
     ASSERT_TRUE(desk.workspace.frontmostApplication());
     EXPECT_EQ(desk.workspace.frontmostApplication()->pid, 2);
-    EXPECT_EQ(desk.workspace.frontmostApplication()->bundleIdentifier, "browser");
+    EXPECT_EQ(desk.workspace.frontmostApplication()->applicationId, "browser");
     desk.programs.focus(text);
     EXPECT_EQ(desk.workspace.frontmostApplication()->pid, 1);
     desk.click({700, 100});
@@ -71,7 +71,7 @@ TEST(SimulatedDesktop, theFocusGoesToTheNextWindowInSight) {
 TEST(SimulatedDesktop, onlyApplicationsWithAKnownProcessAreListed) {
     Desk desk;
     desk.launch({.pid = 7});
-    const ApplicationID stranger = desk.launch({.bundleIdentifier = "stranger"});
+    const ApplicationID stranger = desk.launch({.applicationId = "stranger"});
     desk.open(stranger, Rect{0, 0, 100, 100});
     EXPECT_EQ(desk.runningPids(), std::vector<Pid>{7});
     EXPECT_FALSE(desk.workspace.frontmostApplication());

@@ -20,7 +20,7 @@ struct Desk : SimulatedDesktop {
 private:
     ApplicationID prepare() {
         plug("main", {0, 0, 1366, 768});
-        return launch({.pid = 100, .bundleIdentifier = "editor"});
+        return launch({.pid = 100, .applicationId = "editor"});
     }
 };
 
@@ -81,7 +81,8 @@ TEST(SimulatedWindowManager, sizeIncrementsCountTheContentFromItsBase) {
 TEST(SimulatedWindowManager, aRefusedMoveFailsAtOnce) {
     Desk desk;
     desk.windowManager.policy.refusesMoves = true;
-    EXPECT_FALSE(desk.accessibility.write(desk.ax().element(), AXAttribute::position, Point{0, 0}));
+    EXPECT_FALSE(
+        desk.accessibility.write(desk.ax().element(), AttributeName::position, Point{0, 0}));
     EXPECT_EQ(desk.frame(desk.window), (Rect{100, 100, 640, 480}));
     EXPECT_EQ(desk.clock.sinceStart(), 0);
 }
@@ -89,7 +90,8 @@ TEST(SimulatedWindowManager, aRefusedMoveFailsAtOnce) {
 TEST(SimulatedWindowManager, aLateAnswerIsWaitedFor) {
     Desk desk;
     desk.windowManager.policy.latencySeconds = 0.02;
-    EXPECT_TRUE(desk.accessibility.write(desk.ax().element(), AXAttribute::position, Point{0, 0}));
+    EXPECT_TRUE(
+        desk.accessibility.write(desk.ax().element(), AttributeName::position, Point{0, 0}));
     EXPECT_EQ(desk.clock.sinceStart(), SimulatedClock::fromSeconds(0.02));
     EXPECT_EQ(desk.frame(desk.window), (Rect{0, 0, 640, 480}));
 }
@@ -98,7 +100,7 @@ TEST(SimulatedWindowManager, aWriteThatChangesNothingReturnsAtOnce) {
     Desk desk;
     desk.windowManager.policy.latencySeconds = 0.02;
     EXPECT_TRUE(
-        desk.accessibility.write(desk.ax().element(), AXAttribute::position, Point{100, 100}));
+        desk.accessibility.write(desk.ax().element(), AttributeName::position, Point{100, 100}));
     EXPECT_EQ(desk.clock.sinceStart(), 0);
 }
 
@@ -129,7 +131,8 @@ TEST(SimulatedWindowManager, aWindowMayCloseBeforeTheAnswer) {
     Desk desk;
     desk.windowManager.policy.latencySeconds = 0.1;
     desk.clock.happen(SimulatedClock::fromSeconds(0.05), [&] { desk.programs.close(desk.window); });
-    EXPECT_FALSE(desk.accessibility.write(desk.ax().element(), AXAttribute::position, Point{0, 0}));
+    EXPECT_FALSE(
+        desk.accessibility.write(desk.ax().element(), AttributeName::position, Point{0, 0}));
     EXPECT_FALSE(desk.isOpen(desk.window));
 }
 
@@ -143,31 +146,31 @@ TEST(SimulatedWindowManager, aFullScreenWindowIsNeverMoved) {
 TEST(SimulatedWindowManager, aWriteTakesAWindowOutOfItsMaximizedState) {
     Desk desk;
     desk.model().traits.isMaximized = true;
-    EXPECT_EQ(desk.accessibility.isSettable(desk.ax().element(), AXAttribute::position), false);
+    EXPECT_EQ(desk.accessibility.isSettable(desk.ax().element(), AttributeName::position), false);
     desk.ax().setFrame({0, 0, 300, 300});
     EXPECT_EQ(desk.frame(desk.window), (Rect{0, 0, 300, 300}));
-    EXPECT_EQ(desk.accessibility.isSettable(desk.ax().element(), AXAttribute::position), true);
+    EXPECT_EQ(desk.accessibility.isSettable(desk.ax().element(), AttributeName::position), true);
 }
 
 TEST(SimulatedWindowManager, keepingWindowsWholeNeedsTheSecondPositionWrite) {
     Desk desk;
     desk.windowManager.policy.keepsWindowsWhole = true;
-    const AXElement element = desk.ax().element();
-    desk.accessibility.write(element, AXAttribute::position, Point{1066, 0});
-    desk.accessibility.write(element, AXAttribute::size, Size{300, 300});
+    const Element element = desk.ax().element();
+    desk.accessibility.write(element, AttributeName::position, Point{1066, 0});
+    desk.accessibility.write(element, AttributeName::size, Size{300, 300});
     EXPECT_EQ(desk.frame(desk.window), (Rect{1366 - 640, 0, 300, 300}));
-    desk.accessibility.write(element, AXAttribute::position, Point{1066, 0});
+    desk.accessibility.write(element, AttributeName::position, Point{1066, 0});
     EXPECT_EQ(desk.frame(desk.window), (Rect{1066, 0, 300, 300}));
 }
 
 TEST(SimulatedWindowManager, assistiveAnimationGarblesAPlacingUnlessItIsSwitchedOff) {
     Desk desk;
     desk.programs.find(desk.editor)->traits.enhancedUserInterface = true;
-    const AXElement element = desk.ax().element();
+    const Element element = desk.ax().element();
     for (const auto& [attribute, value] :
-         {std::pair{AXAttribute::position, AXValue(Point{0, 0})},
-          std::pair{AXAttribute::size, AXValue(Size{300, 300})},
-          std::pair{AXAttribute::position, AXValue(Point{0, 0})}}) {
+         {std::pair{AttributeName::position, AttributeValue(Point{0, 0})},
+          std::pair{AttributeName::size, AttributeValue(Size{300, 300})},
+          std::pair{AttributeName::position, AttributeValue(Point{0, 0})}}) {
         EXPECT_TRUE(desk.accessibility.write(element, attribute, value));
     }
     desk.advance(1);

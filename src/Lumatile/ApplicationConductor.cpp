@@ -1,0 +1,319 @@
+#include "Lumatile/ApplicationConductor.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "displays/NSScreenProvider.h"
+#include "oled_protection/OLEDSettingsCodec.h"
+#include "ports/Preferences.h"
+
+namespace lumatile {
+
+namespace {
+
+OLEDSettings storedOLEDSettings(Preferences& preferences) {
+    const std::optional<Bytes> stored = preferences.bytes(OLEDSettings::preferenceKey);
+    if (!stored) {
+        return OLEDSettings::recommended;
+    }
+    return OLEDSettingsCodec::decode(*stored).value_or(OLEDSettings::recommended);
+}
+
+}  // namespace
+
+ApplicationConductor::ApplicationConductor(Platform platform)
+    : platform_(platform),
+      store_(CommandStore::fromStored(platform.preferences.bytes(CommandStore::preferenceKey))),
+      oledSettings_(storedOLEDSettings(platform.preferences)),
+      protection_(platform, blacklist_),
+      snapExecution_({platform, store_, blacklist_, protection_.jitter(), protection_.orbit(),
+                      [this]() -> const DisplayService& { return displays(); }}),
+      hotkeys_(platform.hotKeys),
+      dragToSnap_({platform, store_, protection_.jitter(), protection_.orbit(),
+                   [this]() -> const DisplayService& { return displays(); }}),
+      syncConflict_(platform.syncConflict) {
+    applyOLEDSettings();
+}
+
+ApplicationConductor::~ApplicationConductor() = default;
+
+void ApplicationConductor::createStatusMenu() {
+    if (!statusMenu_) {
+        statusMenu_ =
+            std::make_shared<StatusMenuController>(platform_.statusItem, statusMenuClosures());
+        rebuildStatusMenu();
+    }
+}
+
+void ApplicationConductor::rebuildStatusMenu() {
+    if (statusMenu_) {
+        statusMenu_->rebuild(store_.commands);
+    }
+}
+
+void ApplicationConductor::refreshStatusIcon() {
+    if (statusMenu_) {
+        statusMenu_->setProtected(isProtectionActive());
+    }
+}
+
+void ApplicationConductor::startFeatures() {
+    if (accessibilityGranted_ && !featuresRunning_) {
+        featuresRunning_ = true;
+        applyOLEDSettings();
+        registerHotkeys();
+        dragToSnap_.start();
+        protection_.start();
+    }
+    rebuildStatusMenu();
+}
+
+void ApplicationConductor::stopFeatures() {
+    featuresRunning_ = false;
+    unregisterHotkeys();
+    dragToSnap_.stop();
+    protection_.stop();
+    refreshStatusIcon();
+}
+
+void ApplicationConductor::shutdown() {
+    stopFeatures();
+    if (sync_) {
+        sync_->stop();
+    }
+}
+
+void ApplicationConductor::startPreferenceSync() {
+    if (sync_) {
+        return;
+    }
+    const auto onConductor = [this](auto operation) {
+        return [conductor = weak_from_this(), operation](const auto&... arguments) {
+            if (const auto alive = conductor.lock()) {
+                ((*alive).*operation)(arguments...);
+            }
+        };
+    };
+    sync_ = std::make_unique<SettingsSync>(
+        platform_.preferences, platform_.sharedStore,
+        [&runLoop = platform_.runLoop] { return runLoop.now(); },
+        SettingsSync::Closures{onConductor(&ApplicationConductor::reloadCommands),
+                               onConductor(&ApplicationConductor::reloadOLEDSettings),
+                               onConductor(&ApplicationConductor::presentConflict)});
+    sync_->start();
+}
+
+void ApplicationConductor::reloadCommands() {
+    const std::optional<Bytes> stored = platform_.preferences.bytes(CommandStore::preferenceKey);
+    applyCommands(CommandStore::fromStored(stored).commands);
+    // What cannot be decoded stays as it is: perhaps a newer version on another computer wrote it.
+    if (stored && CommandStore::decode(*stored)) {
+        platform_.preferences.setBytes(CommandStore::preferenceKey, store_.encode());
+    }
+}
+
+void ApplicationConductor::reloadOLEDSettings() {
+    oledSettings_ = storedOLEDSettings(platform_.preferences);
+    applyOLEDSettings();
+    showChangedSettings();
+}
+
+void ApplicationConductor::recordLocalChange() {
+    if (sync_) {
+        sync_->recordLocalChange();
+    }
+}
+
+void ApplicationConductor::presentConflict(const ConflictSummary& summary) {
+    syncConflict_.present(summary, [conductor = weak_from_this()](bool preferLocal) {
+        if (const auto alive = conductor.lock()) {
+            alive->sync_->settleConflict(preferLocal);
+        }
+    });
+}
+
+void ApplicationConductor::performCommand(const SnapCommand& command) {
+    snapExecution_.performCommand(command);
+}
+
+void ApplicationConductor::performCommandBehindUs(const SnapCommand& command) {
+    snapExecution_.performCommandBehindUs(command);
+}
+
+void ApplicationConductor::applyOLEDSettings() {
+    protection_.apply(oledSettings_, exaggerated_);
+    refreshStatusIcon();
+}
+
+void ApplicationConductor::changeOLEDSettings(const OLEDSettings& settings) {
+    if (settings == oledSettings_) {
+        return;
+    }
+    oledSettings_ = settings;
+    platform_.preferences.setBytes(OLEDSettings::preferenceKey,
+                                   OLEDSettingsCodec::encode(settings));
+    applyOLEDSettings();
+    showChangedSettings();
+    recordLocalChange();
+}
+
+void ApplicationConductor::registerHotkeys() {
+    hotkeys_.unregisterAll();
+    if (isRecordingShortcut_) {
+        return;
+    }
+    refusedShortcuts_.clear();
+    for (const SnapCommand& command : store_.hotkeyBindings()) {
+        const std::uint32_t id = hotkeys_.registerHotKey(
+            command.shortcut->carbonKeyCode, command.shortcut->carbonModifiers,
+            [conductor = weak_from_this(), command] {
+                if (const auto alive = conductor.lock()) {
+                    alive->performCommand(command);
+                }
+            });
+        if (!hotkeys_.holds(id)) {
+            refusedShortcuts_.push_back(command.id);
+        }
+    }
+    showRefusedShortcuts();
+}
+
+void ApplicationConductor::unregisterHotkeys() {
+    hotkeys_.unregisterAll();
+    refusedShortcuts_.clear();
+    showRefusedShortcuts();
+}
+
+void ApplicationConductor::showRefusedShortcuts() {
+    if (settingsVM_) {
+        settingsVM_->setRefusedShortcuts(refusedShortcuts_);
+    }
+}
+
+void ApplicationConductor::noteRecording(bool isRecording) {
+    isRecordingShortcut_ = isRecording;
+    if (isRecording) {
+        // Without a word about what is refused: that is so afterwards as it was before.
+        hotkeys_.unregisterAll();
+    } else if (featuresRunning_) {
+        registerHotkeys();
+    }
+}
+
+void ApplicationConductor::openSettings(std::optional<SettingsSection> section) {
+    if (!settingsWC_) {
+        makeSettings();
+    }
+    if (section) {
+        settingsVM_->setSection(*section);
+    }
+    settingsWC_->show();
+}
+
+void ApplicationConductor::makeSettings() {
+    settingsVM_ = std::make_shared<SettingsViewModel>(store_.commands, oledSettings_);
+    settingsVM_->setRefusedShortcuts(refusedShortcuts_);
+    const std::weak_ptr<ApplicationConductor> conductor = weak_from_this();
+    settingsVM_->onChange = [conductor](const std::vector<SnapCommand>& commands) {
+        if (const auto alive = conductor.lock()) {
+            alive->changeCommands(commands);
+        }
+    };
+    settingsVM_->onOLEDChange = [conductor](const OLEDSettings& settings) {
+        if (const auto alive = conductor.lock()) {
+            alive->changeOLEDSettings(settings);
+        }
+    };
+    settingsVM_->onRecording = [conductor](bool isRecording) {
+        if (const auto alive = conductor.lock()) {
+            alive->noteRecording(isRecording);
+        }
+    };
+    settingsWC_ = platform_.settings.make(settingsVM_);
+}
+
+void ApplicationConductor::changeCommands(const std::vector<SnapCommand>& commands) {
+    if (commands == store_.commands) {
+        return;
+    }
+    // Stored before anything else, which may fail.
+    platform_.preferences.setBytes(CommandStore::preferenceKey, CommandStore(commands).encode());
+    applyCommands(commands);
+    recordLocalChange();
+}
+
+void ApplicationConductor::applyCommands(std::vector<SnapCommand> commands) {
+    store_.commands = std::move(commands);
+    if (featuresRunning_) {
+        registerHotkeys();
+    }
+    rebuildStatusMenu();
+    showChangedSettings();
+}
+
+void ApplicationConductor::showChangedSettings() {
+    if (settingsVM_) {
+        settingsVM_->replace(store_.commands, oledSettings_);
+    }
+}
+
+void ApplicationConductor::setExaggerated(bool exaggerated) {
+    if (exaggerated != exaggerated_) {
+        exaggerated_ = exaggerated;
+        applyOLEDSettings();
+    }
+}
+
+StatusMenuController::Closures ApplicationConductor::statusMenuClosures() {
+    const auto onTarget = [this](std::function<void()> MenuTargets::*target) {
+        return [conductor = weak_from_this(), target] {
+            const auto alive = conductor.lock();
+            // A copy: what is called may set it anew.
+            if (const auto call = alive ? alive->menuTargets.*target : nullptr) {
+                call();
+            }
+        };
+    };
+    return {
+        [conductor = weak_from_this()](const SnapCommand& command) {
+            if (const auto alive = conductor.lock()) {
+                alive->performCommand(command);
+            }
+        },
+        [conductor = weak_from_this()] {
+            if (const auto alive = conductor.lock()) {
+                alive->openSettings();
+            }
+        },
+        onTarget(&MenuTargets::openAbout),
+        onTarget(&MenuTargets::checkForUpdates),
+        [conductor = weak_from_this()] {
+            const auto alive = conductor.lock();
+            if (!alive) {
+                return std::vector<std::string>();
+            }
+            const auto lines = alive->oledStatusLines();
+            return std::vector<std::string>(lines.begin(), lines.end());
+        },
+        [conductor = weak_from_this()] {
+            const auto alive = conductor.lock();
+            return alive && alive->isExaggerated();
+        },
+        [conductor = weak_from_this()](bool exaggerated) {
+            if (const auto alive = conductor.lock()) {
+                alive->setExaggerated(exaggerated);
+            }
+        },
+        onTarget(&MenuTargets::terminate),
+    };
+}
+
+const DisplayService& ApplicationConductor::displays() {
+    if (!displays_) {
+        displays_ = DisplayService{std::make_shared<NSScreenProvider>(platform_.screenList)};
+    }
+    return *displays_;
+}
+
+}  // namespace lumatile

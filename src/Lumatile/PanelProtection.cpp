@@ -1,0 +1,140 @@
+#include "Lumatile/PanelProtection.h"
+
+#include <limits>
+#include <utility>
+
+#include "blacklist/Blacklist.h"
+#include "displays/ScreenLookup.h"
+#include "oled_protection/OLEDStatus.h"
+#include "ports/InputState.h"
+#include "ports/Workspace.h"
+#include "windows/AXBridge.h"
+
+namespace lumatile {
+
+namespace {
+
+constexpr double pauseSeconds = 3;
+
+// The demonstration's are short enough to be waited for, seconds.
+constexpr double exaggeratedIdleThreshold = 15;
+constexpr double exaggeratedRamp = 2;
+constexpr double usualRamp = 5;
+
+}  // namespace
+
+PanelProtection::PanelProtection(const Platform& platform, const Blacklist& blacklist)
+    : platform_(platform), blacklist_(blacklist) {
+    orbit_.setBounds([this](const Rect& frame) { return visibleFrameAround(frame); });
+}
+
+void PanelProtection::apply(const OLEDSettings& settings, bool exaggerated) {
+    settings_ = settings;
+    exaggerated_ = exaggerated;
+    jitter_ = settings.jitterPolicy(exaggerated);
+    orbit_.setConfig(settings.orbitConfig(exaggerated));
+    orbit_.setJitter(settings.jitterEnabled ? std::optional(jitter_) : std::nullopt);
+    if (dimmer_) {
+        dimmer_->config = dimmerConfig();
+    }
+    if (oledRunning_) {
+        restartOrbitTimer();
+    }
+}
+
+void PanelProtection::start() {
+    oledRunning_ = true;
+    restartOrbitTimer();
+    if (!dimmer_) {
+        dimSurface_ = std::make_shared<ScreenDimSurface>(platform_.dimOverlays, platform_.runLoop);
+        dimSurface_->rebuild();
+        dimmer_.emplace(dimmerConfig(), dimSurface_, [&input = platform_.inputState] {
+            return input.idleSeconds().value_or(0);
+        });
+    }
+    dimTimer_ = platform_.runLoop.repeat(dimTick, [this] { dimmer_->tick(); });
+}
+
+void PanelProtection::stop() {
+    orbitTimer_.reset();
+    orbitPacer_.reset();
+    dimTimer_.reset();
+    oledRunning_ = false;
+    orbit_.stop();
+    if (dimSurface_) {
+        dimSurface_->setLevel(0);
+    }
+}
+
+std::array<std::string, 3> PanelProtection::statusLines() const {
+    const double now = platform_.runLoop.now();
+    const Offset shift = jitter_.offset(now);
+    return {OLEDStatus::pixelShiftLine(settings_.orbitEnabled, orbit_.trackedCount(),
+                                       orbit_.lastShift(), now, exaggerated_),
+            OLEDStatus::edgeJitterLine(settings_.jitterEnabled, shift.dx, shift.dy),
+            OLEDStatus::idleDimLine(settings_.idleDimEnabled, settings_.idleDimStrength,
+                                    dimmerConfig().idleThreshold)};
+}
+
+void PanelProtection::restartOrbitTimer() {
+    orbitTimer_.reset();
+    orbitPacer_.reset();
+    // Where windows are not moved there is nothing to wake up for.
+    if (movesWindows()) {
+        orbitPacer_ = freshPacer();
+        orbitTimer_ = platform_.runLoop.repeat(orbitTick, [this] { tickOrbit(); });
+    }
+}
+
+OrbitPacer PanelProtection::freshPacer() const {
+    return {settings_.orbitInterval(exaggerated_), settings_.orbitWaitForPause && !exaggerated_,
+            pauseSeconds, platform_.runLoop.now()};
+}
+
+IdleDimmer::Config PanelProtection::dimmerConfig() const {
+    return {exaggerated_ ? exaggeratedIdleThreshold : settings_.idleThreshold,
+            settings_.idleDimStrength, exaggerated_ ? exaggeratedRamp : usualRamp,
+            settings_.idleDimEnabled};
+}
+
+std::optional<Rect> PanelProtection::visibleFrameAround(const Rect& frame) const {
+    return screensOfStep_ ? visibleFrameOfScreenContaining(*screensOfStep_, frame.center())
+                          : visibleFrameOfScreenContaining(platform_.screenList, frame.center());
+}
+
+void PanelProtection::tickOrbit() {
+    const double now = platform_.runLoop.now();
+    if (orbitPacer_->isAheadOfClock(now)) {
+        orbitPacer_ = freshPacer();
+    }
+    // A tick before that asks nothing of the window system.
+    if (now < orbitPacer_->nextDue) {
+        return;
+    }
+    InputState& input = platform_.inputState;
+    const double idle = input.idleSeconds().value_or(std::numeric_limits<double>::infinity());
+    if (orbitPacer_->shouldStep(now, input.isDragButtonDown(), idle)) {
+        step(now);
+    }
+}
+
+void PanelProtection::step(double now) {
+    orbit_.sync(AXBridge(platform_.accessibility).windowsOfApplications(candidateApplications()));
+    screensOfStep_ = platform_.screenList.screens();
+    orbit_.step(now);
+    screensOfStep_.reset();
+}
+
+std::vector<Pid> PanelProtection::candidateApplications() const {
+    std::vector<Pid> pids;
+    for (const RunningApplication& application : platform_.workspace.runningApplications()) {
+        if (application.isRegular && !application.isHidden &&
+            application.pid != platform_.workspace.ownPid() &&
+            !blacklist_.contains(application.applicationId)) {
+            pids.push_back(application.pid);
+        }
+    }
+    return pids;
+}
+
+}  // namespace lumatile

@@ -1,0 +1,152 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <list>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "base/UUID.h"
+#include "commands/Shortcut.h"
+#include "commands/SnapCommand.h"
+#include "geometry/CellRect.h"
+#include "oled_protection/OLEDSettings.h"
+#include "settings_core/GridCell.h"
+#include "settings_core/SettingsSection.h"
+
+namespace lumatile {
+
+/// What the settings window shows and edits. Every edit goes through here and is told on at once;
+/// there is nothing to apply or to cancel. One for the whole run, from the first time that the
+/// window is opened.
+class SettingsViewModel {
+public:
+    /// Why a recorded shortcut was not taken.
+    struct Refusal {
+        Shortcut shortcut;
+        /// The command that has it; absent: it is a bare key.
+        std::optional<SnapCommand> holder;
+
+        bool operator==(const Refusal&) const = default;
+    };
+
+    /// The place of a new area on the landscape grid: half the screen's width and height, in its
+    /// middle.
+    static constexpr CellRect newArea{6, 3, 12, 6};
+
+    /// Called after each edit of `commands`, with all of them.
+    std::function<void(const std::vector<SnapCommand>&)> onChange;
+
+    /// Called after each edit of `oled`.
+    std::function<void(const OLEDSettings&)> onOLEDChange;
+
+    /// Called with true before a shortcut is recorded and with false afterwards.
+    std::function<void(bool)> onRecording;
+
+    SettingsViewModel(std::vector<SnapCommand> commands, const OLEDSettings& oled);
+    SettingsViewModel(const SettingsViewModel&) = delete;
+    SettingsViewModel& operator=(const SettingsViewModel&) = delete;
+    ~SettingsViewModel() = default;
+
+    /// Being told of changes; destroying it ends that. May outlive the model.
+    class Observation;
+
+    /// Calls `changed` after anything here has changed.
+    [[nodiscard]] std::unique_ptr<Observation> observe(std::function<void()> changed);
+
+    SettingsSection section() const { return section_; }
+    void setSection(SettingsSection section);
+
+    /// The command that the snap areas show; absent when there is none.
+    const std::optional<UUID>& selectedID() const { return selectedID_; }
+    const SnapCommand* selected() const;
+    void select(const std::optional<UUID>& id);
+
+    const std::vector<SnapCommand>& commands() const { return commands_; }
+    const OLEDSettings& oled() const { return oled_; }
+
+    /// The areas that the list shows under "Built-in" or under "Your Areas", in stored order.
+    std::vector<SnapCommand> areas(bool custom) const;
+
+    /// Adds an area of the user's under the next free name and selects it; nothing when the list is
+    /// as long as it may get.
+    void addCustomArea();
+
+    /// Deletes the selected area of the user's; afterwards none is selected.
+    void deleteSelected();
+
+    /// @return false, and nothing changes, for a built-in command and a name that is blank
+    bool renameSelected(std::string_view name);
+
+    /// Gives the selected command the shortcut, unless it is a bare key or another command has it.
+    void record(const Shortcut& shortcut);
+    const std::optional<Refusal>& refusal() const { return refusal_; }
+
+    /// While a shortcut is recorded, our own are not to act on it.
+    void setRecording(bool isRecording);
+
+    void removeShortcut();
+    void setShortcutEnabled(bool enabled);
+
+    /// The other command that has the shortcut of `command`. Its twin for the other screen
+    /// orientation has it rightly and does not count.
+    std::optional<SnapCommand> conflict(const SnapCommand& command) const;
+
+    /// The commands whose shortcut belongs to another program on this desktop.
+    const std::vector<UUID>& refusedShortcuts() const { return refusedShortcuts_; }
+    void setRefusedShortcuts(std::vector<UUID> commands);
+    bool isShortcutRefused(const UUID& id) const;
+
+    /// Shows the block that two cells span in place of the selected area; cells outside the grid
+    /// count as those on its edge. Nothing is edited.
+    void paint(const GridCell& from, const GridCell& to);
+
+    /// Makes the painted block the area; nothing when none is painted or it is the same.
+    void commitPaint();
+
+    /// The selected command as the grid shows it: with the painted block, while there is one.
+    std::optional<SnapCommand> painted() const;
+
+    /// The selected built-in area as it came.
+    void restoreDefaultArea();
+
+    void setOLED(const OLEDSettings& settings);
+
+    /// What another machine or another process has changed: taken over without telling it on.
+    void replace(std::vector<SnapCommand> commands, const OLEDSettings& oled);
+
+private:
+    struct Observers;
+
+    void edited();
+    SnapCommand* selectedCommand();
+    void changed();
+    void deselectGone();
+
+    SettingsSection section_ = SettingsSection::general;
+    std::optional<UUID> selectedID_;
+    std::vector<SnapCommand> commands_;
+    OLEDSettings oled_;
+    std::vector<UUID> refusedShortcuts_;
+    std::optional<Refusal> refusal_;
+    std::optional<CellRect> painted_;
+    bool isRecording_ = false;
+    std::shared_ptr<Observers> observers_;
+};
+
+class SettingsViewModel::Observation {
+public:
+    Observation() = default;
+    Observation(const Observation&) = delete;
+    Observation& operator=(const Observation&) = delete;
+    ~Observation();
+
+private:
+    friend class SettingsViewModel;
+    std::weak_ptr<Observers> observers_;
+    std::list<std::function<void()>>::iterator place_;
+};
+
+}  // namespace lumatile

@@ -1,0 +1,113 @@
+#include "Lumatile/highlight/HighlightOverlay.h"
+
+#include <QGuiApplication>
+#include <QList>
+#include <QRect>
+#include <QScreen>
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+#include "Lumatile/highlight/OverlayGeometry.h"
+#include "displays/ScreenList.h"
+#include "displays/ScreenLookup.h"
+#include "geometry/Grid.h"
+#include "ports/Translucency.h"
+
+namespace lumatile {
+
+namespace {
+
+std::vector<ToolkitScreen> toolkitScreens(const QList<QScreen*>& screens) {
+    std::vector<ToolkitScreen> result;
+    result.reserve(static_cast<std::size_t>(screens.size()));
+    for (const QScreen* screen : screens) {
+        const QRectF frame = screen->geometry();
+        result.push_back(
+            {{frame.x(), frame.y(), frame.width(), frame.height()}, screen->devicePixelRatio()});
+    }
+    return result;
+}
+
+}  // namespace
+
+HighlightOverlay::HighlightOverlay(ScreenList& screens, Translucency& translucency,
+                                   RunLoop& runLoop)
+    : screens_(screens),
+      translucency_(translucency),
+      fade_(
+          runLoop, [this](double alpha) { setAlpha(alpha); }, [this] { releaseWindow(); }) {
+    // A window that the window manager does not know of: any other one would sink below full-screen
+    // windows, stay on its virtual desktop, or swallow the click that drops.
+    window_.setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                           Qt::WindowTransparentForInput | Qt::WindowDoesNotAcceptFocus |
+                           Qt::X11BypassWindowManagerHint | Qt::NoDropShadowWindowHint);
+    window_.setAttribute(Qt::WA_TranslucentBackground);
+    window_.setAttribute(Qt::WA_ShowWithoutActivating);
+    // For those who look at the windows of a session.
+    window_.setWindowTitle(QStringLiteral("Lumatile highlight"));
+    window_.setWindowOpacity(0);
+}
+
+void HighlightOverlay::makeWindow() {
+    // Compositors give what accompanies a drag neither shadow nor animation. Only a window that
+    // exists takes this attribute.
+    window_.winId();
+    window_.setAttribute(Qt::WA_X11NetWmWindowTypeDND);
+}
+
+void HighlightOverlay::releaseWindow() {
+    window_.hide();
+    window_.release();
+}
+
+void HighlightOverlay::setAlpha(double alpha) {
+    window_.setWindowOpacity(alpha);
+    // The toolkit leaves the opacity lying until it has something else to send; a pixel will do.
+    view_.update(0, 0, 1, 1);
+}
+
+Size HighlightOverlay::cellPitch(const Rect& frame) {
+    const Rect visible = visibleFrameOfScreenContaining(screens_, frame.center()).value_or(frame);
+    return Grid::cellSize(visible, orientationOf(visible));
+}
+
+void HighlightOverlay::show(const Rect& frame) {
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    const std::vector<ToolkitScreen> known = toolkitScreens(screens);
+    const std::optional<OverlayPlace> place = overlayPlace(frame, known);
+    if (!place) {
+        hide();
+        return;
+    }
+    const double scale = known[place->screen].scale;
+    const Size pitch = cellPitch(frame);
+    view_.cellPitch = {pitch.width / scale, pitch.height / scale};
+    view_.place = {place->panel.x, place->panel.y, place->panel.width, place->panel.height};
+    view_.isSolid = !translucency_.isAvailable();
+
+    const QRect geometry =
+        QRectF(place->window.x, place->window.y, place->window.width, place->window.height)
+            .toRect();
+    if (!window_.isVisible()) {
+        makeWindow();
+    }
+    window_.setScreen(screens[static_cast<qsizetype>(place->screen)]);
+    window_.setGeometry(geometry);
+    view_.setGeometry(QRect({}, geometry.size()));
+    if (view_.isSolid) {
+        window_.setMask(view_.shape());
+    } else {
+        window_.clearMask();
+    }
+    view_.update();
+    window_.show();
+    // Windows that came since then may lie above.
+    window_.raise();
+    fade_.fadeIn();
+}
+
+void HighlightOverlay::hide() { fade_.fadeOut(); }
+
+}  // namespace lumatile

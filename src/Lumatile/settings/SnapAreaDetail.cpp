@@ -1,0 +1,223 @@
+#include "Lumatile/settings/SnapAreaDetail.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include "Lumatile/settings/GridEditorView.h"
+#include "Lumatile/settings/SettingsTexts.h"
+#include "Lumatile/settings/ShortcutRecorderView.h"
+#include "Lumatile/settings/SnapAreaList.h"
+#include "Lumatile/widgets/AppFonts.h"
+#include "Lumatile/widgets/SymbolIcon.h"
+#include "Lumatile/widgets/ToggleSwitch.h"
+#include "Lumatile/widgets/ViewText.h"
+#include "Lumatile/widgets/WidgetColors.h"
+
+namespace lumatile {
+
+namespace {
+
+constexpr double titlePoints = 17;
+constexpr double captionPoints = 12;
+constexpr int warningIcon = 16;
+
+// Of the room that is left over; whoever else wants some gets none before the grid has enough.
+constexpr int gridShare = 1000;
+
+QHBoxLayout* rowOf(QWidget* row) {
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(8);
+    return layout;
+}
+
+}  // namespace
+
+SnapAreaDetail::SnapAreaDetail(std::shared_ptr<SettingsViewModel> model, KeyCodes& keys,
+                               QWidget* parent)
+    : QWidget(parent),
+      model_(std::move(model)),
+      empty_(new QLabel(viewText(SettingsTexts::selectAnArea))),
+      content_(new QWidget),
+      title_(new QLabel),
+      nameRow_(new QWidget),
+      name_(new QLineEdit),
+      grid_(new GridEditorView),
+      caption_(new QLabel),
+      restore_(new QPushButton(viewText(SettingsTexts::restoreDefaultArea))),
+      delete_(new QPushButton(viewText(SettingsTexts::deleteArea))) {
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    empty_->setAlignment(Qt::AlignCenter);
+    empty_->setProperty("tone", QStringLiteral("secondary"));
+    whole->addWidget(empty_, 1);
+    whole->addWidget(content_, 1);
+
+    auto* layout = new QVBoxLayout(content_);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(12);
+    title_->setFont(AppFonts::text(titlePoints, QFont::DemiBold));
+    title_->setTextFormat(Qt::PlainText);
+    layout->addWidget(title_);
+
+    QHBoxLayout* nameRow = rowOf(nameRow_);
+    auto* nameLabel = new QLabel(viewText(SettingsTexts::name));
+    nameLabel->setBuddy(name_);
+    name_->setPlaceholderText(viewText(SettingsTexts::namePlaceholder));
+    name_->setAccessibleName(viewText(SettingsTexts::name));
+    nameRow->addWidget(nameLabel);
+    nameRow->addWidget(name_, 1);
+    layout->addWidget(nameRow_);
+    layout->addWidget(makeShortcutRow(keys));
+    layout->addWidget(makeWarning());
+    layout->addWidget(grid_, gridShare);
+    caption_->setWordWrap(true);
+    caption_->setFont(AppFonts::text(captionPoints));
+    caption_->setProperty("tone", QStringLiteral("secondary"));
+    layout->addWidget(caption_);
+    auto* actionRow = new QHBoxLayout;
+    delete_->setProperty("tone", QStringLiteral("destructive"));
+    actionRow->addWidget(restore_);
+    actionRow->addWidget(delete_);
+    actionRow->addStretch(1);
+    layout->addLayout(actionRow);
+    layout->addStretch(1);
+
+    // One length for the labels of the rows, so that their fields begin below one another.
+    nameLabel->setMinimumWidth(
+        nameLabel->fontMetrics().horizontalAdvance(viewText(SettingsTexts::shortcut)));
+
+    connect(name_, &QLineEdit::editingFinished, this, [this] { commitName(); });
+    connect(restore_, &QPushButton::clicked, this, [this] { model_->restoreDefaultArea(); });
+    connect(delete_, &QPushButton::clicked, this, [this] { model_->deleteSelected(); });
+    grid_->onPaint = [this](std::int64_t startColumn, std::int64_t startRow, std::int64_t column,
+                            std::int64_t row) {
+        model_->paint({startColumn, startRow}, {column, row});
+    };
+    grid_->onCommit = [this] { model_->commitPaint(); };
+    observation_ = model_->observe([this] { refresh(); });
+    refresh();
+}
+
+QWidget* SnapAreaDetail::makeShortcutRow(KeyCodes& keys) {
+    auto* row = new QWidget;
+    QHBoxLayout* layout = rowOf(row);
+    auto* label = new QLabel(viewText(SettingsTexts::shortcut));
+    recorder_ = new RecorderField(keys);
+    recorder_->setAccessibleName(viewText(SettingsTexts::shortcut));
+    record_ = new QPushButton(viewText(SettingsTexts::record));
+    isOn_ = new ToggleSwitch;
+    isOn_->setAccessibleName(viewText(SettingsTexts::shortcutOn));
+    isOn_->setToolTip(viewText(SettingsTexts::shortcutOn));
+    remove_ = new QPushButton(viewText(SettingsTexts::removeShortcut));
+    label->setBuddy(record_);
+    layout->addWidget(label);
+    layout->addWidget(recorder_);
+    layout->addWidget(record_);
+    layout->addWidget(isOn_);
+    layout->addStretch(1);
+    layout->addWidget(remove_);
+
+    connect(record_, &QPushButton::clicked, this,
+            [this] { recorder_->setFocus(Qt::OtherFocusReason); });
+    connect(isOn_, &QCheckBox::toggled, this,
+            [this](bool checked) { model_->setShortcutEnabled(checked); });
+    connect(remove_, &QPushButton::clicked, this, [this] { model_->removeShortcut(); });
+    recorder_->onRecording = [this](bool isRecording) { model_->setRecording(isRecording); };
+    recorder_->onRecord = [this](const Shortcut& shortcut) {
+        model_->record(shortcut);
+        record_->setFocus(Qt::OtherFocusReason);
+    };
+    return row;
+}
+
+QWidget* SnapAreaDetail::makeWarning() {
+    warning_ = new QWidget;
+    QHBoxLayout* layout = rowOf(warning_);
+    auto* icon = new QLabel;
+    icon->setPixmap(SymbolIcon::pixmap("exclamationmark.triangle", WidgetColors::warning(),
+                                       warningIcon, devicePixelRatioF()));
+    warningText_ = new QLabel;
+    warningText_->setWordWrap(true);
+    warningText_->setTextFormat(Qt::PlainText);
+    warningText_->setProperty("tone", QStringLiteral("warning"));
+    layout->addWidget(icon);
+    layout->addWidget(warningText_, 1);
+    return warning_;
+}
+
+void SnapAreaDetail::hideEvent(QHideEvent* event) {
+    // The toolkit does not call it finished when the whole window goes.
+    commitName();
+    QWidget::hideEvent(event);
+}
+
+void SnapAreaDetail::commitName() {
+    const SnapCommand* selected = model_->selected();
+    if (selected == nullptr || !name_->isModified()) {
+        return;
+    }
+    name_->setModified(false);
+    if (!model_->renameSelected(name_->text().toStdString())) {
+        name_->setText(QString::fromStdString(selected->displayName()));
+    }
+}
+
+void SnapAreaDetail::refresh() {
+    const std::optional<SnapCommand> command = model_->painted();
+    empty_->setVisible(!command);
+    content_->setVisible(command.has_value());
+    grid_->setCommand(command);
+    if (!command) {
+        shown_.reset();
+        return;
+    }
+    const bool isCustom = command->isCustom();
+    title_->setText(QString::fromStdString(listedName(*command)));
+    nameRow_->setVisible(isCustom);
+    // What is being typed stays; it is committed when the field is left.
+    if (isCustom && (shown_ != command->id || !name_->isModified())) {
+        const QSignalBlocker quiet(name_);
+        const QString text = QString::fromStdString(command->displayName());
+        if (name_->text() != text) {
+            name_->setText(text);
+        }
+        name_->setModified(false);
+    }
+    shown_ = command->id;
+    refreshShortcut(*command);
+    caption_->setText(
+        viewText(isCustom ? SettingsTexts::dragForCustom : SettingsTexts::dragForBuiltIn));
+    restore_->setVisible(!isCustom);
+    delete_->setVisible(isCustom);
+}
+
+void SnapAreaDetail::refreshShortcut(const SnapCommand& command) {
+    recorder_->setCurrent(command.shortcut);
+    isOn_->setVisible(command.shortcut.has_value());
+    remove_->setVisible(command.shortcut.has_value());
+    isOn_->showState(command.shortcut && command.shortcut->enabled);
+
+    QString text;
+    const std::optional<SettingsViewModel::Refusal>& refusal = model_->refusal();
+    const std::optional<SnapCommand> holder = model_->conflict(command);
+    if (refusal && refusal->holder) {
+        text = QString::fromStdString(SettingsTexts::alreadyUsedBy(refusal->holder->displayName()));
+    } else if (refusal) {
+        text = viewText(SettingsTexts::bareKey);
+    } else if (holder) {
+        text = QString::fromStdString(SettingsTexts::alreadyUsedBy(holder->displayName()));
+    } else if (model_->isShortcutRefused(command.id)) {
+        text = viewText(SettingsTexts::refusedHere);
+    }
+    // The reader comes to the button again when recording is over, and reads it out.
+    record_->setAccessibleDescription(text);
+    warning_->setVisible(!text.isEmpty());
+    warningText_->setText(text);
+}
+
+}  // namespace lumatile

@@ -1,0 +1,220 @@
+#include "platform/freedesktop/bus/ControlObject.h"
+
+#include <gio/gio.h>
+
+#include <algorithm>
+#include <array>
+
+#include "platform/freedesktop/bus/ControlInterface.h"
+#include "platform/freedesktop/bus/DisplayToken.h"
+#include "platform/freedesktop/glib/GLibHandles.h"
+#include "ports/Controlled.h"
+
+namespace lumatile {
+
+namespace {
+
+struct NodeRelease {
+    void operator()(GDBusNodeInfo* node) const { g_dbus_node_info_unref(node); }
+};
+
+/// A request that has arrived; its arguments are of the types that the description says. Answered
+/// once.
+struct Request {
+    Controlled& controlled;
+    GVariant* arguments;
+    GDBusMethodInvocation* invocation;
+    GCancellable* cancellable;  ///< Cancelled when nobody is to be answered any more.
+
+    std::string text() const {
+        const char* value = nullptr;
+        g_variant_get_child(arguments, 0, "&s", &value);
+        return value;
+    }
+    bool boolean(gsize index) const {
+        gboolean value = FALSE;
+        g_variant_get_child(arguments, index, "b", &value);
+        return value != FALSE;
+    }
+
+    void answer(GVariant* value = nullptr) const {
+        g_dbus_method_invocation_return_value(invocation, value);
+    }
+    void answerIf(bool found, const char* errorName, const char* error) const {
+        if (found) {
+            answer();
+        } else {
+            g_dbus_method_invocation_return_dbus_error(invocation, errorName, error);
+        }
+    }
+};
+
+void listCommands(const Request& request) {
+    GVariantBuilder rows;
+    g_variant_builder_init(&rows, G_VARIANT_TYPE("a(sss)"));
+    for (const Controlled::Command& command : request.controlled.commands()) {
+        g_variant_builder_add(&rows, "(sss)", command.id.c_str(), command.key.c_str(),
+                              command.name.c_str());
+    }
+    request.answer(g_variant_new("(a(sss))", &rows));
+}
+
+void runCommand(const Request& request) {
+    request.answerIf(request.controlled.run(request.text()), ControlInterface::unknownCommand,
+                     "there is no such command");
+}
+
+void openSettings(const Request& request) {
+    request.answerIf(request.controlled.openSettings(request.text()),
+                     ControlInterface::unknownSection, "there is no such section");
+}
+
+void statusLines(const Request& request) {
+    GVariantBuilder lines;
+    g_variant_builder_init(&lines, G_VARIANT_TYPE_STRING_ARRAY);
+    for (const std::string& line : request.controlled.statusLines()) {
+        g_variant_builder_add(&lines, "s", line.c_str());
+    }
+    request.answer(g_variant_new("(as)", &lines));
+}
+
+void listProtections(const Request& request) {
+    GVariantBuilder rows;
+    g_variant_builder_init(&rows, G_VARIANT_TYPE("a(sb)"));
+    for (const auto& [name, protection] : ControlInterface::protections) {
+        g_variant_builder_add(&rows, "(sb)", std::string(name).c_str(),
+                              request.controlled.isOn(protection) ? TRUE : FALSE);
+    }
+    request.answer(g_variant_new("(a(sb))", &rows));
+}
+
+void setProtection(const Request& request) {
+    const std::string name = request.text();
+    const auto* const found =
+        std::find_if(ControlInterface::protections.begin(), ControlInterface::protections.end(),
+                     [&](const auto& each) { return each.name == name; });
+    const bool isKnown = found != ControlInterface::protections.end();
+    if (isKnown) {
+        request.controlled.setOn(found->protection, request.boolean(1));
+    }
+    request.answerIf(isKnown, ControlInterface::unknownProtection, "there is no such protection");
+}
+
+void isExaggerated(const Request& request) {
+    request.answer(g_variant_new("(b)", request.controlled.isExaggerated() ? TRUE : FALSE));
+}
+
+void setExaggerated(const Request& request) {
+    request.controlled.setExaggerated(request.boolean(0));
+    request.answer();
+}
+
+void quit(const Request& request) {
+    request.answer();
+    // Once the program has begun to end, an answer that has not been written yet is lost.
+    g_dbus_connection_flush(
+        g_dbus_method_invocation_get_connection(request.invocation), request.cancellable,
+        [](GObject* connection, GAsyncResult* result, gpointer controlled) {
+            GError* error = nullptr;
+            g_dbus_connection_flush_finish(G_DBUS_CONNECTION(connection), result, &error);
+            const GErrorHandle failure(error);
+            if (!failure || g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED) == FALSE) {
+                static_cast<Controlled*>(controlled)->quit();
+            }
+        },
+        &request.controlled);
+}
+
+struct Verb {
+    std::string_view name;
+    void (*carryOut)(const Request&);
+};
+
+constexpr std::array<Verb, 9> verbs{{{"ListCommands", listCommands},
+                                     {"RunCommand", runCommand},
+                                     {"OpenSettings", openSettings},
+                                     {"StatusLines", statusLines},
+                                     {"ListProtections", listProtections},
+                                     {"SetProtection", setProtection},
+                                     {"IsExaggerated", isExaggerated},
+                                     {"SetExaggerated", setExaggerated},
+                                     {"Quit", quit}}};
+
+}  // namespace
+
+struct ControlObject::State {
+    std::string name;
+    Controlled& controlled;
+    GObjectHandle<GCancellable> cancellable;
+    GObjectHandle<GDBusConnection> connection;
+    guint object = 0;
+
+    // The bus has checked name, interface and types against the description already.
+    static void called(GDBusConnection* /*connection*/, const char* /*sender*/,
+                       const char* /*path*/, const char* /*interface*/, const char* method,
+                       GVariant* arguments, GDBusMethodInvocation* invocation, gpointer self) {
+        const auto* const verb = std::find_if(
+            verbs.begin(), verbs.end(), [&](const Verb& each) { return each.name == method; });
+        if (verb == verbs.end()) {
+            g_dbus_method_invocation_return_dbus_error(
+                invocation, "org.freedesktop.DBus.Error.UnknownMethod", method);
+            return;
+        }
+        const auto* const state = static_cast<State*>(self);
+        verb->carryOut({state->controlled, arguments, invocation, state->cancellable.get()});
+    }
+
+    static void connected(GObject* /*source*/, GAsyncResult* result, gpointer self) {
+        GError* error = nullptr;
+        GDBusConnection* const connection =
+            g_dbus_connection_new_for_address_finish(result, &error);
+        const GErrorHandle failure(error);
+        // Without a bus; or there is no state any more, which is why it was cancelled.
+        if (connection == nullptr) {
+            return;
+        }
+        static_cast<State*>(self)->serve(connection);
+    }
+
+    void serve(GDBusConnection* made) {
+        connection.reset(made);
+        g_dbus_connection_set_exit_on_close(made, FALSE);
+        const std::unique_ptr<GDBusNodeInfo, NodeRelease> node(
+            g_dbus_node_info_new_for_xml(ControlInterface::description, nullptr));
+        static const GDBusInterfaceVTable table{called, nullptr, nullptr, {}};
+        // Before the name, so that nobody finds the one without the other.
+        object = g_dbus_connection_register_object(
+            made, ControlInterface::path, node->interfaces[0], &table, this, nullptr, nullptr);
+        constexpr guint32 doNotQueue = 4;
+        constexpr int usualPatience = -1;
+        g_dbus_connection_call(made, "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                               "org.freedesktop.DBus", "RequestName",
+                               g_variant_new("(su)", name.c_str(), doNotQueue), nullptr,
+                               G_DBUS_CALL_FLAGS_NONE, usualPatience, nullptr, nullptr, nullptr);
+    }
+};
+
+ControlObject::ControlObject(const std::string& address, std::string_view display,
+                             Controlled& controlled)
+    : state_(std::make_unique<State>(
+          State{std::string(ControlInterface::busNamePrefix) + displayToken(display), controlled,
+                GObjectHandle<GCancellable>(g_cancellable_new()), nullptr, 0})) {
+    if (address.empty()) {
+        return;
+    }
+    constexpr auto flags =
+        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+    g_dbus_connection_new_for_address(address.c_str(), flags, nullptr, state_->cancellable.get(),
+                                      State::connected, state_.get());
+}
+
+ControlObject::~ControlObject() {
+    g_cancellable_cancel(state_->cancellable.get());
+    if (state_->connection) {
+        g_dbus_connection_unregister_object(state_->connection.get(), state_->object);
+        g_dbus_connection_close(state_->connection.get(), nullptr, nullptr, nullptr);
+    }
+}
+
+}  // namespace lumatile

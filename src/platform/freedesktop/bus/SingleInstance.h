@@ -1,0 +1,36 @@
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+#include "platform/freedesktop/bus/InstanceClaim.h"
+#include "platform/freedesktop/bus/RuntimeFolderInstance.h"
+#include "platform/freedesktop/bus/SessionBusInstance.h"
+
+namespace lumatile {
+
+/// Sees to it that a desktop has one program of this kind: two would fight for shortcuts and
+/// windows. Starting it again opens the settings of the one that runs.
+class SingleInstance {
+public:
+    /// @param display the desktop, as in $DISPLAY
+    /// @param openSettings runs on the run loop when the program is started again
+    SingleInstance(std::string_view display, const std::function<void()>& openSettings);
+
+    /// Needs the toolkit's application object.
+    /// @return `first` also where programs could not find one another
+    InstanceClaim claim();
+
+    /// To be watched by the run loop; -1 where nothing comes this way.
+    int fileDescriptor() const { return folder_.fileDescriptor(); }
+
+    /// To be called when the descriptor is readable.
+    void dispatch();
+
+private:
+    std::function<void()> openSettings_;
+    SessionBusInstance bus_;
+    RuntimeFolderInstance folder_;
+};
+
+}  // namespace lumatile

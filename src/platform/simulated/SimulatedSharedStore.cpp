@@ -1,0 +1,172 @@
+#include "platform/simulated/SimulatedSharedStore.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/simulated/SimulatedSharedFolder.h"
+
+namespace lumatile {
+
+namespace {
+
+using Condition = SharedStoreStatus::Condition;
+
+constexpr int changedByAnother = 0;
+constexpr int firstContact = 1;
+constexpr int noRoom = 2;
+constexpr int otherLocation = 3;
+
+bool isTooLarge(const SharedSet& set) {
+    return std::any_of(set.begin(), set.end(), [](const auto& entry) {
+        return entry.second.size() > SharedStore::largestValue;
+    });
+}
+
+}  // namespace
+
+/// Keeps what is to be called.
+class SimulatedSharedStore::Watch final : public SharedStoreWatch {
+public:
+    explicit Watch(std::shared_ptr<const Observer> changed) : changed_(std::move(changed)) {}
+
+private:
+    std::shared_ptr<const Observer> changed_;
+};
+
+SimulatedSharedStore::SimulatedSharedStore(SimulatedSharedFolder& sharedFolder,
+                                           std::optional<std::string> location, bool isFirstContact)
+    : sharedFolder_(sharedFolder), location_(std::move(location)), isFirstContact_(isFirstContact) {
+    status_.location = location_.value_or("");
+    status_.condition = location_ ? Condition::notReachable : Condition::noLocation;
+}
+
+void SimulatedSharedStore::set(const std::optional<Bytes>& value, std::string_view key) {
+    if (!location_) {
+        return;
+    }
+    replica_.set(value, key);
+    if (!std::exchange(sendsSoon_, true)) {
+        sharedFolder_.runLoop_.post([this] {
+            if (sendsSoon_) {
+                send();
+            }
+        });
+    }
+}
+
+void SimulatedSharedStore::send() {
+    sendsSoon_ = false;
+    if (!location_ || !replica_.unsent()) {
+        return;
+    }
+    if (isTooLarge(*replica_.unsent())) {
+        replica_.dropUnsent();
+        note(Condition::tooLarge);
+        tell(noRoom);
+    } else if (isFull_) {
+        note(Condition::notWritable);
+        tell(noRoom);
+    } else if (isInContact() && hasBeenRead()) {
+        note(Condition::sending);
+        sharedFolder_.send(*this);
+    }
+}
+
+void SimulatedSharedStore::arrive(const SharedSet& set, bool isTold) {
+    const bool wasRead = hasBeenRead();
+    const bool isNews = replica_.found(set);
+    note(Condition::current);
+    if (replica_.unsent()) {
+        send();
+    }
+    if (!isTold) {
+        return;
+    }
+    if (!wasRead) {
+        tell(std::exchange(isFirstContact_, false) ? std::optional(firstContact) : std::nullopt);
+    } else if (isNews) {
+        tell(changedByAnother);
+    }
+}
+
+void SimulatedSharedStore::setLocation(const std::optional<std::string>& location) {
+    if (location == location_) {
+        return;
+    }
+    location_ = location;
+    replica_ = {};
+    isFirstContact_ = true;
+    isDamaged_ = false;
+    status_ = {};
+    status_.location = location_.value_or("");
+    status_.condition = location_ ? Condition::notReachable : Condition::noLocation;
+    tell(otherLocation);
+    sharedFolder_.read(*this);
+}
+
+void SimulatedSharedStore::startAnew() {
+    if (!location_ || !std::exchange(isDamaged_, false)) {
+        return;
+    }
+    sharedFolder_.places_.erase(*location_);
+    arrive({}, false);
+    tell(firstContact);
+}
+
+std::unique_ptr<SharedStoreWatch> SimulatedSharedStore::observe(
+    std::function<void(const SharedStoreChange&)> changed) {
+    const auto kept = std::make_shared<const Observer>(std::move(changed));
+    observers_.push_back(kept);
+    return std::make_unique<Watch>(kept);
+}
+
+void SimulatedSharedStore::setOnline(bool online) {
+    isOnline_ = online;
+    sharedFolder_.read(*this);
+}
+
+void SimulatedSharedStore::setFull(bool full) {
+    isFull_ = full;
+    send();
+}
+
+void SimulatedSharedStore::setDamaged(bool damaged) {
+    isDamaged_ = damaged;
+    if (damaged) {
+        note(Condition::damaged);
+    }
+    sharedFolder_.read(*this);
+}
+
+void SimulatedSharedStore::restart() {
+    replica_ = {};
+    observers_.clear();
+    status_ = {};
+    status_.location = location_.value_or("");
+    status_.condition = location_ ? Condition::notReachable : Condition::noLocation;
+    sharedFolder_.read(*this);
+}
+
+void SimulatedSharedStore::tell(std::optional<int> reasonCode) {
+    std::erase_if(observers_, [](const auto& observer) { return observer.expired(); });
+    for (const auto& observer : observers_) {
+        sharedFolder_.runLoop_.post([observer, reasonCode] {
+            if (const auto changed = observer.lock()) {
+                (*changed)({reasonCode});
+            }
+        });
+    }
+}
+
+void SimulatedSharedStore::note(Condition condition) {
+    const bool isOther = status_.condition != condition;
+    status_.condition = condition;
+    if (condition == Condition::current) {
+        status_.lastSynced = sharedFolder_.clock_.wallSeconds();
+    }
+    if (isOther) {
+        tell(std::nullopt);
+    }
+}
+
+}  // namespace lumatile

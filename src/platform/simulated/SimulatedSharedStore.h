@@ -1,0 +1,76 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ports/SharedStore.h"
+#include "preference_sync/SharedSetReplica.h"
+
+namespace lumatile {
+
+class SimulatedSharedFolder;
+
+/// One computer's shared store, and what can happen to its connection.
+class SimulatedSharedStore final : public SharedStore {
+public:
+    /// Made by `SimulatedSharedFolder::join`.
+    SimulatedSharedStore(SimulatedSharedFolder& sharedFolder, std::optional<std::string> location,
+                         bool isFirstContact);
+
+    std::optional<Bytes> data(std::string_view key) override { return replica_.data(key); }
+    void set(const std::optional<Bytes>& value, std::string_view key) override;
+    void synchronize() override { send(); }
+    bool hasBeenRead() override { return replica_.hasBeenRead(); }
+    SharedStoreStatus status() override { return status_; }
+    void setLocation(const std::optional<std::string>& location) override;
+    void startAnew() override;
+    [[nodiscard]] std::unique_ptr<SharedStoreWatch> observe(
+        std::function<void(const SharedStoreChange&)> changed) override;
+
+    /// Cuts the computer off, or lets it read what lies at the location again.
+    void setOnline(bool online);
+
+    /// From now on the location takes nothing from this computer, or takes it again.
+    void setFull(bool full);
+
+    /// What lies at the location cannot be read from here, or can again.
+    void setDamaged(bool damaged);
+
+    /// The program on this computer ends and is started anew: what was not sent is lost, and nobody
+    /// observes any more. The location is known by now.
+    void restart();
+
+    const std::optional<std::string>& location() const { return location_; }
+    const SharedSetReplica& replica() const { return replica_; }
+
+    /// Tells of a change as a store does, whatever has happened.
+    void tell(std::optional<int> reasonCode);
+
+private:
+    friend class SimulatedSharedFolder;
+
+    class Watch;
+    using Observer = std::function<void(const SharedStoreChange&)>;
+
+    bool isInContact() const { return location_ && isOnline_ && !isDamaged_; }
+    void send();
+    void arrive(const SharedSet& set, bool isTold);
+    void note(SharedStoreStatus::Condition condition);
+
+    SimulatedSharedFolder& sharedFolder_;
+    std::optional<std::string> location_;
+    SharedSetReplica replica_;
+    SharedStoreStatus status_;
+    std::vector<std::weak_ptr<const Observer>> observers_;
+    bool isFirstContact_;
+    bool isOnline_ = true;
+    bool isFull_ = false;
+    bool isDamaged_ = false;
+    bool sendsSoon_ = false;
+};
+
+}  // namespace lumatile

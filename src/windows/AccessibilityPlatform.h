@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "geometry/Point.h"
+#include "windows/AttributeValue.h"
+#include "windows/Element.h"
+#include "windows/TrustObstacle.h"
+
+namespace lumatile {
+
+/// A process id as the desktop reports it.
+using Pid = std::int64_t;
+
+/// Port: other programs' windows, as named attributes of elements (names in `AttributeName`).
+/// Nothing here throws; whatever cannot be had is absent or false. A read that follows a write sees
+/// that write. A write returns when the desktop has answered it or the element's time-out is over.
+class AccessibilityPlatform {
+public:
+    virtual ~AccessibilityPlatform() = default;
+
+    /// Whether this session lets the process control windows.
+    /// @param prompt show the desktop's own request for permission where it has one
+    virtual bool isTrusted(bool prompt) = 0;
+
+    /// Whether the desktop's own request for permission can be seen; false also when that cannot be
+    /// told.
+    virtual bool isPermissionPromptOnScreen() = 0;
+
+    /// What is in the way of the trust; to be asked only while there is none.
+    virtual TrustObstacle trustObstacle() = 0;
+
+    /// The element that knows what has the focus ("AXFocusedApplication").
+    virtual Element systemWideElement() = 0;
+
+    /// The element of an application. Made without asking: it exists for every `pid`, and its
+    /// attributes are absent where there is no such application.
+    virtual Element applicationElement(Pid pid) = 0;
+
+    /// The innermost element at `point` of the accessibility space.
+    virtual std::optional<Element> elementAtPoint(const Point& point) = 0;
+
+    virtual std::optional<AttributeValue> read(const Element& element,
+                                               std::string_view attribute) = 0;
+
+    /// @return false when the attribute was not written
+    virtual bool write(const Element& element, std::string_view attribute,
+                       const AttributeValue& value) = 0;
+
+    /// Whether a background mover may write the attribute; absent when that cannot be told.
+    virtual std::optional<bool> isSettable(const Element& element, std::string_view attribute) = 0;
+
+    /// The process that owns the element; absent when unknown or gone.
+    virtual std::optional<Pid> pid(const Element& element) = 0;
+
+    /// Bounds every later wait for the element and, for an application, for its windows.
+    /// @param seconds longest wait; adapters cap it at 0.25 s
+    virtual void setMessagingTimeout(const Element& element, double seconds) = 0;
+};
+
+}  // namespace lumatile

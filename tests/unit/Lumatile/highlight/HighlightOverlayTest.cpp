@@ -1,0 +1,164 @@
+#include "Lumatile/highlight/HighlightOverlay.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "platform/simulated/SimulatedClock.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+#include "platform/simulated/SimulatedScreens.h"
+#include "ports/Translucency.h"
+
+namespace lumatile {
+namespace {
+
+class SwitchedTranslucency final : public Translucency {
+public:
+    bool isAvailable() override { return available; }
+
+    bool available = true;
+};
+
+/// The toolkit has one screen of 800 × 800 here; the screens of the desk are the port's.
+class HighlightOverlayTest : public testing::Test {
+protected:
+    HighlightOverlayTest() {
+        desk_.plug("main", {0, 0, 1920, 1080});
+        desk_.plug("tall", {1920, 0, 1080, 1920});
+        desk_.addPanel("main", ScreenEdge::bottom, 60);
+    }
+
+    bool isVisible() const { return overlay_.window().isVisible(); }
+    const Size& pitch() const { return overlay_.view().cellPitch; }
+
+    SimulatedClock clock_;
+    SimulatedRunLoop runLoop_{clock_};
+    SimulatedScreens desk_;
+    SwitchedTranslucency translucency_;
+    HighlightOverlay overlay_{desk_, translucency_, runLoop_};
+};
+
+TEST_F(HighlightOverlayTest, aCellIsOfTheVisibleFrameOfTheMidpointsScreen) {
+    overlay_.show({0, 0, 960, 1020});
+    EXPECT_EQ(pitch(), (Size{80, 85})) << "24 by 12 of 1920 by 1020";
+    overlay_.show({1920, 960, 1080, 960});
+    EXPECT_EQ(pitch(), (Size{90, 80})) << "12 by 24 of 1080 by 1920, not of the frame";
+}
+
+TEST_F(HighlightOverlayTest, amongOverlappingScreensTheFirstCounts) {
+    desk_.plug("mirror", {0, 0, 1200, 600});
+    overlay_.show({0, 0, 400, 400});
+    EXPECT_EQ(pitch(), (Size{80, 85}));
+}
+
+TEST_F(HighlightOverlayTest, aMidpointOnAPanelStillHasItsScreen) {
+    overlay_.show({0, 1040, 100, 30});
+    EXPECT_EQ(pitch(), (Size{80, 85}));
+}
+
+TEST_F(HighlightOverlayTest, withoutAScreenACellIsOfTheFrameItself) {
+    overlay_.show({-500, -500, 240, 360});
+    EXPECT_EQ(pitch(), (Size{20, 15})) << "portrait";
+    overlay_.show({-500, -500, 360, 240});
+    EXPECT_EQ(pitch(), (Size{15, 20})) << "landscape";
+    overlay_.show({-500, -500, 240, 240});
+    EXPECT_EQ(pitch(), (Size{10, 20})) << "square counts as landscape";
+}
+
+TEST_F(HighlightOverlayTest, liesWhereTheFrameIs) {
+    overlay_.show({100, 50, 320, 240});
+    EXPECT_EQ(overlay_.window().geometry(), QRect(100, 50, 320, 240));
+    EXPECT_EQ(overlay_.view().geometry(), QRect(0, 0, 320, 240));
+    EXPECT_TRUE(overlay_.view().isVisible());
+}
+
+TEST_F(HighlightOverlayTest, fadesInAndOut) {
+    EXPECT_FALSE(isVisible());
+    overlay_.show({100, 50, 320, 240});
+    EXPECT_TRUE(isVisible());
+    EXPECT_EQ(overlay_.window().windowOpacity(), 0);
+    runLoop_.advance(0.06);
+    EXPECT_NEAR(overlay_.window().windowOpacity(), 0.5, 0.01);
+    runLoop_.advance(0.061);
+    EXPECT_EQ(overlay_.window().windowOpacity(), 1);
+    overlay_.hide();
+    runLoop_.advance(0.06);
+    EXPECT_NEAR(overlay_.window().windowOpacity(), 0.5, 0.01);
+    EXPECT_TRUE(isVisible());
+    runLoop_.advance(0.061);
+    EXPECT_FALSE(isVisible());
+}
+
+TEST_F(HighlightOverlayTest, hidingDuringTheFadeInEndsHidden) {
+    overlay_.show({100, 50, 320, 240});
+    runLoop_.advance(0.04);
+    overlay_.hide();
+    runLoop_.advance(0.121);
+    EXPECT_FALSE(isVisible());
+    EXPECT_EQ(runLoop_.timerCount(), 0U);
+}
+
+TEST_F(HighlightOverlayTest, showingDuringTheFadeOutComesBackElsewhere) {
+    overlay_.show({100, 50, 320, 240});
+    runLoop_.advance(1);
+    overlay_.hide();
+    runLoop_.advance(0.09);
+    overlay_.show({10, 20, 300, 200});
+    EXPECT_NEAR(overlay_.window().windowOpacity(), 0.25, 0.01);
+    EXPECT_EQ(overlay_.window().geometry(), QRect(10, 20, 300, 200));
+    runLoop_.advance(1);
+    EXPECT_TRUE(isVisible());
+    EXPECT_EQ(overlay_.window().windowOpacity(), 1);
+}
+
+TEST_F(HighlightOverlayTest, anotherFrameMovesItWithoutHidingOrFading) {
+    overlay_.show({100, 50, 320, 240});
+    runLoop_.advance(1);
+    overlay_.show({10, 20, 300, 200});
+    EXPECT_TRUE(isVisible());
+    EXPECT_EQ(overlay_.window().windowOpacity(), 1);
+    EXPECT_EQ(overlay_.view().size(), QSize(300, 200));
+    EXPECT_EQ(runLoop_.timerCount(), 0U);
+}
+
+TEST_F(HighlightOverlayTest, hidingWhatIsNotShownDoesNothing) {
+    overlay_.hide();
+    EXPECT_EQ(runLoop_.timerCount(), 0U);
+    EXPECT_FALSE(isVisible());
+}
+
+TEST_F(HighlightOverlayTest, aFrameThatNoWindowCouldHaveHidesWhatIsShown) {
+    overlay_.show({100, 50, std::nan(""), 240});
+    EXPECT_FALSE(isVisible());
+    overlay_.show({100, 50, 320, 240});
+    overlay_.show({0, 0, 1e9, 1e9});
+    runLoop_.advance(1);
+    EXPECT_FALSE(isVisible());
+}
+
+TEST_F(HighlightOverlayTest, takesAShapeOnlyWhereNothingIsTranslucent) {
+    overlay_.show({100, 50, 320, 240});
+    EXPECT_TRUE(overlay_.window().mask().isEmpty());
+    EXPECT_FALSE(overlay_.view().isSolid);
+    // The compositor goes, and comes back.
+    translucency_.available = false;
+    overlay_.show({10, 20, 300, 200});
+    EXPECT_TRUE(overlay_.view().isSolid);
+    EXPECT_EQ(overlay_.window().mask(), overlay_.view().shape());
+    translucency_.available = true;
+    overlay_.show({100, 50, 320, 240});
+    EXPECT_TRUE(overlay_.window().mask().isEmpty());
+    EXPECT_FALSE(overlay_.view().isSolid);
+}
+
+TEST_F(HighlightOverlayTest, neverTakesFocusOrMouse) {
+    const Qt::WindowFlags flags = overlay_.window().windowFlags();
+    EXPECT_TRUE(flags.testFlag(Qt::WindowTransparentForInput));
+    EXPECT_TRUE(flags.testFlag(Qt::WindowDoesNotAcceptFocus));
+    EXPECT_TRUE(flags.testFlag(Qt::X11BypassWindowManagerHint));
+    EXPECT_TRUE(flags.testFlag(Qt::FramelessWindowHint));
+    EXPECT_TRUE(overlay_.window().testAttribute(Qt::WA_ShowWithoutActivating));
+}
+
+}  // namespace
+}  // namespace lumatile

@@ -1,0 +1,134 @@
+// The settings window as it looks, drawn without any screen. The pictures are kept for whoever
+// wants to see them.
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QFontInfo>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QWidget>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "Lumatile/settings/AboutPanel.h"
+#include "Lumatile/settings/NoticeWindow.h"
+#include "Lumatile/widgets/ViewText.h"
+#include "tests/unit/Lumatile/settings/SettingsStage.h"
+
+namespace lumatile {
+namespace {
+
+class SettingsPictures : public testing::Test {
+protected:
+    void save(const char* name) { save(stage_.window(), name); }
+
+    static void save(QWidget& window, const char* name) {
+        QApplication::processEvents();
+        const QPixmap picture = window.grab();
+        ASSERT_FALSE(picture.isNull());
+        ASSERT_TRUE(QDir().mkpath(QStringLiteral(LUMATILE_PICTURES)));
+        ASSERT_TRUE(picture.save(QStringLiteral(LUMATILE_PICTURES "/%1.png").arg(name)));
+    }
+
+    SettingsStage stage_;
+};
+
+TEST_F(SettingsPictures, everySection) {
+    stage_.show();
+    stage_.window().resize(920, 600);
+    for (const SettingsSection section : settingsSections) {
+        stage_.model().setSection(section);
+        if (section == SettingsSection::commands) {
+            save("settings-commands-none");
+            stage_.model().select(stage_.model().commands().front().id);
+        }
+        save(("settings-" + std::string(rawValue(section))).c_str());
+    }
+    stage_.model().setSection(SettingsSection::commands);
+    stage_.model().addCustomArea();
+    stage_.model().record({53, 0, true});
+    save("settings-custom-area");
+}
+
+TEST_F(SettingsPictures, whatOpensFromThem) {
+    stage_.show();
+    stage_.window().resize(920, 600);
+    QKeyEvent alt(QEvent::KeyPress, Qt::Key_Alt, Qt::AltModifier);
+    QApplication::sendEvent(&stage_.window(), &alt);
+    save("settings-letters");
+    auto* menu = stage_.window().findChild<QMenu*>();
+    ASSERT_NE(menu, nullptr);
+    menu->popup({0, 0});
+    save(*menu, "settings-run-menu");
+    menu->close();
+    for (QPushButton* button : stage_.window().findChildren<QPushButton*>()) {
+        if (button->text().contains(QLatin1String("urn It Off"))) {
+            button->click();
+        }
+    }
+    auto* question = stage_.window().findChild<QMessageBox*>();
+    ASSERT_NE(question, nullptr);
+    save(*question, "settings-tiling-question");
+    question->close();
+    stage_.model().setSection(SettingsSection::oled);
+    auto* choices = stage_.window().findChild<QComboBox*>();
+    ASSERT_NE(choices, nullptr);
+    choices->showPopup();
+    save(*choices->view()->window(), "settings-choices");
+    choices->hidePopup();
+
+    NoticeWindow notices;
+    notices.show({"Lumatile 2.0 is available", "You have version 1.2.3.", "Show Updates"}, [] {});
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && window->inherits("QDialog")) {
+            save(*window, "notice");
+        }
+    }
+    AboutPanel about("1.2.3", [](std::string_view text) { return viewText(text); }, {});
+    about.show();
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && window->windowTitle() == QLatin1String("About Lumatile")) {
+            save(*window, "about");
+        }
+    }
+}
+
+/// Light letters on a dark ground, whatever the desktop's own colours are.
+TEST_F(SettingsPictures, everythingThatOpensIsDark) {
+    stage_.show();
+    for (QPushButton* button : stage_.window().findChildren<QPushButton*>()) {
+        if (button->text().contains(QLatin1String("urn It Off"))) {
+            button->click();
+        }
+    }
+    auto* question = stage_.window().findChild<QMessageBox*>();
+    auto* menu = stage_.window().findChild<QMenu*>();
+    ASSERT_NE(question, nullptr);
+    ASSERT_NE(menu, nullptr);
+    emit menu->aboutToShow();
+    auto* choices = stage_.window().findChild<QComboBox*>();
+    ASSERT_NE(choices, nullptr);
+    choices->showPopup();
+    // The last choice of the first box leads to a folder.
+    emit choices->activated(choices->count() - 1);
+    auto* folders = stage_.window().findChild<QFileDialog*>();
+    ASSERT_NE(folders, nullptr);
+    save(*folders, "settings-folder");
+    for (QWidget* window : {static_cast<QWidget*>(question), static_cast<QWidget*>(menu),
+                            choices->view()->window(), static_cast<QWidget*>(folders)}) {
+        QApplication::processEvents();
+        const QImage picture = window->grab().toImage();
+        EXPECT_LT(picture.pixelColor(picture.width() / 2, 3).lightness(), 80);
+        EXPECT_EQ(QFontInfo(window->font()).family(), "Hanken Grotesk");
+    }
+}
+
+}  // namespace
+}  // namespace lumatile
