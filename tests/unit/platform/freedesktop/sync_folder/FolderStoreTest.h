@@ -139,6 +139,8 @@ protected:
     StoringComputer computer;
 };
 
+using FolderCloudStoreTest = FolderStoreTest;
+
 /// For its lifetime this process has the rights of a user who owns nothing. Without effect for
 /// others than the superuser, who have no rights to give up.
 class NobodysRights {
