@@ -11,8 +11,8 @@
 #include <string>
 #include <utility>
 
+#include "Lumatile/SyncStatusText.h"
 #include "Lumatile/settings/SettingsTexts.h"
-#include "Lumatile/settings/SyncStatusText.h"
 #include "Lumatile/widgets/AppFonts.h"
 #include "Lumatile/widgets/ChoiceBox.h"
 #include "Lumatile/widgets/WidgetStyle.h"

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "Lumatile/settings/SettingsTexts.h"
-#include "Lumatile/settings/SyncStatusText.h"
+#include "Lumatile/SyncStatusText.h"
 #include "commands/BuiltInCommands.h"
 #include "onboarding/HostDesktop.h"
 #include "onboarding/TipTexts.h"

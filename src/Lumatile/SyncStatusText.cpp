@@ -1,4 +1,4 @@
-#include "Lumatile/settings/SyncStatusText.h"
+#include "Lumatile/SyncStatusText.h"
 
 namespace lumatile::SyncStatusText {
 
