@@ -12,7 +12,7 @@
 #include "tests/desktop/highlight/Picture.h"
 #include "tests/desktop/support/Compositor.h"
 #include "tests/desktop/support/TestDesktop.h"
-#include "tests/unit/Lumatile/highlight/HighlightReference.h"
+#include "tests/support/HighlightReference.h"
 
 namespace lumatile::desktop {
 namespace {

@@ -30,7 +30,7 @@
 #include "platform/x11/X11WindowMirror.h"
 #include "platform/x11/X11Workspace.h"
 #include "ports/Platform.h"
-#include "tests/desktop/shifting/OtherProgramsWorkspace.h"
+#include "tests/desktop/support/OtherProgramsWorkspace.h"
 #include "tests/desktop/support/TestDesktop.h"
 
 namespace lumatile::desktop {

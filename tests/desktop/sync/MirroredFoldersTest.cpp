@@ -5,8 +5,10 @@
 
 #include "Lumatile/SettingsSync.h"
 #include "platform/freedesktop/glib/GLibHandles.h"
+#include "platform/freedesktop/sync_folder/SyncFolderVisit.h"
 #include "tests/desktop/sync/MirroredFolders.h"
-#include "tests/unit/platform/freedesktop/sync_folder/FolderStoreTest.h"
+#include "tests/support/StoringComputer.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace lumatile {
 namespace {
@@ -39,7 +41,7 @@ public:
     std::vector<Bytes> everything() const {
         std::vector<Bytes> found;
         for (const auto& entry : fs::recursive_directory_iterator(folder_)) {
-            const auto set = SharedSetCodec::parse(contents(entry.path()));
+            const auto set = SharedSetCodec::parse(readFile(entry.path()));
             if (entry.is_regular_file() && set && set->contains("commands")) {
                 found.push_back(set->at("commands"));
             }
@@ -48,7 +50,7 @@ public:
     }
 
     Bytes shared() const {
-        const auto set = SharedSetCodec::parse(contents(folder_ / SyncFolderVisit::fileName));
+        const auto set = SharedSetCodec::parse(readFile(folder_ / SyncFolderVisit::fileName));
         return set && set->contains("commands") ? set->at("commands") : "";
     }
 
@@ -69,7 +71,7 @@ TEST(MirroredFolders, settingsFollowAndCollisionsEndWithTheLatestOnBothSides) {
             state += "side " + std::to_string(side) + " has:\n";
             for (const auto& entry : fs::recursive_directory_iterator(folders.path(side))) {
                 state += entry.path().string() + "\n";
-                const auto set = SharedSetCodec::parse(contents(entry.path()));
+                const auto set = SharedSetCodec::parse(readFile(entry.path()));
                 if (set && set->contains("commands")) {
                     state += "  " + set->at("commands") + "\n";
                 }

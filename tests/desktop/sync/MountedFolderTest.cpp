@@ -7,8 +7,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/freedesktop/sync_folder/SyncFolderVisit.h"
 #include "tests/desktop/support/ChildProcess.h"
-#include "tests/unit/platform/freedesktop/sync_folder/FolderStoreTest.h"
+#include "tests/support/StoringComputer.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace lumatile {
 namespace {
@@ -52,7 +54,7 @@ protected:
         computer.start(place);
         computer.change(5, "[before]");
         computer.settle();
-        ASSERT_EQ(contents(disc / SyncFolderVisit::fileName), textOf(5, "[before]"));
+        ASSERT_EQ(readFile(disc / SyncFolderVisit::fileName), textOf(5, "[before]"));
 
         // No event tells of this one; the folder that was below the mount is there all the time.
         detach();
@@ -65,7 +67,7 @@ protected:
 
         attach();
         ASSERT_TRUE(runUntil([&] { return computer.condition() == Condition::current; }));
-        EXPECT_EQ(contents(disc / SyncFolderVisit::fileName), textOf(6, "[meanwhile]"));
+        EXPECT_EQ(readFile(disc / SyncFolderVisit::fileName), textOf(6, "[meanwhile]"));
 
         // What another computer did to the disc in the meantime is read as well.
         detach();
@@ -90,14 +92,14 @@ TEST_F(MountedFolder, mayBeUnmountedAndMountedAgain) {
     }
     const fs::path output = folder / "output";
     if (runWithOwnMounts({"true"}, output).status != 0) {
-        GTEST_SKIP() << "mounting is not allowed here: " << contents(output);
+        GTEST_SKIP() << "mounting is not allowed here: " << readFile(output);
     }
     const auto exit =
         runWithOwnMounts({fs::read_symlink("/proc/self/exe").string(),
                           "--gtest_filter=MountedFolder.mayBeUnmountedAndMountedAgain"},
                          output);
-    EXPECT_EQ(exit.status, 0) << contents(output);
-    EXPECT_THAT(contents(output), HasSubstr("[  PASSED  ] 1 test."));
+    EXPECT_EQ(exit.status, 0) << readFile(output);
+    EXPECT_THAT(readFile(output), HasSubstr("[  PASSED  ] 1 test."));
 }
 
 }  // namespace

@@ -12,7 +12,8 @@
 #include "tests/desktop/support/LumatileProcess.h"
 #include "tests/desktop/support/TestDesktop.h"
 #include "tests/desktop/sync/MirroredFolders.h"
-#include "tests/unit/platform/freedesktop/sync_folder/FolderStoreTest.h"
+#include "tests/support/StoringComputer.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -41,7 +42,7 @@ public:
         return run(words);
     }
 
-    std::string stored() const { return contents(program_->settingsFile()); }
+    std::string stored() const { return readFile(program_->settingsFile()); }
     LumatileProcess& program() { return *program_; }
 
 private:

@@ -9,8 +9,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "tests/support/FileSizeLimit.h"
 #include "tests/support/TemporaryFolder.h"
-#include "tests/unit/base/FileSizeLimit.h"
 
 namespace lumatile {
 namespace {

@@ -8,8 +8,8 @@
 #include "commands/CommandFileError.h"
 #include "commands/CommandStore.h"
 #include "commands/SnapCommandCodec.h"
+#include "tests/support/FileSizeLimit.h"
 #include "tests/support/TemporaryFolder.h"
-#include "tests/unit/base/FileSizeLimit.h"
 
 namespace lumatile {
 namespace {

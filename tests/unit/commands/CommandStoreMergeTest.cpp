@@ -8,7 +8,7 @@
 #include "commands/BuiltInCommands.h"
 #include "commands/CommandStore.h"
 #include "commands/SnapCommandCodec.h"
-#include "tests/unit/commands/SnapCommandArbitrary.h"
+#include "tests/support/SnapCommandArbitrary.h"
 
 namespace lumatile {
 namespace {

@@ -11,7 +11,7 @@
 
 #include "commands/BuiltInCommands.h"
 #include "commands/SnapCommandCodec.h"
-#include "tests/unit/commands/SnapCommandArbitrary.h"
+#include "tests/support/SnapCommandArbitrary.h"
 
 namespace lumatile {
 namespace {

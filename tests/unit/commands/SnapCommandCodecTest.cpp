@@ -11,7 +11,7 @@
 
 #include "base/BoundedJSON.h"
 #include "commands/BuiltInCommands.h"
-#include "tests/unit/commands/SnapCommandArbitrary.h"
+#include "tests/support/SnapCommandArbitrary.h"
 
 namespace lumatile {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "geometry/GridSize.h"
 #include "geometry/Orientation.h"
-#include "tests/unit/geometry/Arbitrary.h"
+#include "tests/support/Arbitrary.h"
 
 namespace lumatile {
 namespace {

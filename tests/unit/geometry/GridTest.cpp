@@ -9,7 +9,7 @@
 #include <rapidcheck/gtest.h>
 
 #include "geometry/GridSize.h"
-#include "tests/unit/geometry/Arbitrary.h"
+#include "tests/support/Arbitrary.h"
 
 namespace lumatile {
 namespace {

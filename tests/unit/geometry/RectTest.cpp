@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "tests/unit/geometry/Arbitrary.h"
+#include "tests/support/Arbitrary.h"
 
 namespace lumatile {
 namespace {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "commands/BuiltInCommands.h"
-#include "tests/unit/commands/SnapCommandArbitrary.h"
+#include "tests/support/SnapCommandArbitrary.h"
 
 namespace lumatile {
 namespace {

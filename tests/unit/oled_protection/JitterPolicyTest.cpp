@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "tests/unit/geometry/Arbitrary.h"
+#include "tests/support/Arbitrary.h"
 #include "tests/unit/oled_protection/JitterClock.h"
 
 namespace lumatile {

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/unit/Lumatile/highlight/HighlightReference.h"
+#include "tests/support/HighlightReference.h"
 
 namespace lumatile {
 namespace {

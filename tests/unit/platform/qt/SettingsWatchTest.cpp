@@ -4,7 +4,6 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
-#include <QTemporaryDir>
 #include <QTimer>
 
 #include <array>
@@ -14,6 +13,7 @@
 #include <string>
 
 #include "platform/qt/QSettingsPreferences.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace lumatile {
 namespace {
@@ -25,7 +25,7 @@ public:
 
 class SettingsWatchTest : public testing::Test {
 protected:
-    std::string path() const { return folder_.filePath("lumatile/lumatile.conf").toStdString(); }
+    std::string path() const { return (folder_ / "lumatile/lumatile.conf").string(); }
 
     QSettingsPreferences preferences() { return {log_, path()}; }
 
@@ -52,7 +52,7 @@ private:
     std::string name_ = "test";
     std::array<char*, 2> arguments_{name_.data(), nullptr};
     QCoreApplication application_{argumentCount_, arguments_.data()};
-    QTemporaryDir folder_;
+    TemporaryFolder folder_;
     SilentLog log_;
 };
 

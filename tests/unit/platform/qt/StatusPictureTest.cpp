@@ -8,13 +8,14 @@
 #include <QImage>
 #include <QPixmap>
 #include <QProcess>
-#include <QTemporaryDir>
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <set>
 #include <utility>
+
+#include "tests/support/TemporaryFolder.h"
 
 namespace lumatile {
 namespace {
@@ -90,11 +91,12 @@ TEST(StatusPicture, aMissingPictureIsNone) {
 }
 
 TEST(StatusPicture, isNamedOnlyWhereTheNameIsInstalled) {
-    const QTemporaryDir folder;
-    qputenv("XDG_DATA_HOME", folder.path().toLocal8Bit());
-    qputenv("XDG_DATA_DIRS", folder.path().toLocal8Bit());
+    const TemporaryFolder folder;
+    qputenv("XDG_DATA_HOME", folder.path().c_str());
+    qputenv("XDG_DATA_DIRS", folder.path().c_str());
     EXPECT_EQ(statusPicture(active).name(), "");
-    const QString icons = folder.filePath("icons/hicolor/symbolic/status");
+    const QString icons =
+        QString::fromStdString((folder / "icons/hicolor/symbolic/status").string());
     ASSERT_TRUE(QDir().mkpath(icons));
     for (const char* name : {"lumatile-symbolic", "lumatile-paused-symbolic"}) {
         ASSERT_TRUE(QFile::copy(":/status/MenuBarIcon-16.svg", icons + "/" + name + ".svg"));
@@ -126,16 +128,16 @@ protected:
         QProcess install;
         install.start(QStringLiteral("cmake"),
                       {QStringLiteral("--install"), QStringLiteral(LUMATILE_BUILD),
-                       QStringLiteral("--prefix"), prefix_.path(), QStringLiteral("--component"),
-                       QStringLiteral("pictures")});
+                       QStringLiteral("--prefix"), QString::fromStdString(prefix_.path().string()),
+                       QStringLiteral("--component"), QStringLiteral("pictures")});
         EXPECT_TRUE(install.waitForFinished());
         EXPECT_EQ(install.exitCode(), 0) << install.readAllStandardError().toStdString();
-        QIcon::setThemeSearchPaths(
-            {prefix_.filePath("share/icons"), QStringLiteral("/usr/share/icons")});
+        QIcon::setThemeSearchPaths({QString::fromStdString((prefix_ / "share/icons").string()),
+                                    QStringLiteral("/usr/share/icons")});
         QIcon::setThemeName(QStringLiteral("hicolor"));
     }
 
-    QTemporaryDir prefix_;
+    TemporaryFolder prefix_;
 };
 
 TEST_F(InstalledPictures, areFoundInTheTheme) {

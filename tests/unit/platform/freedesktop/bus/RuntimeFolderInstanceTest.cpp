@@ -13,6 +13,8 @@
 #include <string>
 #include <string_view>
 
+#include "tests/support/TemporaryFolder.h"
+
 namespace lumatile {
 namespace {
 
@@ -24,20 +26,13 @@ bool isReadable(int descriptor) {
 /// A run-time folder that the environment names for as long as the test runs.
 class RuntimeFolderInstanceTest : public testing::Test {
 protected:
-    RuntimeFolderInstanceTest() {
-        std::string name = (std::filesystem::temp_directory_path() / "lumatile-XXXXXX").string();
-        folder_ = mkdtemp(name.data());
-        setenv("XDG_RUNTIME_DIR", folder_.c_str(), 1);
-    }
-    void TearDown() override {
-        unsetenv("XDG_RUNTIME_DIR");
-        std::filesystem::remove_all(folder_);
-    }
+    RuntimeFolderInstanceTest() { setenv("XDG_RUNTIME_DIR", folder_.path().c_str(), 1); }
+    void TearDown() override { unsetenv("XDG_RUNTIME_DIR"); }
 
     void send(const std::string& text) const {
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
-        const std::string path = folder_ + "/lumatile-display_3a7.socket";
+        const std::string path = (folder_ / "lumatile-display_3a7.socket").string();
         std::copy(path.begin(), path.end(), std::begin(address.sun_path));
         const int descriptor = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
         EXPECT_EQ(sendto(descriptor, text.data(), text.size(), 0,
@@ -46,7 +41,7 @@ protected:
         close(descriptor);
     }
 
-    std::string folder_;
+    TemporaryFolder folder_;
 };
 
 TEST_F(RuntimeFolderInstanceTest, theSecondAsksTheFirst) {
@@ -83,7 +78,7 @@ TEST_F(RuntimeFolderInstanceTest, aSocketThatAKilledProgramLeftIsNoHindrance) {
     std::optional<RuntimeFolderInstance> first;
     first.emplace(":7");
     ASSERT_EQ(first->claim(), InstanceClaim::first);
-    const std::string socketPath = folder_ + "/lumatile-display_3a7.socket";
+    const std::string socketPath = (folder_ / "lumatile-display_3a7.socket").string();
     std::filesystem::rename(socketPath, socketPath + ".kept");
     first.reset();
     std::filesystem::rename(socketPath + ".kept", socketPath);
@@ -97,7 +92,7 @@ TEST_F(RuntimeFolderInstanceTest, aSocketThatAKilledProgramLeftIsNoHindrance) {
 TEST_F(RuntimeFolderInstanceTest, anotherThatHoldsTheLockAndDoesNotListenIsUnreachable) {
     RuntimeFolderInstance first(":7");
     ASSERT_EQ(first.claim(), InstanceClaim::first);
-    std::filesystem::remove(folder_ + "/lumatile-display_3a7.socket");
+    std::filesystem::remove(folder_ / "lumatile-display_3a7.socket");
     RuntimeFolderInstance second(":7");
     EXPECT_EQ(second.claim(), InstanceClaim::unreachable);
 }
@@ -118,10 +113,10 @@ TEST_F(RuntimeFolderInstanceTest, otherWordsAreIgnored) {
 TEST_F(RuntimeFolderInstanceTest, withoutAFolderThereIsNoPlaceToMeet) {
     unsetenv("XDG_RUNTIME_DIR");
     EXPECT_EQ(RuntimeFolderInstance(":7").claim(), InstanceClaim::unavailable);
-    setenv("XDG_RUNTIME_DIR", (folder_ + "/missing").c_str(), 1);
+    setenv("XDG_RUNTIME_DIR", (folder_ / "missing").c_str(), 1);
     EXPECT_EQ(RuntimeFolderInstance(":7").claim(), InstanceClaim::unavailable);
-    setenv("XDG_RUNTIME_DIR", (folder_ + "/" + std::string(200, 'x')).c_str(), 1);
-    std::filesystem::create_directory(folder_ + "/" + std::string(200, 'x'));
+    setenv("XDG_RUNTIME_DIR", (folder_ / std::string(200, 'x')).c_str(), 1);
+    std::filesystem::create_directory(folder_ / std::string(200, 'x'));
     EXPECT_EQ(RuntimeFolderInstance(":7").claim(), InstanceClaim::unavailable);
 }
 

@@ -12,8 +12,8 @@
 #include <optional>
 #include <string>
 
+#include "tests/support/FileSizeLimit.h"
 #include "tests/support/TemporaryFolder.h"
-#include "tests/unit/base/FileSizeLimit.h"
 
 namespace lumatile {
 namespace {

@@ -13,6 +13,8 @@
 #include <iterator>
 #include <string>
 
+#include "tests/support/TemporaryFolder.h"
+
 namespace lumatile {
 namespace {
 
@@ -33,12 +35,7 @@ public:
     }
     Manager(const Manager&) = delete;
     Manager& operator=(const Manager&) = delete;
-    ~Manager() {
-        close(descriptor_);
-        if (name_.front() == '/') {
-            unlink(name_.c_str());
-        }
-    }
+    ~Manager() { close(descriptor_); }
 
     /// The next message, or "none".
     std::string next() const {
@@ -60,13 +57,15 @@ class ServiceNotifierTest : public testing::Test {
 protected:
     void TearDown() override { unsetenv("NOTIFY_SOCKET"); }
 
+    /// Of an abstract socket: those are shared by all that runs on the machine.
     static std::string unusedName(const std::string& start) {
         return start + "lumatile-notify-" + std::to_string(getpid());
     }
 };
 
 TEST_F(ServiceNotifierTest, tellsASocketInTheFileSystem) {
-    const std::string name = unusedName(std::filesystem::temp_directory_path().string() + "/");
+    const TemporaryFolder folder;
+    const std::string name = (folder / "notify").string();
     const Manager manager(name);
     setenv("NOTIFY_SOCKET", name.c_str(), 1);
     const ServiceNotifier notifier;

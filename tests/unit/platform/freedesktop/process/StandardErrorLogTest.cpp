@@ -12,6 +12,8 @@
 #include <functional>
 #include <string>
 
+#include "tests/support/TemporaryFolder.h"
+
 namespace lumatile {
 namespace {
 
@@ -97,22 +99,20 @@ TEST(StandardErrorLog, leavesReadableTextAsItIs) {
 }
 
 TEST(StandardErrorLog, aClosedStandardErrorStaysNobodys) {
+    const TemporaryFolder folder;
+    const std::filesystem::path path = folder / "opened next";
     struct stat opened {};
     struct stat standardError {};
     {
         const OtherStandardError closed(-1);
         StandardErrorLog log;
         // What is opened next, the server's connection for one, must not be what the log writes to.
-        const std::string name =
-            (std::filesystem::temp_directory_path() / "lumatile-log-XXXXXX").string();
-        std::string path = name;
-        const int file = mkstemp(path.data());
+        const int file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
         EXPECT_NE(file, STDERR_FILENO);
         log.write("Type", "lost");
         EXPECT_EQ(fstat(file, &opened), 0);
         EXPECT_EQ(fstat(STDERR_FILENO, &standardError), 0);
         close(file);
-        unlink(path.c_str());
     }
     EXPECT_EQ(opened.st_size, 0);
     EXPECT_TRUE(S_ISCHR(standardError.st_mode));

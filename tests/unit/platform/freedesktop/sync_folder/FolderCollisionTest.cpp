@@ -21,7 +21,7 @@ protected:
         std::vector<std::string> texts;
         for (const auto& entry : fs::recursive_directory_iterator(folder.path())) {
             if (entry.is_regular_file()) {
-                texts.push_back(contents(entry.path()));
+                texts.push_back(readFile(entry.path()));
             }
         }
         return texts;
@@ -48,11 +48,11 @@ TEST_F(FolderCollisionTest, aNewerCopyBecomesTheFileAndNothingIsLost) {
     computer.settle();
     EXPECT_THAT(computer.told, ElementsAre(0));
     EXPECT_EQ(computer.store->data("commands"), "[copy]");
-    EXPECT_EQ(contents(file), textOf(7, "[copy]"));
+    EXPECT_EQ(readFile(file), textOf(7, "[copy]"));
     EXPECT_THAT(folder.names(), ElementsAre(SyncFolderVisit::asideName, SyncFolderVisit::fileName));
     EXPECT_THAT(asideNames(),
                 ElementsAre("lumatile-settings.from-5000.json", copy.filename().string()));
-    EXPECT_EQ(contents(aside / "lumatile-settings.from-5000.json"), textOf(5, "[main]"));
+    EXPECT_EQ(readFile(aside / "lumatile-settings.from-5000.json"), textOf(5, "[main]"));
     EXPECT_EQ(computer.store->status().copiesPutAside, 2U);
     EXPECT_THAT(computer.log.lines(), ElementsAre(HasSubstr("put into")));
 }
@@ -66,12 +66,12 @@ TEST_F(FolderCollisionTest, aCollisionIsSettledWhenTheFileHasRested) {
     replaceFile(file, textOf(5, "[main]"));
     computer.settle();
     EXPECT_THAT(folder.names(), ElementsAre(SyncFolderVisit::fileName, copy.filename().string()));
-    EXPECT_EQ(contents(file), textOf(5, "[main]"));
+    EXPECT_EQ(readFile(file), textOf(5, "[main]"));
     // What was kept back is done by the next one that may, also after a new start.
     computer.pace.restMilliseconds = 0;
     computer.start();
     computer.settle();
-    EXPECT_EQ(contents(file), textOf(7, "[copy]"));
+    EXPECT_EQ(readFile(file), textOf(7, "[copy]"));
     EXPECT_EQ(computer.store->status().copiesPutAside, 2U);
 }
 
@@ -84,7 +84,7 @@ TEST_F(FolderCollisionTest, anOlderCopyIsPutAsideAndChangesNothing) {
         replaceFile(copy, textOf(time, "[copy]"));
         computer.settle();
         EXPECT_THAT(computer.told, IsEmpty());
-        EXPECT_EQ(contents(file), textOf(5, "[main]"));
+        EXPECT_EQ(readFile(file), textOf(5, "[main]"));
         EXPECT_EQ(computer.store->data("commands"), "[main]");
         EXPECT_FALSE(fs::exists(copy));
         fs::remove_all(aside);
@@ -105,7 +105,7 @@ TEST_F(FolderCollisionTest, aCopyThatWasPutAsideDoesNotComeBack) {
     computer.settle();
     computer.start();
     computer.settle();
-    EXPECT_EQ(contents(file), textOf(6, "[later]"));
+    EXPECT_EQ(readFile(file), textOf(6, "[later]"));
     EXPECT_EQ(computer.store->data("commands"), "[later]");
 }
 
@@ -129,11 +129,11 @@ TEST_F(FolderCollisionTest, aCopyThatIsStillArrivingIsLeftUntilItIsWhole) {
     const std::string text = textOf(7, "[copy]");
     replaceFile(copy, text.substr(0, 50));
     computer.settle();
-    EXPECT_EQ(contents(copy), text.substr(0, 50));
-    EXPECT_EQ(contents(file), textOf(5, "[main]"));
+    EXPECT_EQ(readFile(copy), text.substr(0, 50));
+    EXPECT_EQ(readFile(file), textOf(5, "[main]"));
     replaceFile(copy, text);
     computer.settle();
-    EXPECT_EQ(contents(file), text);
+    EXPECT_EQ(readFile(file), text);
 }
 
 TEST_F(FolderCollisionTest, aNewerCopyTakesTheDamagedFilesPlace) {
@@ -143,20 +143,20 @@ TEST_F(FolderCollisionTest, aNewerCopyTakesTheDamagedFilesPlace) {
     replaceFile(file, "damaged");
     replaceFile(copy, textOf(4, "[older]"));
     computer.settle();
-    EXPECT_EQ(contents(file), "damaged");
+    EXPECT_EQ(readFile(file), "damaged");
     EXPECT_EQ(computer.store->data("commands"), "[main]");
     replaceFile(copy, textOf(7, "[newer]"));
     computer.settle();
-    EXPECT_EQ(contents(file), textOf(7, "[newer]"));
+    EXPECT_EQ(readFile(file), textOf(7, "[newer]"));
     EXPECT_EQ(computer.store->data("commands"), "[newer]");
-    EXPECT_EQ(contents(aside / "lumatile-settings.damaged.json"), "damaged");
+    EXPECT_EQ(readFile(aside / "lumatile-settings.damaged.json"), "damaged");
 }
 
 TEST_F(FolderCollisionTest, aCopyAloneIsTheSettings) {
     replaceFile(copy, textOf(7, "[copy]"));
     computer.start(folder.path());
     EXPECT_EQ(computer.store->data("commands"), "[copy]");
-    EXPECT_EQ(contents(file), textOf(7, "[copy]"));
+    EXPECT_EQ(readFile(file), textOf(7, "[copy]"));
 }
 
 // A service moves one file away before it puts the other in its place.
@@ -170,7 +170,7 @@ TEST_F(FolderCollisionTest, aCopyThatAppearsBeforeTheFileItMadeRoomForWaitsForIt
     EXPECT_THAT(folder.names(), ElementsAre(copy.filename().string()));
     replaceFile(file, textOf(5, "[there]"));
     computer.settle();
-    EXPECT_EQ(contents(file), textOf(7, "[here]"));
+    EXPECT_EQ(readFile(file), textOf(7, "[here]"));
     EXPECT_THAT(asideNames(),
                 ElementsAre("lumatile-settings.from-5000.json", copy.filename().string()));
     EXPECT_EQ(computer.condition(), Condition::current);
@@ -185,7 +185,7 @@ TEST_F(FolderCollisionTest, copiesInAFolderThatMayNotBeWrittenAreLeftThere) {
     const NobodysRights rights;
     computer.start(folder.path());
     EXPECT_EQ(computer.store->data("commands"), "[main]");
-    EXPECT_EQ(contents(file), textOf(5, "[main]"));
+    EXPECT_EQ(readFile(file), textOf(5, "[main]"));
     EXPECT_TRUE(fs::exists(copy));
 }
 
@@ -204,7 +204,7 @@ RC_GTEST_FIXTURE_PROP(FolderCollisionTest, theNewestCountsAndNothingIsLost, ()) 
         written.push_back(text);
     }
     computer.start(folder.path());
-    RC_ASSERT(contents(file) == newest.rbegin()->second);
+    RC_ASSERT(readFile(file) == newest.rbegin()->second);
     const std::vector<std::string> kept = texts();
     for (const std::string& text : written) {
         RC_ASSERT(std::find(kept.begin(), kept.end(), text) != kept.end());

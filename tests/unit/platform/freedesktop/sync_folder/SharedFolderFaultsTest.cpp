@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "tests/unit/base/FileSizeLimit.h"
+#include "tests/support/FileSizeLimit.h"
 #include "tests/unit/platform/freedesktop/sync_folder/FolderStoreTest.h"
 
 // Files that are missing or damaged, and disks that refuse.
@@ -38,7 +38,7 @@ TEST_F(FolderCloudStoreTest, aKnownFolderWithoutItsFileIsNotBegunAnew) {
     // It is mounted again.
     replaceFile(file, textOf(5, "[1]"));
     computer.settle();
-    EXPECT_EQ(contents(file), textOf(6, "[2]"));
+    EXPECT_EQ(readFile(file), textOf(6, "[2]"));
     EXPECT_EQ(computer.condition(), Condition::current);
 }
 
@@ -69,7 +69,7 @@ TEST_F(FolderCloudStoreTest, theUserMayHaveAMissingFileWrittenAnew) {
     EXPECT_FALSE(computer.store->data("commands")) << "it counts as empty";
     computer.change(6, "[2]");
     computer.settle();
-    EXPECT_EQ(contents(file), textOf(6, "[2]"));
+    EXPECT_EQ(readFile(file), textOf(6, "[2]"));
 }
 
 TEST_F(FolderCloudStoreTest, aFileCutOffAnywhereIsRefusedAndLeftAlone) {
@@ -83,13 +83,13 @@ TEST_F(FolderCloudStoreTest, aFileCutOffAnywhereIsRefusedAndLeftAlone) {
         computer.settle();
         ASSERT_EQ(computer.condition(), Condition::damaged) << length;
         ASSERT_EQ(computer.store->data("commands"), "[1]") << length;
-        ASSERT_EQ(contents(file), cut) << length;
+        ASSERT_EQ(readFile(file), cut) << length;
     }
     EXPECT_THAT(computer.told, ElementsAre(3, 1));
     EXPECT_THAT(computer.log.lines(), ElementsAre(HasSubstr("damaged")));
     computer.change(6, "[2]");
     computer.settle();
-    EXPECT_EQ(contents(file), text.substr(0, text.size() - 1));
+    EXPECT_EQ(readFile(file), text.substr(0, text.size() - 1));
     EXPECT_EQ(computer.store->data("commands"), "[2]");
 
     // The rest arrives.
@@ -115,7 +115,7 @@ RC_GTEST_FIXTURE_PROP(FolderCloudStoreTest, aFileOfWhichABitIsWrongIsRefused, ()
     RC_ASSERT(computer.told == (std::vector{3, 1}));
     computer.change(9, "[1]");
     computer.settle();
-    RC_ASSERT(contents(file) == text);
+    RC_ASSERT(readFile(file) == text);
 }
 
 TEST_F(FolderCloudStoreTest, whatIsNoFileOrTooLargeIsRefused) {
@@ -145,11 +145,11 @@ TEST_F(FolderCloudStoreTest, theUserMayHaveADamagedFileReplacedAndKeepsIt) {
     computer.store->startAnew();
     computer.settle();
     EXPECT_THAT(computer.told, ElementsAre(3, 1));
-    EXPECT_EQ(contents(file), "damaged") << "until there is something to write";
+    EXPECT_EQ(readFile(file), "damaged") << "until there is something to write";
     computer.change(5, "[1]");
     computer.settle();
-    EXPECT_EQ(contents(file), textOf(5, "[1]"));
-    EXPECT_EQ(contents(aside / "lumatile-settings.damaged.json"), "damaged");
+    EXPECT_EQ(readFile(file), textOf(5, "[1]"));
+    EXPECT_EQ(readFile(aside / "lumatile-settings.damaged.json"), "damaged");
     EXPECT_EQ(computer.store->status().copiesPutAside, 1U);
     EXPECT_EQ(computer.condition(), Condition::current);
 }
@@ -161,7 +161,7 @@ TEST_F(FolderCloudStoreTest, aGoodFileThatArrivesMeanwhileIsNotReplacedUnread) {
     computer.store->startAnew();
     computer.change(5, "[1]");
     computer.settle();
-    EXPECT_EQ(contents(file), textOf(9, "[there]"));
+    EXPECT_EQ(readFile(file), textOf(9, "[there]"));
     EXPECT_EQ(computer.store->data("commands"), "[there]");
 }
 
@@ -178,11 +178,11 @@ TEST_F(FolderCloudStoreTest, aFullDiskIsToldOnceAndTriedAgain) {
         EXPECT_THAT(computer.told, ElementsAre(3, 1, 2));
         EXPECT_NE(computer.store->status().failure, "");
         EXPECT_EQ(computer.store->data("commands"), "[2]");
-        EXPECT_EQ(contents(file), textOf(5, "[1]"));
+        EXPECT_EQ(readFile(file), textOf(5, "[1]"));
         EXPECT_THAT(folder.names(), ElementsAre(SyncFolderVisit::fileName));
     }
     EXPECT_TRUE(runUntil([&] { return computer.condition() == Condition::current; }));
-    EXPECT_EQ(contents(file), textOf(6, "[2]"));
+    EXPECT_EQ(readFile(file), textOf(6, "[2]"));
     EXPECT_THAT(computer.told, ElementsAre(3, 1, 2));
     EXPECT_THAT(computer.log.lines(), ElementsAre(HasSubstr("cannot be written")));
 }
@@ -200,12 +200,12 @@ TEST_F(FolderCloudStoreTest, aFolderThatOnlyOthersMayWriteIsRead) {
         computer.settle();
         EXPECT_EQ(computer.condition(), Condition::notWritable);
         EXPECT_THAT(computer.told, ElementsAre(3, 1, 2));
-        EXPECT_EQ(contents(file), textOf(5, "[there]"));
+        EXPECT_EQ(readFile(file), textOf(5, "[there]"));
     }
     // What becomes allowed is seen without being told.
     fs::permissions(folder.path(), fs::perms(0755));
     computer.settle();
-    EXPECT_EQ(contents(file), textOf(6, "[here]"));
+    EXPECT_EQ(readFile(file), textOf(6, "[here]"));
 }
 
 TEST_F(FolderCloudStoreTest, aValueOverAMebibyteIsRefused) {
@@ -217,11 +217,11 @@ TEST_F(FolderCloudStoreTest, aValueOverAMebibyteIsRefused) {
     EXPECT_THAT(computer.told, ElementsAre(3, 1, 2));
     EXPECT_EQ(computer.condition(), Condition::tooLarge);
     EXPECT_EQ(computer.store->data("commands"), "[1]");
-    EXPECT_EQ(contents(file), textOf(5, "[1]"));
+    EXPECT_EQ(readFile(file), textOf(5, "[1]"));
     computer.change(7, "[2]");
     computer.settle();
     EXPECT_EQ(computer.condition(), Condition::current);
-    EXPECT_EQ(contents(file), textOf(7, "[2]"));
+    EXPECT_EQ(readFile(file), textOf(7, "[2]"));
 }
 
 }  // namespace

@@ -38,7 +38,7 @@ TEST_F(FolderCloudStoreTest, whatIsSetBecomesTheFileAndIsNoChangeFromOutside) {
     EXPECT_EQ(computer.store->data("commands"), "[1]");
     EXPECT_EQ(computer.condition(), Condition::sending);
     computer.settle();
-    EXPECT_EQ(contents(file), textOf(5, "[1]"));
+    EXPECT_EQ(readFile(file), textOf(5, "[1]"));
     EXPECT_THAT(folder.names(), ElementsAre(SyncFolderVisit::fileName));
     EXPECT_THAT(computer.told, ElementsAre(3, 1));
     EXPECT_EQ(computer.condition(), Condition::current);
@@ -53,7 +53,7 @@ TEST_F(FolderCloudStoreTest, whatIsSetIsWrittenWithoutBeingAskedFor) {
     computer.store->set("[1]", "commands");
     computer.store->set(SyncTimestamp::encode(5), "__ts");
     computer.settle();
-    EXPECT_EQ(contents(file), textOf(5, "[1]"));
+    EXPECT_EQ(readFile(file), textOf(5, "[1]"));
 }
 
 TEST_F(FolderCloudStoreTest, aKnownFolderIsReadWithoutAReason) {
@@ -114,7 +114,7 @@ TEST_F(FolderCloudStoreTest, aFolderThatIsMadeLaterIsFound) {
     fs::create_directory(later);
     computer.settle();
     EXPECT_TRUE(computer.store->hasBeenRead());
-    EXPECT_EQ(contents(later / SyncFolderVisit::fileName), textOf(5, "[1]"));
+    EXPECT_EQ(readFile(later / SyncFolderVisit::fileName), textOf(5, "[1]"));
     EXPECT_THAT(computer.log.lines(), SizeIs(1));
 }
 
@@ -130,7 +130,7 @@ TEST_F(FolderCloudStoreTest, ofAChangeBeforeTheFirstReadingAndWhatLiesThereTheLa
         fs::rename(arriving, later);
         computer.settle();
         const bool isLater = there > 5;
-        EXPECT_EQ(contents(later / SyncFolderVisit::fileName),
+        EXPECT_EQ(readFile(later / SyncFolderVisit::fileName),
                   isLater ? textOf(there, "[there]") : textOf(5, "[here]"));
         EXPECT_EQ(computer.store->data("commands"), isLater ? "[there]" : "[here]");
         computer.store->setLocation(std::nullopt);
@@ -153,7 +153,7 @@ TEST_F(FolderCloudStoreTest, aFolderThatGoesAndComesIsAnsweredFromMemoryMeanwhil
     EXPECT_FALSE(fs::exists(shared)) << "nobody makes the folder anew";
     fs::rename(folder / "gone", shared);
     computer.settle();
-    EXPECT_EQ(contents(shared / SyncFolderVisit::fileName), textOf(6, "[2]"));
+    EXPECT_EQ(readFile(shared / SyncFolderVisit::fileName), textOf(6, "[2]"));
     EXPECT_EQ(computer.condition(), Condition::current);
 }
 
@@ -174,7 +174,7 @@ TEST_F(FolderCloudStoreTest, anotherFolderIsReadAnewAndTheFormerIsLeft) {
     computer.settle();
     EXPECT_THAT(computer.told, ElementsAre(3, 1));
     EXPECT_EQ(computer.store->data("commands"), "[two]");
-    EXPECT_EQ(contents(two / SyncFolderVisit::fileName), textOf(3, "[two]"));
+    EXPECT_EQ(readFile(two / SyncFolderVisit::fileName), textOf(3, "[two]"));
     EXPECT_EQ(computer.preferences.bytes("syncFolder"), two.string());
     computer.store->setLocation(std::nullopt);
     computer.settle();

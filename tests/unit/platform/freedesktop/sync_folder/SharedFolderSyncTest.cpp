@@ -90,7 +90,7 @@ TEST_F(SharedFolderSyncTest, aDamagedFileIsReplacedByThisComputersSettingsOnDema
     one.settle();
     one.sync->startAnew();
     one.settle();
-    const auto set = SharedSetCodec::parse(contents(folder / SyncFolderVisit::fileName));
+    const auto set = SharedSetCodec::parse(readFile(folder / SyncFolderVisit::fileName));
     ASSERT_TRUE(set);
     EXPECT_EQ(set->at("commands"), "[1]");
 }

@@ -23,14 +23,14 @@ TEST_F(FolderCloudStoreTest, nothingIsWrittenOverAFileThatAnotherHasJustPutThere
     computer.settle();
     computer.change(6, "[mine, too]");
     computer.settle();
-    EXPECT_EQ(contents(file), textOf(6, "[mine, too]")) << "over its own it writes at once";
+    EXPECT_EQ(readFile(file), textOf(6, "[mine, too]")) << "over its own it writes at once";
     replaceFile(file, textOf(7, "[there]"));
     computer.settle();
     EXPECT_EQ(computer.store->data("commands"), "[there]");
     EXPECT_EQ(computer.condition(), Condition::current);
     computer.change(8, "[here]");
     computer.settle();
-    EXPECT_EQ(contents(file), textOf(7, "[there]"));
+    EXPECT_EQ(readFile(file), textOf(7, "[there]"));
     EXPECT_EQ(computer.condition(), Condition::sending);
     EXPECT_EQ(computer.store->data("commands"), "[here]");
 }
@@ -47,7 +47,7 @@ TEST_F(FolderCloudStoreTest, whatHadToRestIsWrittenAfterwardsWithoutBeingAskedFo
     computer.settle();
     visits = 0;
     computer.change(8, "[here]");
-    EXPECT_TRUE(runUntil([&] { return contents(file) == textOf(8, "[here]"); }));
+    EXPECT_TRUE(runUntil([&] { return readFile(file) == textOf(8, "[here]"); }));
     computer.settle();
     EXPECT_EQ(computer.condition(), Condition::current);
     // Too soon, to write, and one for the events of that; the second may be too soon by the
@@ -88,7 +88,7 @@ TEST_F(FolderCloudStoreTest, aMountThatDoesNotAnswerHoldsNothingUp) {
     EXPECT_TRUE(runUntil([&] { return computer.store->hasBeenRead(); }));
     computer.change(5, "[1]");
     EXPECT_TRUE(runUntil([&] { return computer.condition() == Condition::current; }));
-    EXPECT_EQ(contents(alive / SyncFolderVisit::fileName), textOf(5, "[1]"));
+    EXPECT_EQ(readFile(alive / SyncFolderVisit::fileName), textOf(5, "[1]"));
 
     // The late answer is about a folder that nobody asks for any more.
     held.release.set_value();
