@@ -1,0 +1,158 @@
+// The shortcut of an area: its recorder, refusals, and switching it off.
+
+#include <QApplication>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <vector>
+
+#include "Lumatile/settings/SettingsTexts.h"
+#include "Lumatile/settings/ShortcutRecorderView.h"
+#include "Lumatile/widgets/ToggleSwitch.h"
+#include "tests/unit/Lumatile/settings/SettingsControls.h"
+
+namespace lumatile {
+namespace {
+
+TEST_F(SettingsControls, clickingTheFieldRecordsTheNextKey) {
+    open(SettingsSection::commands);
+    stage.model().select(stage.model().commands()[0].id);
+    std::vector<bool> recording;
+    stage.model().onRecording = [&](bool isRecording) { recording.push_back(isRecording); };
+    auto* field = named<RecorderField>(SettingsTexts::shortcut);
+    ASSERT_NE(field, nullptr);
+    stage.window().activateWindow();
+    mouse(*field, QEvent::MouseButtonPress, {5, 5});
+    ASSERT_TRUE(field->isRecording());
+    EXPECT_EQ(recording, (std::vector<bool>{true}));
+    press(*field, Qt::Key_Meta, Qt::MetaModifier, 55);
+    press(*field, Qt::Key_Shift, Qt::MetaModifier | Qt::ShiftModifier, 56);
+    EXPECT_TRUE(field->isRecording()) << "modifiers are only on the way";
+    press(*field, Qt::Key_Left, Qt::MetaModifier | Qt::ShiftModifier, 123);
+    EXPECT_FALSE(field->isRecording());
+    EXPECT_EQ(recording, (std::vector<bool>{true, false}));
+    EXPECT_EQ(selected().shortcut, (Shortcut{123, 0x300, true}));
+    EXPECT_EQ(commandChanges, 1);
+}
+
+TEST_F(SettingsControls, escapeIsRecordedAndRefusedAsABareKey) {
+    open(SettingsSection::commands);
+    stage.model().select(stage.model().commands()[0].id);
+    const auto before = selected().shortcut;
+    auto* field = named<RecorderField>(SettingsTexts::shortcut);
+    std::optional<Shortcut> recorded;
+    const auto receiver = field->onRecord;
+    field->onRecord = [&](const Shortcut& shortcut) {
+        recorded = shortcut;
+        receiver(shortcut);
+    };
+    named<QPushButton>(SettingsTexts::record)->click();
+    press(*field, Qt::Key_Escape, {}, 53);
+    EXPECT_EQ(recorded, (Shortcut{53, 0, true}));
+    EXPECT_EQ(selected().shortcut, before);
+    EXPECT_TRUE(shows(SettingsTexts::bareKey));
+}
+
+TEST_F(SettingsControls, theRecorderIsDrawnAnewOnlyForAnotherShortcut) {
+    class Painted final : public QObject {
+    public:
+        bool eventFilter(QObject* watched, QEvent* event) override {
+            times += event->type() == QEvent::Paint ? 1 : 0;
+            return QObject::eventFilter(watched, event);
+        }
+        int times = 0;
+    };
+    open(SettingsSection::commands);
+    stage.model().select(stage.model().commands()[0].id);
+    QApplication::processEvents();
+    auto* field = named<RecorderField>(SettingsTexts::shortcut);
+    EXPECT_EQ(field->sizeHint(), (QSizeF(180, 24) * AppFonts::pixelsPerPoint()).toSize());
+    Painted painted;
+    field->installEventFilter(&painted);
+    Shortcut shortcut = *selected().shortcut;
+    field->setCurrent(shortcut);
+    QApplication::processEvents();
+    EXPECT_EQ(painted.times, 0);
+    shortcut.enabled = false;
+    field->setCurrent(shortcut);
+    QApplication::processEvents();
+    EXPECT_EQ(painted.times, 1);
+    field->setCurrent(std::nullopt);
+    QApplication::processEvents();
+    EXPECT_EQ(painted.times, 2);
+    field->removeEventFilter(&painted);
+}
+
+TEST_F(SettingsControls, clickingBesideTheControlsEndsRecording) {
+    open(SettingsSection::commands);
+    stage.model().select(stage.model().commands()[0].id);
+    auto* field = named<RecorderField>(SettingsTexts::shortcut);
+    named<QPushButton>(SettingsTexts::record)->click();
+    ASSERT_TRUE(field->isRecording());
+    // The corner of the page, where there is nothing.
+    QWidget& window = stage.window();
+    QTest::mouseClick(window.childAt(window.width() - 3, 3), Qt::LeftButton, {}, {2, 2});
+    EXPECT_FALSE(field->isRecording());
+    EXPECT_EQ(commandChanges, 0);
+}
+
+TEST_F(SettingsControls, clickingElsewhereRecordsNothing) {
+    open(SettingsSection::commands);
+    stage.model().select(stage.model().commands()[0].id);
+    auto* field = named<RecorderField>(SettingsTexts::shortcut);
+    named<QPushButton>(SettingsTexts::record)->click();
+    ASSERT_TRUE(field->isRecording());
+    named<QListWidget>(title(SettingsSection::commands))->setFocus();
+    EXPECT_FALSE(field->isRecording());
+    EXPECT_EQ(commandChanges, 0);
+}
+
+TEST_F(SettingsControls, closingTheWindowEndsRecording) {
+    open(SettingsSection::commands);
+    stage.model().select(stage.model().commands()[0].id);
+    auto* field = named<RecorderField>(SettingsTexts::shortcut);
+    named<QPushButton>(SettingsTexts::record)->click();
+    stage.window().close();
+    EXPECT_FALSE(field->isRecording());
+}
+
+TEST_F(SettingsControls, aTakenShortcutIsNamedWithItsHolder) {
+    open(SettingsSection::commands);
+    const SnapCommand holder = stage.model().commands()[1];
+    stage.model().select(stage.model().commands()[0].id);
+    auto* field = named<RecorderField>(SettingsTexts::shortcut);
+    named<QPushButton>(SettingsTexts::record)->click();
+    press(*field, Qt::Key_Right, Qt::ControlModifier | Qt::AltModifier, 124);
+    EXPECT_TRUE(shows("Already used by " + holder.displayName()));
+    EXPECT_EQ(commandChanges, 0);
+}
+
+TEST_F(SettingsControls, aRefusedShortcutIsToldInItsRowAndOnThePage) {
+    open(SettingsSection::commands);
+    stage.model().setRefusedShortcuts(
+        {stage.model().commands()[0].id, stage.model().commands()[1].id});
+    EXPECT_TRUE(shows("2 shortcuts belong to other programs on this desktop."));
+    stage.model().select(stage.model().commands()[0].id);
+    EXPECT_TRUE(shows(SettingsTexts::refusedHere));
+    stage.model().select(stage.model().commands()[2].id);
+    EXPECT_FALSE(shows(SettingsTexts::refusedHere));
+    stage.model().setRefusedShortcuts({stage.model().commands()[1].id});
+    EXPECT_TRUE(shows("1 shortcut belongs to another program on this desktop."));
+}
+
+TEST_F(SettingsControls, aShortcutIsSwitchedOffAndRemoved) {
+    open(SettingsSection::commands);
+    stage.model().select(stage.model().commands()[0].id);
+    named<ToggleSwitch>(SettingsTexts::shortcutOn)->click();
+    EXPECT_FALSE(selected().shortcut->enabled);
+    named<QPushButton>(SettingsTexts::removeShortcut)->click();
+    EXPECT_EQ(selected().shortcut, std::nullopt);
+    EXPECT_FALSE(named<QPushButton>(SettingsTexts::removeShortcut)->isVisible());
+}
+
+}  // namespace
+}  // namespace lumatile
