@@ -11,6 +11,9 @@ namespace {
 
 using Bound = Figure::Bound;
 
+// What a user's own window manager does without any other program.
+constexpr double mostBesideOwnBinding = 1.15;
+
 double times(const Statistics& slow, const Statistics& fast) { return slow.median / fast.median; }
 
 std::vector<SnapMethod> methodsOf(const SnapLatency& snap) {
@@ -61,8 +64,8 @@ Report desktopReport(const SnapLatency& snap, const WindowEnumeration& enumerati
     report.measurements = measurements(snap, enumeration, enumerating);
     report.data = data(snap, enumeration);
     const Statistics& own = snap.lumatile.microseconds;
-    report.figures.push_back(
-        {"Lumatile / openbox key binding", times(own, snap.ownBinding.microseconds), 2});
+    report.figures.push_back({"Lumatile / openbox key binding",
+                              times(own, snap.ownBinding.microseconds), mostBesideOwnBinding});
     for (const SnapMethod& method : snap.daemon) {
         report.figures.push_back(
             {method.name + " / Lumatile", times(method.microseconds, own), 5, Bound::atLeast});

@@ -16,7 +16,7 @@ constexpr double mostProcessorPercent = 3;
 constexpr double frameMilliseconds = 1000.0 / 60;
 
 // The window manager's own tile is one decision of one program; ours is told through the server.
-constexpr double mostBesideOwnTile = 2;
+constexpr double mostBesideOwnTile = 1.2;
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 
 #include "windows/AttributeName.h"
 #include "windows/AttributeReader.h"
+#include "windows/JoinedWrites.h"
 
 namespace lumatile {
 
@@ -29,9 +30,12 @@ void AXWindow::setFrame(const Rect& frame) {
             enhanced = application;
         }
     }
-    platform_.write(element_, AttributeName::position, AttributeValue(frame.origin()));
-    platform_.write(element_, AttributeName::size, AttributeValue(frame.size()));
-    platform_.write(element_, AttributeName::position, AttributeValue(frame.origin()));
+    {
+        const JoinedWrites together(platform_, element_);
+        platform_.write(element_, AttributeName::position, AttributeValue(frame.origin()));
+        platform_.write(element_, AttributeName::size, AttributeValue(frame.size()));
+        platform_.write(element_, AttributeName::position, AttributeValue(frame.origin()));
+    }
     if (enhanced) {
         platform_.write(enhanced, AttributeName::enhancedUserInterface, AttributeValue(true));
     }

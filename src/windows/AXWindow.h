@@ -19,9 +19,10 @@ public:
     AXElementKey key() const override { return {element_}; }
     std::optional<Rect> frame() const override;
 
-    /// Writes position, size and position again. The second position write is needed: a program
-    /// that fits its new size to the screen may have moved itself while it did so. Where the
-    /// application animates its moves for assistive programs, that mode is off meanwhile.
+    /// Writes position, size and position again, as one change. The second position write is
+    /// needed: a program that fits its new size to the screen may have moved itself while it did
+    /// so. Where the application animates its moves for assistive programs, that mode is off
+    /// meanwhile.
     void setFrame(const Rect& frame) override;
 
     void setPosition(const Point& position) override;

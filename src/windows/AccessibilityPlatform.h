@@ -49,6 +49,16 @@ public:
     virtual bool write(const Element& element, std::string_view attribute,
                        const AttributeValue& value) = 0;
 
+    /// Says that the writes to `element` up to `endJoinedWrites` are one change, so that a platform
+    /// which can ask for all of it at once may put them off until then. A write between the two
+    /// tells whether its value can be asked for, not what came of it; a read between them sees what
+    /// was written before it. One element at a time: a second one ends the first. Through
+    /// `JoinedWrites`.
+    virtual void beginJoinedWrites(const Element& /*element*/) {}
+
+    /// Returns as a write does: when the desktop has answered or the time-out is over.
+    virtual void endJoinedWrites() {}
+
     /// Whether a background mover may write the attribute; absent when that cannot be told.
     virtual std::optional<bool> isSettable(const Element& element, std::string_view attribute) = 0;
 

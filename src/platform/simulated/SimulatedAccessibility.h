@@ -39,6 +39,8 @@ public:
     std::optional<AttributeValue> read(const Element& element, std::string_view attribute) override;
     bool write(const Element& element, std::string_view attribute,
                const AttributeValue& value) override;
+    void beginJoinedWrites(const Element& element) override { joinedElement_ = element; }
+    void endJoinedWrites() override { joinedElement_.reset(); }
     std::optional<bool> isSettable(const Element& element, std::string_view attribute) override;
     std::optional<Pid> pid(const Element& element) override;
     void setMessagingTimeout(const Element& element, double seconds) override;
@@ -53,6 +55,10 @@ public:
 
     /// What the session lacks while the program is not trusted.
     TrustObstacle obstacle = TrustObstacle::unknown;
+
+    /// The element whose writes belong together for now; empty when there is none. They are carried
+    /// out one by one all the same.
+    const Element& joinedElement() const { return joinedElement_; }
 
     /// How often the program asked whether it is trusted.
     std::size_t trustQuestions() const { return trustQuestions_; }
@@ -97,6 +103,7 @@ private:
     SimulatedPrograms& programs_;
     SimulatedWindowManager& windowManager_;
     SimulatedTraffic& traffic_;
+    Element joinedElement_;
     std::size_t promptsShown_ = 0;
     std::size_t trustQuestions_ = 0;
     bool isTrusted_ = true;

@@ -30,6 +30,22 @@ Element bareWindow(xcb_window_t window) { return make(X11Element::Kind::window, 
 
 xcb_window_t idOf(const X11Element& element) { return static_cast<xcb_window_t>(element.value()); }
 
+/// Empty for what cannot be written, and for numbers that cannot be asked of a server.
+X11PlacingWish wishFor(std::string_view attribute, const AttributeValue& value) {
+    X11PlacingWish wish;
+    const Point* position = std::get_if<Point>(&value);
+    if (position != nullptr && attribute == AttributeName::position &&
+        X11PixelRect::roundedEdge(position->x) && X11PixelRect::roundedEdge(position->y)) {
+        wish.position = *position;
+    }
+    const Size* size = std::get_if<Size>(&value);
+    if (size != nullptr && attribute == AttributeName::size &&
+        X11PixelRect::roundedEdge(size->width) && X11PixelRect::roundedEdge(size->height)) {
+        wish.size = *size;
+    }
+    return wish;
+}
+
 bool isOrdinary(const X11Window& window) { return window.facts.kind() == X11WindowKind::normal; }
 
 }  // namespace
@@ -73,6 +89,7 @@ Element X11AccessibilityPlatform::applicationElement(Pid pid) {
 }
 
 std::optional<Element> X11AccessibilityPlatform::elementAtPoint(const Point& point) {
+    carryOutJoined();
     mirror_.refresh();
     // The pixel that the point lies in. Rounding half a pixel on gives its lower edge.
     const Point root = monitors_.toRoot(point);
@@ -132,6 +149,7 @@ std::optional<AttributeValue> X11AccessibilityPlatform::read(const Element& elem
     if (target == nullptr) {
         return std::nullopt;
     }
+    carryOutJoined();
     mirror_.refresh();
     switch (target->kind()) {
         case X11Element::Kind::systemWide:
@@ -250,21 +268,40 @@ bool X11AccessibilityPlatform::write(const Element& element, std::string_view at
     if (target == nullptr || target->kind() != X11Element::Kind::window) {
         return false;
     }
-    mirror_.refresh();
-    const X11Window* window = windowOf(*target);
-    if (window == nullptr) {
+    const X11PlacingWish wish = wishFor(attribute, value);
+    if (wish.isEmpty()) {
         return false;
     }
-    const double timeout = timeoutOf(*window);
-    if (const Point* position = std::get_if<Point>(&value);
-        position != nullptr && attribute == AttributeName::position) {
-        return writer_.writePosition(window->id, window->serial, *position, timeout);
+    if (joined_ && target->equals(*joined_->element)) {
+        joined_->wish = joined_->wish.followedBy(wish);
+        return true;
     }
-    if (const Size* size = std::get_if<Size>(&value);
-        size != nullptr && attribute == AttributeName::size) {
-        return writer_.writeSize(window->id, window->serial, *size, timeout);
+    carryOutJoined();
+    return carryOut(*target, wish);
+}
+
+void X11AccessibilityPlatform::beginJoinedWrites(const Element& element) {
+    endJoinedWrites();
+    if (known(element) != nullptr) {
+        joined_ = Joined{element, {}};
     }
-    return false;
+}
+
+void X11AccessibilityPlatform::endJoinedWrites() {
+    carryOutJoined();
+    joined_.reset();
+}
+
+void X11AccessibilityPlatform::carryOutJoined() {
+    if (joined_ && !joined_->wish.isEmpty()) {
+        carryOut(*known(joined_->element), std::exchange(joined_->wish, {}));
+    }
+}
+
+bool X11AccessibilityPlatform::carryOut(const X11Element& target, const X11PlacingWish& wish) {
+    mirror_.refresh();
+    const X11Window* window = windowOf(target);
+    return window != nullptr && writer_.write(window->id, window->serial, wish, timeoutOf(*window));
 }
 
 std::optional<bool> X11AccessibilityPlatform::isSettable(const Element& element,
@@ -273,6 +310,7 @@ std::optional<bool> X11AccessibilityPlatform::isSettable(const Element& element,
     if (target == nullptr) {
         return std::nullopt;
     }
+    carryOutJoined();
     mirror_.refresh();
     const X11Window* window = windowOf(*target);
     if (window == nullptr) {

@@ -8,6 +8,7 @@
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Element.h"
 #include "platform/x11/X11Monitors.h"
+#include "platform/x11/X11PlacingWish.h"
 #include "platform/x11/X11WindowMirror.h"
 #include "platform/x11/X11WindowWriter.h"
 #include "windows/AccessibilityPlatform.h"
@@ -50,6 +51,10 @@ public:
     bool write(const Element& element, std::string_view attribute,
                const AttributeValue& value) override;
 
+    /// Writes to one window reach the window manager as one message.
+    void beginJoinedWrites(const Element& element) override;
+    void endJoinedWrites() override;
+
     /// Position and size: no for a window whose manager says so, and for one that the user has
     /// maximized (on either axis), shaded or made full-screen; writing takes it out of the first
     /// two all the same.
@@ -76,17 +81,27 @@ private:
     std::vector<X11Window*> windowsOf(const X11Element& application);
     double timeoutOf(const X11Window& window) const;
 
+    void carryOutJoined();
+    bool carryOut(const X11Element& target, const X11PlacingWish& wish);
+
     std::optional<AttributeValue> readSystemWide(std::string_view attribute);
     std::optional<AttributeValue> readApplication(const X11Element& element,
                                                   std::string_view attribute);
     std::optional<AttributeValue> readWindow(const X11Window& window, std::string_view attribute);
     std::optional<Element> parentOf(const X11Element& element);
 
+    /// Writes that belong together and have not been carried out yet.
+    struct Joined {
+        Element element;  ///< Of this platform.
+        X11PlacingWish wish;
+    };
+
     X11Connection& connection_;
     X11Monitors& monitors_;
     X11WindowMirror& mirror_;
     X11WindowWriter writer_;
     std::unordered_map<Pid, double> timeouts_;  // Of applications, where shorter than the longest.
+    std::optional<Joined> joined_;
     bool isGuestServer_ = false;
 };
 

@@ -5,6 +5,7 @@
 #include "platform/x11/X11SizeHints.h"
 #include "tests/desktop/support/HeldWindowManager.h"
 #include "tests/desktop/x11/X11DesktopTest.h"
+#include "windows/JoinedWrites.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -183,7 +184,7 @@ TEST_P(X11WindowPlacement, sizeAloneKeepsTheOrigin) {
     EXPECT_EQ(window->frame(), (PixelRect{300, 200, 512, 384}));
 }
 
-TEST_P(X11WindowPlacement, ordinarySnapIsTwoMessages) {
+TEST_P(X11WindowPlacement, ordinarySnapIsOneMessage) {
     start();
     for (const Kind kind : {Kind::decorated, Kind::clientSide, Kind::sizeIncrement}) {
         const auto window = open(kind);
@@ -191,10 +192,58 @@ TEST_P(X11WindowPlacement, ordinarySnapIsTwoMessages) {
         target.setFrame({100, 100, 700, 500});
         desktop().observer().forget();
         target.setFrame({0, 0, 960, 1080});
-        EXPECT_THAT(desktop().observer().messages(), SizeIs(2)) << toString(kind);
+        EXPECT_THAT(desktop().observer().messages(), SizeIs(1)) << toString(kind);
         EXPECT_THAT(desktop().observer().messages(window->id(), "_NET_MOVERESIZE_WINDOW"),
-                    SizeIs(2));
+                    SizeIs(1));
     }
+}
+
+TEST_P(X11WindowPlacement, joinedWritesAreCarriedOutAtTheirEnd) {
+    start();
+    const auto window = open(Kind::decorated);
+    window->place({300, 200, 700, 500});
+    const Element element = adapter().element(window->id());
+    AccessibilityPlatform& platform = adapter().platform;
+    desktop().observer().forget();
+    {
+        const JoinedWrites together(platform, element);
+        EXPECT_TRUE(platform.write(element, AttributeName::position, Point{10, 20}));
+        EXPECT_TRUE(platform.write(element, AttributeName::size, Size{512, 384}));
+        EXPECT_FALSE(platform.write(element, AttributeName::size, Size{1e300, 384}));
+        EXPECT_TRUE(platform.write(element, AttributeName::position, Point{30, 40}));
+        EXPECT_THAT(desktop().observer().messages(), SizeIs(0));
+    }
+    EXPECT_EQ(window->frame(), (PixelRect{30, 40, 512, 384}));
+    EXPECT_THAT(desktop().observer().messages(), SizeIs(1));
+}
+
+TEST_P(X11WindowPlacement, aReadSeesTheJoinedWritesBeforeIt) {
+    start();
+    const auto window = open(Kind::decorated);
+    const auto other = open(Kind::decorated);
+    window->place({300, 200, 700, 500});
+    other->place({300, 200, 700, 500});
+    const Element element = adapter().element(window->id());
+    const Element otherElement = adapter().element(other->id());
+    AccessibilityPlatform& platform = adapter().platform;
+    const JoinedWrites together(platform, element);
+    EXPECT_TRUE(platform.write(element, AttributeName::position, Point{10, 20}));
+    EXPECT_EQ(AttributeReader::value<Point>(platform, element, AttributeName::position),
+              (Point{10, 20}));
+    EXPECT_EQ(window->frame(), (PixelRect{10, 20, 700, 500}));
+    EXPECT_TRUE(platform.write(element, AttributeName::size, Size{512, 384}));
+    EXPECT_TRUE(platform.write(otherElement, AttributeName::size, Size{640, 480}))
+        << "not one of those that are joined";
+    EXPECT_EQ(other->frame(), (PixelRect{300, 200, 640, 480}));
+    EXPECT_EQ(window->frame(), (PixelRect{10, 20, 512, 384})) << "what was written before is done";
+}
+
+TEST_P(X11WindowPlacement, aSizeThatCannotBeAskedForLeavesThePosition) {
+    start();
+    const auto window = open(Kind::decorated);
+    window->place({300, 200, 700, 500});
+    adapter().window(window->id()).setFrame({10, 20, 0, 0});
+    EXPECT_EQ(window->frame(), (PixelRect{10, 20, 700, 500}));
 }
 
 TEST_P(X11WindowPlacement, shiftIsOneMessageThatNamesNoSize) {
@@ -329,7 +378,7 @@ TEST_P(X11WindowPlacement, silentWindowManagerIsWaitedForOnce) {
         waited = vainSecondsFor([&] { target.setFrame({300, 200, 700, 500}); });
     });
     EXPECT_GE(seconds, longest);
-    EXPECT_LT(waited, 1.5 * longest) << "three writes, one wait";
+    EXPECT_LT(waited, 1.5 * longest) << "one change, one wait";
     EXPECT_LT(vainSecondsFor([&] { other.setFrame({0, 0, 700, 500}); }), 0.5 * longest);
     EXPECT_EQ(target.frame(), (Rect{100, 100, 500, 400})) << "nothing has come of it yet";
 

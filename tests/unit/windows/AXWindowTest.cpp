@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "platform/simulated/SimulatedDesktop.h"
@@ -31,6 +33,32 @@ TEST_F(AXWindowTest, settingAFrameWritesPositionSizeAndPositionAgain) {
     EXPECT_EQ(windowTraffic(), (std::vector<std::string>{"pid", "write AXPosition", "write AXSize",
                                                          "write AXPosition"}));
     EXPECT_EQ(desktop.seen(id), (Rect{0, 0, 960, 1080}));
+}
+
+TEST_F(AXWindowTest, theWritesOfAFrameBelongTogetherAndNothingElseDoes) {
+    desktop.programs.find(application)->traits.enhancedUserInterface = true;
+    const Element element = SimulatedAccessibility::element(id);
+    std::vector<std::pair<std::string, bool>> joined;
+    const auto note = [&](std::string_view attribute, std::size_t nth) {
+        desktop.traffic.before(AccessKind::write, attribute, nth,
+                               [&joined, &element, this, name = std::string(attribute)] {
+                                   const Element& now = desktop.accessibility.joinedElement();
+                                   joined.emplace_back(name, now && now->equals(*element));
+                               });
+    };
+    note("AXEnhancedUserInterface", 1);
+    note("AXPosition", 1);
+    note("AXSize", 1);
+    note("AXPosition", 2);
+    note("AXEnhancedUserInterface", 2);
+    window().setFrame({0, 0, 960, 1080});
+    EXPECT_EQ(joined,
+              (std::vector<std::pair<std::string, bool>>{{"AXEnhancedUserInterface", false},
+                                                         {"AXPosition", true},
+                                                         {"AXSize", true},
+                                                         {"AXPosition", true},
+                                                         {"AXEnhancedUserInterface", false}}));
+    EXPECT_FALSE(desktop.accessibility.joinedElement());
 }
 
 TEST_F(AXWindowTest, settingAPositionIsASingleWriteAndKeepsTheSize) {
