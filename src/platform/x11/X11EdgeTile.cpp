@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "platform/x11/X11Event.h"
-#include "platform/x11/X11RootMessage.h"
 #include "platform/x11/X11WindowManagerName.h"
 
 namespace lumatile {
@@ -16,16 +15,11 @@ namespace {
 // By which it calls itself on its check window.
 constexpr std::string_view undoableName = "KWin";
 
-constexpr std::uint32_t stateRemove = 0;
-constexpr std::uint32_t stateAdd = 1;
-constexpr std::uint32_t pagerSource = 2;
-
 }  // namespace
 
 X11EdgeTile::X11EdgeTile(X11Connection& connection, X11WindowMirror& mirror)
     : connection_(connection),
       mirror_(mirror),
-      self_(std::make_shared<X11EdgeTile*>(this)),
       subscription_(connection.observe([this](const xcb_generic_event_t& event) { note(event); })) {
     const xcb_query_extension_reply_t* input =
         xcb_get_extension_data(connection.get(), &xcb_input_id);
@@ -34,24 +28,29 @@ X11EdgeTile::X11EdgeTile(X11Connection& connection, X11WindowMirror& mirror)
     }
 }
 
-X11EdgeTile::~X11EdgeTile() { *self_ = nullptr; }
-
 bool X11EdgeTile::takeDrop() { return std::exchange(isReleased_, false) && isUndoable(); }
 
 std::optional<X11PixelRect> X11EdgeTile::outerAtRelease(const X11Window& window) {
-    const bool isKnown = isReleased_ && released_ && released_->id == window.id &&
-                         released_->serial == window.serial;
-    return isKnown && isUndoable() ? std::optional(released_->outer) : std::nullopt;
+    const auto found = isReleased_ ? atRelease_.find(window.id) : atRelease_.end();
+    if (found == atRelease_.end() || found->second.serial != window.serial || !isUndoable()) {
+        return std::nullopt;
+    }
+    const X11PixelRect& before = found->second.outer;
+    if (found->second.isFresh) {
+        return before;
+    }
+    const X11PixelRect now = window.frame().outer();
+    return isTiled(before, now)
+               ? std::optional(X11PixelRect{now.x, now.y, before.width, before.height})
+               : std::nullopt;
 }
 
-void X11EdgeTile::undo(xcb_window_t window) {
-    const xcb_atom_t state = connection_.atoms()["_NET_WM_STATE"];
-    const xcb_atom_t vertically = connection_.atoms()["_NET_WM_STATE_MAXIMIZED_VERT"];
-    const xcb_atom_t horizontally = connection_.atoms()["_NET_WM_STATE_MAXIMIZED_HORZ"];
-    for (const std::uint32_t action : {stateAdd, stateRemove}) {
-        sendRootMessage(connection_, window, state,
-                        {action, vertically, horizontally, pagerSource, 0});
-    }
+bool X11EdgeTile::isTiled(const X11PixelRect& before, const X11PixelRect& now) {
+    const bool inWidth = now.width != before.width && now.x != before.x &&
+                         now.x + now.width != before.x + before.width;
+    const bool inHeight = now.height != before.height && now.y != before.y &&
+                          now.y + now.height != before.y + before.height;
+    return inWidth || inHeight;
 }
 
 void X11EdgeTile::note(const xcb_generic_event_t& event) {
@@ -68,22 +67,18 @@ void X11EdgeTile::note(const xcb_generic_event_t& event) {
 void X11EdgeTile::noteRelease() {
     isReleased_ = true;
     // The server tells of things in their order: what the mirror knows now, the window manager had
-    // made of the drag, and what it makes of the release comes later.
-    const X11Window* const front = mirror_.active();
-    released_ = front != nullptr && !front->isStale()
-                    ? std::optional(Released{front->id, front->serial, front->frame().outer()})
-                    : std::nullopt;
+    // made of the drag, and what it makes of the release comes later. Which window was dragged is
+    // not known here: the one in front may have come there by the press, and be read only later.
+    atRelease_.clear();
+    for (const xcb_window_t id : mirror_.stacking()) {
+        if (const X11Window* window = mirror_.find(id)) {
+            atRelease_[id] = {window->serial, window->frame().outer(), !window->isStale()};
+        }
+    }
     // Whoever acts on the release may have seen it later than this and so acts later: the end of
     // the turn is behind both.
-    connection_.defer([self = self_] {
-        if (*self != nullptr) {
-            (*self)->connection_.defer([self] {
-                if (*self != nullptr) {
-                    (*self)->isReleased_ = false;
-                }
-            });
-        }
-    });
+    connection_.defer(lifeline_.guard(
+        [this] { connection_.defer(lifeline_.guard([this] { isReleased_ = false; })); }));
 }
 
 bool X11EdgeTile::isUndoable() {

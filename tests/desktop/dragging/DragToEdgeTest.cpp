@@ -6,6 +6,8 @@
 #include <string>
 
 #include "tests/desktop/dragging/DragTest.h"
+#include "tests/desktop/support/HeldWindowManager.h"
+#include "tests/desktop/support/WindowManagerAnswer.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -65,6 +67,85 @@ TEST_P(DragToEdge, aProgramThatWasBusyCarriesTheDropOutAfterwards) {
         }
         ASSERT_TRUE(releaseProgram());
         EXPECT_TRUE(snaps(drop.becomes));
+    }
+    EXPECT_EQ(desktop().endProgram(), "");
+}
+
+TEST_P(DragToEdge, aWindowThatHasChangedWhileTheProgramWasBusyIsDroppedToo) {
+    start();
+    ASSERT_TRUE(prepare());
+    ASSERT_TRUE(hand().grip(window()));
+    ASSERT_TRUE(holdProgram());
+    // What it knows of the window is from before this when it hears of the release.
+    window().setText(window().id(), "WM_CLASS", XCB_ATOM_STRING,
+                     std::string("testwindow\0Renamed\0", 19));
+    window().roundTrip();
+    hand().moveTo(2, 500);
+    hand().letGo();
+    if (GetParam() == WindowManager::Kind::kwin) {
+        EXPECT_TRUE(XClient::waitUntil([&] { return window().frame() == area("left"); }));
+    }
+    ASSERT_TRUE(releaseProgram());
+    EXPECT_TRUE(snaps(area("left")));
+    EXPECT_EQ(desktop().endProgram(), "");
+}
+
+TEST_P(DragToEdge, aWindowThatCameToTheFrontByTheDragIsDroppedByABusyProgramToo) {
+    start();
+    ASSERT_TRUE(prepare());
+    TestWindow::Options beside;
+    beside.area = {1400, 700, 300, 200};
+    const auto other = desktop().desktop().openWindow(beside);
+    forget();
+    {
+        // The program has seen the press before the window is in front.
+        const HeldWindowManager held(desktop().desktop().windowManager(), desktop().observer());
+        hand().press(usualFrame.x + 150, usualFrame.y + 12);
+        ASSERT_TRUE(holdProgram());
+    }
+    // The window manager sees nothing of the movements before it has seen the press.
+    int pulled = 0;
+    ASSERT_TRUE(XClient::waitUntil([&] {
+        pulled = pulled % 100 + 10;
+        hand().moveTo(usualFrame.x + 150 + pulled, usualFrame.y + 12 + pulled);
+        return window().frame() != usualFrame;
+    }));
+    hand().moveTo(2, 500);
+    hand().letGo();
+    if (GetParam() == WindowManager::Kind::kwin) {
+        EXPECT_TRUE(XClient::waitUntil([&] { return window().frame() == area("left"); }));
+    }
+    ASSERT_TRUE(releaseProgram());
+    EXPECT_TRUE(snaps(area("left")));
+    EXPECT_EQ(desktop().endProgram(), "");
+}
+
+TEST_P(DragToEdge, aTileIsLeftByAWindowManagerThatIsTooSlowToAnswer) {
+    start();
+    for (const DropPlace& place : {DropPlace{"left", 2, 500}, DropPlace{"maximize", 900, 2}}) {
+        SCOPED_TRACE(place.command);
+        ASSERT_TRUE(prepare());
+        ASSERT_TRUE(hand().grip(window()));
+        hand().moveTo(500, 500);
+        ASSERT_TRUE(holdProgram());
+        hand().moveTo(place.x, place.y);
+        hand().letGo();
+        if (GetParam() == WindowManager::Kind::kwin) {
+            EXPECT_TRUE(
+                XClient::waitUntil([&] { return window().frame() == area(place.command); }));
+        }
+        waitForWindowManager(window());
+        {
+            const HeldWindowManager held(desktop().desktop().windowManager(), desktop().observer());
+            ASSERT_TRUE(releaseProgram());
+            EXPECT_TRUE(XClient::waitUntil([&] {
+                return !desktop()
+                            .observer()
+                            .messages(window().id(), "_NET_MOVERESIZE_WINDOW")
+                            .empty();
+            }));
+        }
+        EXPECT_TRUE(snaps(area(place.command)));
     }
     EXPECT_EQ(desktop().endProgram(), "");
 }
