@@ -282,8 +282,8 @@ bool X11AccessibilityPlatform::write(const Element& element, std::string_view at
 
 void X11AccessibilityPlatform::beginJoinedWrites(const Element& element) {
     endJoinedWrites();
-    if (known(element) != nullptr) {
-        joined_ = Joined{element, {}};
+    if (auto target = std::dynamic_pointer_cast<const X11Element>(element)) {
+        joined_ = Joined{std::move(target), {}};
     }
 }
 
@@ -294,7 +294,7 @@ void X11AccessibilityPlatform::endJoinedWrites() {
 
 void X11AccessibilityPlatform::carryOutJoined() {
     if (joined_ && !joined_->wish.isEmpty()) {
-        carryOut(*known(joined_->element), std::exchange(joined_->wish, {}));
+        carryOut(*joined_->element, std::exchange(joined_->wish, {}));
     }
 }
 

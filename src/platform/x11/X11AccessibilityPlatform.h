@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <unordered_map>
@@ -92,7 +93,7 @@ private:
 
     /// Writes that belong together and have not been carried out yet.
     struct Joined {
-        Element element;  ///< Of this platform.
+        std::shared_ptr<const X11Element> element;
         X11PlacingWish wish;
     };
 
