@@ -24,9 +24,7 @@ constexpr double usualRamp = 5;
 }  // namespace
 
 PanelProtection::PanelProtection(const Platform& platform, const Blacklist& blacklist)
-    : platform_(platform), blacklist_(blacklist) {
-    orbit_.setBounds([this](const Rect& frame) { return visibleFrameAround(frame); });
-}
+    : platform_(platform), blacklist_(blacklist) {}
 
 void PanelProtection::apply(const OLEDSettings& settings, bool exaggerated) {
     settings_ = settings;
@@ -97,11 +95,6 @@ IdleDimmer::Config PanelProtection::dimmerConfig() const {
             settings_.idleDimEnabled};
 }
 
-std::optional<Rect> PanelProtection::visibleFrameAround(const Rect& frame) const {
-    return screensOfStep_ ? visibleFrameOfScreenContaining(*screensOfStep_, frame.center())
-                          : visibleFrameOfScreenContaining(platform_.screenList, frame.center());
-}
-
 void PanelProtection::tickOrbit() {
     const double now = platform_.runLoop.now();
     if (orbitPacer_->isAheadOfClock(now)) {
@@ -120,9 +113,11 @@ void PanelProtection::tickOrbit() {
 
 void PanelProtection::step(double now) {
     orbit_.sync(AXBridge(platform_.accessibility).windowsOfApplications(candidateApplications()));
-    screensOfStep_ = platform_.screenList.screens();
+    // The screens are asked for once a step, not for every window.
+    orbit_.setBounds([screens = platform_.screenList.screens()](const Rect& frame) {
+        return visibleFrameOfScreenContaining(screens, frame.center());
+    });
     orbit_.step(now);
-    screensOfStep_.reset();
 }
 
 std::vector<Pid> PanelProtection::candidateApplications() const {

@@ -72,7 +72,6 @@ private:
     void restartOrbitTimer();
     OrbitPacer freshPacer() const;
     IdleDimmer::Config dimmerConfig() const;
-    std::optional<Rect> visibleFrameAround(const Rect& frame) const;
     void tickOrbit();
     void step(double now);
     std::vector<Pid> candidateApplications() const;
@@ -89,9 +88,6 @@ private:
     std::optional<OrbitPacer> orbitPacer_;
     std::unique_ptr<RunLoopTimer> dimTimer_;
     bool oledRunning_ = false;
-
-    /// While a step is under way; asked for once, not for every window.
-    std::optional<std::vector<PlatformScreen>> screensOfStep_;
 };
 
 }  // namespace lumatile
