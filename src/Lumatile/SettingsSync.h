@@ -85,7 +85,7 @@ private:
     std::optional<PreferenceSyncEngine> engine_;  ///< None before `start`.
     bool waitsForFirstReading_ = false;
     std::function<void()> statusChanged_;
-    std::unique_ptr<SharedStoreWatch> watch_;
+    SharedStoreWatch watch_;
 };
 
 }  // namespace lumatile

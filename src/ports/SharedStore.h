@@ -2,10 +2,11 @@
 
 #include <cstddef>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "base/ObserverList.h"
 
 namespace lumatile {
 
@@ -45,13 +46,7 @@ struct SharedStoreStatus {
 };
 
 /// Being told of changes; destroying it ends that.
-class SharedStoreWatch {
-public:
-    SharedStoreWatch() = default;
-    SharedStoreWatch(const SharedStoreWatch&) = delete;
-    SharedStoreWatch& operator=(const SharedStoreWatch&) = delete;
-    virtual ~SharedStoreWatch() = default;
-};
+using SharedStoreWatch = ObserverList<const SharedStoreChange&>::Subscription;
 
 /// Port: bytes under keys that the user's computers share through a location which the user names.
 /// Everything is answered from memory, from the last whole set that was found to be good; reading
@@ -87,7 +82,7 @@ public:
     virtual void startAnew() = 0;
 
     /// Calls `changed` from the run loop.
-    [[nodiscard]] virtual std::unique_ptr<SharedStoreWatch> observe(
+    [[nodiscard]] virtual SharedStoreWatch observe(
         std::function<void(const SharedStoreChange&)> changed) = 0;
 };
 

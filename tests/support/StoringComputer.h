@@ -112,7 +112,7 @@ public:
     SharedFolderStore::Pace pace = hurrying();
     std::unique_ptr<SharedFolderStore> store;
     std::vector<int> told;
-    std::unique_ptr<SharedStoreWatch> watch;
+    SharedStoreWatch watch;
 };
 
 }  // namespace lumatile

@@ -32,7 +32,7 @@ private:
     ChoiceBox* location_;
     QLabel* status_;
     QPushButton* replace_;
-    std::unique_ptr<SharedStoreWatch> watch_;
+    SharedStoreWatch watch_;
 };
 
 }  // namespace lumatile

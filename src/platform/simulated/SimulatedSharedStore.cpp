@@ -24,15 +24,6 @@ bool isTooLarge(const SharedSet& set) {
 
 }  // namespace
 
-/// Keeps what is to be called.
-class SimulatedSharedStore::Watch final : public SharedStoreWatch {
-public:
-    explicit Watch(std::shared_ptr<const Observer> changed) : changed_(std::move(changed)) {}
-
-private:
-    std::shared_ptr<const Observer> changed_;
-};
-
 SimulatedSharedStore::SimulatedSharedStore(SimulatedSharedFolder& sharedFolder,
                                            std::optional<std::string> location, bool isFirstContact)
     : sharedFolder_(sharedFolder), location_(std::move(location)), isFirstContact_(isFirstContact) {
@@ -46,11 +37,11 @@ void SimulatedSharedStore::set(const std::optional<Bytes>& value, std::string_vi
     }
     replica_.set(value, key);
     if (!std::exchange(sendsSoon_, true)) {
-        sharedFolder_.runLoop_.post([this] {
+        sharedFolder_.runLoop_.post(lifeline_.guard([this] {
             if (sendsSoon_) {
                 send();
             }
-        });
+        }));
     }
 }
 
@@ -113,11 +104,9 @@ void SimulatedSharedStore::startAnew() {
     tell(firstContact);
 }
 
-std::unique_ptr<SharedStoreWatch> SimulatedSharedStore::observe(
+SharedStoreWatch SimulatedSharedStore::observe(
     std::function<void(const SharedStoreChange&)> changed) {
-    const auto kept = std::make_shared<const Observer>(std::move(changed));
-    observers_.push_back(kept);
-    return std::make_unique<Watch>(kept);
+    return observers_->add(std::move(changed));
 }
 
 void SimulatedSharedStore::setOnline(bool online) {
@@ -140,7 +129,7 @@ void SimulatedSharedStore::setDamaged(bool damaged) {
 
 void SimulatedSharedStore::restart() {
     replica_ = {};
-    observers_.clear();
+    observers_.emplace();
     status_ = {};
     status_.location = location_.value_or("");
     status_.condition = location_ ? Condition::notReachable : Condition::noLocation;
@@ -148,14 +137,8 @@ void SimulatedSharedStore::restart() {
 }
 
 void SimulatedSharedStore::tell(std::optional<int> reasonCode) {
-    std::erase_if(observers_, [](const auto& observer) { return observer.expired(); });
-    for (const auto& observer : observers_) {
-        sharedFolder_.runLoop_.post([observer, reasonCode] {
-            if (const auto changed = observer.lock()) {
-                (*changed)({reasonCode});
-            }
-        });
-    }
+    sharedFolder_.runLoop_.post(
+        lifeline_.guard([this, reasonCode] { observers_->notify({reasonCode}); }));
 }
 
 void SimulatedSharedStore::note(Condition condition) {

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "base/Lifeline.h"
+#include "base/ObserverList.h"
 #include "ports/SharedStore.h"
 #include "preference_sync/SharedSetReplica.h"
 
@@ -28,7 +28,7 @@ public:
     SharedStoreStatus status() override { return status_; }
     void setLocation(const std::optional<std::string>& location) override;
     void startAnew() override;
-    [[nodiscard]] std::unique_ptr<SharedStoreWatch> observe(
+    [[nodiscard]] SharedStoreWatch observe(
         std::function<void(const SharedStoreChange&)> changed) override;
 
     /// Cuts the computer off, or lets it read what lies at the location again.
@@ -53,9 +53,6 @@ public:
 private:
     friend class SimulatedSharedFolder;
 
-    class Watch;
-    using Observer = std::function<void(const SharedStoreChange&)>;
-
     bool isInContact() const { return location_ && isOnline_ && !isDamaged_; }
     void send();
     void arrive(const SharedSet& set, bool isTold);
@@ -65,12 +62,13 @@ private:
     std::optional<std::string> location_;
     SharedSetReplica replica_;
     SharedStoreStatus status_;
-    std::vector<std::weak_ptr<const Observer>> observers_;
+    std::optional<ObserverList<const SharedStoreChange&>> observers_{std::in_place};
     bool isFirstContact_;
     bool isOnline_ = true;
     bool isFull_ = false;
     bool isDamaged_ = false;
     bool sendsSoon_ = false;
+    Lifeline lifeline_;
 };
 
 }  // namespace lumatile

@@ -5,22 +5,29 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
+#include "base/Lifeline.h"
+#include "base/ObserverList.h"
+#include "platform/freedesktop/glib/MainLoopSource.h"
+#include "platform/freedesktop/sync_folder/FolderEvents.h"
+#include "platform/freedesktop/sync_folder/MountTable.h"
+#include "platform/freedesktop/sync_folder/SyncFolderLocation.h"
 #include "platform/freedesktop/sync_folder/SyncFolderVisit.h"
+#include "platform/freedesktop/sync_folder/SyncFolderVisits.h"
 #include "ports/Preferences.h"
 #include "ports/SharedStore.h"
 #include "ports/SystemLog.h"
+#include "preference_sync/SyncReason.h"
 
 namespace lumatile {
 
 /// Shares settings through a folder that the user names and some service mirrors to other
-/// computers, or that lies on a network: one file, replaced as a whole. Folder and file are visited
-/// by the library's worker threads, one visit at a time, so that a mount which does not answer
-/// holds up nothing; everything else happens on the main loop of GLib, which the toolkit's run loop
-/// serves.
+/// computers, or that lies on a network: one file, replaced as a whole. `SyncFolderLocation` knows
+/// what is there and what is to be written, `SyncFolderVisits` look and write; this decides when,
+/// on the main loop of GLib, which the toolkit's run loop serves.
 ///
-/// The folder's path is a setting; so is that of the folder in which the file was seen last. There,
-/// a missing file means an unmounted folder or a deletion, and not that there is nothing yet.
+/// The folder's path is a setting; so is that of the folder in which the file was seen last.
 class SharedFolderStore final : public SharedStore {
 public:
     static constexpr std::string_view folderKey = "syncFolder";
@@ -64,16 +71,43 @@ public:
     /// @param location an absolute path
     void setLocation(const std::optional<std::string>& location) override;
     void startAnew() override;
-    [[nodiscard]] std::unique_ptr<SharedStoreWatch> observe(
+    [[nodiscard]] SharedStoreWatch observe(
         std::function<void(const SharedStoreChange&)> changed) override;
 
     /// Whether it is looking into the folder just now.
-    bool isVisiting() const;
+    bool isVisiting() const { return visits_.isVisiting(); }
 
 private:
-    class State;
+    /// What is listened to and waited for at one folder.
+    struct Waits {
+        std::optional<FolderEvents> queue;
+        MainLoopSource events;
+        MainLoopSource poll;
+        MainLoopSource absence;
+        MainLoopSource rest;
+    };
 
-    std::shared_ptr<State> state_;
+    std::optional<SyncFolderLocation> storedLocation() const;
+    void visit();
+    SyncFolderVisit::Errand errand();
+    void take(std::unique_ptr<SyncFolderVisits::Report> report);
+    void remember(const SyncFolderVisit& visit);
+    void listen(FolderEvents events);
+    void waitAfter(const SyncFolderVisit& visit);
+    void publish(const SyncFolderLocation::Outcome& outcome);
+    void tell(std::optional<SyncReason> reason);
+
+    Preferences& preferences_;
+    SystemLog& log_;
+    Pace pace_;
+    std::optional<SyncFolderLocation> location_;
+    std::optional<Waits> waits_{std::in_place};
+    SyncFolderVisits visits_;
+    MainLoopSource soon_;  ///< Sends what is set in this turn of the loop.
+    MountTable mounts_;
+    MainLoopSource mountChanges_;
+    ObserverList<const SharedStoreChange&> observers_;
+    Lifeline lifeline_;  // For what observers are still to be told when this is gone.
 };
 
 }  // namespace lumatile

@@ -35,7 +35,7 @@ protected:
 
         SimulatedSharedStore& store;
         std::vector<int> told;
-        std::unique_ptr<SharedStoreWatch> watch;
+        SharedStoreWatch watch;
     };
 
     SimulatedClock clock;
