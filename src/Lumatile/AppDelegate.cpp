@@ -40,11 +40,7 @@ void AppDelegate::applicationWillTerminate() {
 }
 
 void AppDelegate::showOnboarding() {
-    const std::function<void()> completion = [weak = std::weak_ptr(self_)] {
-        if (const auto self = weak.lock()) {
-            (*self)->continueStart();
-        }
-    };
+    const std::function<void()> completion = lifeline_.guard([this] { continueStart(); });
     const std::shared_ptr<OnboardingModel> model = makeModel();
     // What the last page tells the user to try has to work while it is read.
     model->onGranted = completion;

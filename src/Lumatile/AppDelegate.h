@@ -5,6 +5,7 @@
 
 #include "Lumatile/ApplicationConductor.h"
 #include "Lumatile/OnboardingCoordinator.h"
+#include "base/Lifeline.h"
 #include "ports/Platform.h"
 
 namespace lumatile {
@@ -46,8 +47,7 @@ private:
     std::shared_ptr<ApplicationConductor> app_;
     std::shared_ptr<OnboardingCoordinator> onboarding_;
     bool hasStarted_ = false;
-    // The completion of the onboarding holds the delegate weakly.
-    std::shared_ptr<AppDelegate*> self_ = std::make_shared<AppDelegate*>(this);
+    Lifeline lifeline_;  // For the completion of the onboarding.
 };
 
 }  // namespace lumatile

@@ -92,12 +92,7 @@ void PackageUpdateController::ask() {
     isAsking_ = true;
     // Noted before the answer, so that a service which never gives one is not asked more often.
     noteCheck();
-    parts_.source.ask(
-        [self = std::weak_ptr<PackageUpdateController*>(self_)](const PackageAnswer& given) {
-            if (const auto controller = self.lock()) {
-                (*controller)->answer(given);
-            }
-        });
+    parts_.source.ask(lifeline_.guard([this](const PackageAnswer& given) { answer(given); }));
 }
 
 void PackageUpdateController::answer(const PackageAnswer& answer) {
@@ -125,11 +120,7 @@ void PackageUpdateController::show(const PackageAnswer& answer) {
     switch (answer.state) {
         case PackageAnswer::State::updateAvailable:
             parts_.panel.show(availableNotice(newVersion),
-                              [self = std::weak_ptr<PackageUpdateController*>(self_), newVersion] {
-                                  if (const auto controller = self.lock()) {
-                                      (*controller)->act(newVersion);
-                                  }
-                              });
+                              lifeline_.guard([this, newVersion] { act(newVersion); }));
             return;
         case PackageAnswer::State::upToDate:
             parts_.panel.show(UpdateTexts::upToDate(parts_.version), noAction);
@@ -153,11 +144,7 @@ void PackageUpdateController::announce() {
     announced_ = *std::exchange(unannounced_, std::nullopt);
     parts_.notifications.show(
         availableNotice(announced_),
-        [self = std::weak_ptr<PackageUpdateController*>(self_), newVersion = announced_] {
-            if (const auto controller = self.lock()) {
-                (*controller)->act(newVersion);
-            }
-        });
+        lifeline_.guard([this, newVersion = announced_] { act(newVersion); }));
 }
 
 Notice PackageUpdateController::availableNotice(const std::string& newVersion) {
@@ -174,19 +161,14 @@ void PackageUpdateController::act(const std::string& newVersion) {
         }
         return;
     }
-    parts_.source.install([self = std::weak_ptr<PackageUpdateController*>(self_),
-                           newVersion](const std::optional<std::string>& error) {
-        const auto controller = self.lock();
-        if (!controller) {
-            return;
-        }
-        const Parts& parts = (*controller)->parts_;
-        if (error) {
-            parts.log.write("Updater", "failed to install: " + *error);
-        }
-        parts.panel.show(error ? UpdateTexts::notInstalled() : UpdateTexts::installed(newVersion),
-                         [] {});
-    });
+    parts_.source.install(
+        lifeline_.guard([this, newVersion](const std::optional<std::string>& error) {
+            if (error) {
+                parts_.log.write("Updater", "failed to install: " + *error);
+            }
+            parts_.panel.show(
+                error ? UpdateTexts::notInstalled() : UpdateTexts::installed(newVersion), [] {});
+        }));
 }
 
 }  // namespace lumatile

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/Lifeline.h"
 #include "ports/Notice.h"
 #include "ports/NoticePanel.h"
 #include "ports/Notifications.h"
@@ -74,9 +75,7 @@ private:
     bool userWaits_ = false;
     std::optional<std::string> unannounced_;  ///< A version that a full-screen window holds back.
     std::string announced_;                   ///< The version of the last notification.
-    // What is handed on may outlive this.
-    const std::shared_ptr<PackageUpdateController*> self_ =
-        std::make_shared<PackageUpdateController*>(this);
+    Lifeline lifeline_;                       // What is handed on may outlive this.
 };
 
 }  // namespace lumatile

@@ -9,47 +9,17 @@
 
 namespace lumatile {
 
-struct SettingsViewModel::Observers {
-    std::list<std::function<void()>> list;
-    int walks = 0;  ///< Under way: an observer may change the model again.
-};
-
-SettingsViewModel::Observation::~Observation() {
-    if (const auto observers = observers_.lock()) {
-        // Perhaps from inside its own call: the place stays, so that the walk goes on from it.
-        *place_ = nullptr;
-    }
-}
-
 SettingsViewModel::SettingsViewModel(std::vector<SnapCommand> commands, const OLEDSettings& oled)
-    : commands_(std::move(commands)), oled_(oled), observers_(std::make_shared<Observers>()) {}
+    : commands_(std::move(commands)), oled_(oled) {}
 
-std::unique_ptr<SettingsViewModel::Observation> SettingsViewModel::observe(
-    std::function<void()> changed) {
-    auto observation = std::make_unique<Observation>();
-    observation->observers_ = observers_;
-    observation->place_ = observers_->list.insert(observers_->list.end(), std::move(changed));
-    return observation;
-}
-
-void SettingsViewModel::changed() {
-    const std::shared_ptr<Observers> observers = observers_;
-    ++observers->walks;
-    for (const std::function<void()>& each : observers->list) {
-        if (each) {
-            const std::function<void()> observer = each;
-            observer();
-        }
-    }
-    if (--observers->walks == 0) {
-        observers->list.remove_if([](const std::function<void()>& each) { return !each; });
-    }
+SettingsViewModel::Observation SettingsViewModel::observe(std::function<void()> changed) {
+    return observers_.add(std::move(changed));
 }
 
 void SettingsViewModel::setSection(SettingsSection section) {
     if (section != section_) {
         section_ = section;
-        changed();
+        observers_.notify();
     }
 }
 
@@ -72,7 +42,7 @@ void SettingsViewModel::select(const std::optional<UUID>& id) {
     selectedID_ = id;
     refusal_.reset();
     painted_.reset();
-    changed();
+    observers_.notify();
 }
 
 std::vector<SnapCommand> SettingsViewModel::areas(bool custom) const {
@@ -135,12 +105,12 @@ void SettingsViewModel::record(const Shortcut& shortcut) {
     if (!ShortcutValidator::isAcceptable(shortcut) || holder) {
         refusal_ =
             Refusal{shortcut, ShortcutValidator::isAcceptable(shortcut) ? holder : std::nullopt};
-        changed();
+        observers_.notify();
         return;
     }
     refusal_.reset();
     if (command->shortcut == shortcut) {
-        changed();
+        observers_.notify();
         return;
     }
     command->shortcut = shortcut;
@@ -154,7 +124,7 @@ void SettingsViewModel::setRecording(bool isRecording) {
     isRecording_ = isRecording;
     if (isRecording && refusal_) {
         refusal_.reset();
-        changed();
+        observers_.notify();
     }
     if (onRecording) {
         onRecording(isRecording);
@@ -191,7 +161,7 @@ std::optional<SnapCommand> SettingsViewModel::conflict(const SnapCommand& comman
 void SettingsViewModel::setRefusedShortcuts(std::vector<UUID> commands) {
     if (commands != refusedShortcuts_) {
         refusedShortcuts_ = std::move(commands);
-        changed();
+        observers_.notify();
     }
 }
 
@@ -209,7 +179,7 @@ void SettingsViewModel::paint(const GridCell& from, const GridCell& to) {
                                              GridEditing::clamp(to, command->axis));
     if (painted_ != block) {
         painted_ = block;
-        changed();
+        observers_.notify();
     }
 }
 
@@ -224,7 +194,7 @@ void SettingsViewModel::commitPaint() {
     if (*command != before) {
         edited();
     } else {
-        changed();
+        observers_.notify();
     }
 }
 
@@ -261,7 +231,7 @@ void SettingsViewModel::setOLED(const OLEDSettings& settings) {
     if (onOLEDChange) {
         onOLEDChange(oled_);
     }
-    changed();
+    observers_.notify();
 }
 
 void SettingsViewModel::replace(std::vector<SnapCommand> commands, const OLEDSettings& oled) {
@@ -271,7 +241,7 @@ void SettingsViewModel::replace(std::vector<SnapCommand> commands, const OLEDSet
     commands_ = std::move(commands);
     oled_ = oled;
     deselectGone();
-    changed();
+    observers_.notify();
 }
 
 void SettingsViewModel::deselectGone() {
@@ -286,7 +256,7 @@ void SettingsViewModel::edited() {
     if (onChange) {
         onChange(commands_);
     }
-    changed();
+    observers_.notify();
 }
 
 }  // namespace lumatile

@@ -2,12 +2,11 @@
 
 #include <cstdint>
 #include <functional>
-#include <list>
-#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
 
+#include "base/ObserverList.h"
 #include "base/UUID.h"
 #include "commands/Shortcut.h"
 #include "commands/SnapCommand.h"
@@ -51,10 +50,10 @@ public:
     ~SettingsViewModel() = default;
 
     /// Being told of changes; destroying it ends that. May outlive the model.
-    class Observation;
+    using Observation = ObserverList<>::Subscription;
 
     /// Calls `changed` after anything here has changed.
-    [[nodiscard]] std::unique_ptr<Observation> observe(std::function<void()> changed);
+    [[nodiscard]] Observation observe(std::function<void()> changed);
 
     SettingsSection section() const { return section_; }
     void setSection(SettingsSection section);
@@ -118,11 +117,8 @@ public:
     void replace(std::vector<SnapCommand> commands, const OLEDSettings& oled);
 
 private:
-    struct Observers;
-
     void edited();
     SnapCommand* selectedCommand();
-    void changed();
     void deselectGone();
 
     SettingsSection section_ = SettingsSection::general;
@@ -133,20 +129,7 @@ private:
     std::optional<Refusal> refusal_;
     std::optional<CellRect> painted_;
     bool isRecording_ = false;
-    std::shared_ptr<Observers> observers_;
-};
-
-class SettingsViewModel::Observation {
-public:
-    Observation() = default;
-    Observation(const Observation&) = delete;
-    Observation& operator=(const Observation&) = delete;
-    ~Observation();
-
-private:
-    friend class SettingsViewModel;
-    std::weak_ptr<Observers> observers_;
-    std::list<std::function<void()>>::iterator place_;
+    ObserverList<> observers_;
 };
 
 }  // namespace lumatile

@@ -12,18 +12,9 @@ SyncConflictCoordinator::~SyncConflictCoordinator() = default;
 void SyncConflictCoordinator::present(const ConflictSummary& summary, Completion completion) {
     completion_ = std::move(completion);
     if (!window_) {
-        const std::weak_ptr<SyncConflictCoordinator*> weak = self_;
-        window_ = presenter_.make(
-            [weak](bool preferLocal) {
-                if (const auto self = weak.lock()) {
-                    (*self)->choose(preferLocal);
-                }
-            },
-            [weak] {
-                if (const auto self = weak.lock()) {
-                    (*self)->dismiss();
-                }
-            });
+        window_ =
+            presenter_.make(lifeline_.guard([this](bool preferLocal) { choose(preferLocal); }),
+                            lifeline_.guard([this] { dismiss(); }));
     }
     window_->show(summary);
 }

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 
+#include "base/Lifeline.h"
 #include "ports/SyncConflictPresenting.h"
 #include "preference_sync/ConflictSummary.h"
 
@@ -21,8 +22,7 @@ public:
 
     /// Shows the window with `summary`; while it is shown already, that one from now on.
     /// @param completion runs once, after the window is gone, with the user's choice; never when
-    /// the
-    ///   window is closed without one, nor when another conflict is presented before
+    /// the window is closed without one, nor when another conflict is presented before
     void present(const ConflictSummary& summary, Completion completion);
 
     bool hasWindow() const { return window_ != nullptr; }
@@ -34,9 +34,7 @@ private:
     SyncConflictPresenter& presenter_;
     Completion completion_;
     std::unique_ptr<SyncConflictPresenting> window_;
-    // What is handed out holds this weakly.
-    std::shared_ptr<SyncConflictCoordinator*> self_ =
-        std::make_shared<SyncConflictCoordinator*>(this);
+    Lifeline lifeline_;  // A window may outlive this.
 };
 
 }  // namespace lumatile

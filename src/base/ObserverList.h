@@ -39,6 +39,9 @@ public:
             }
         }
 
+        /// Takes the observer out now.
+        void reset() { *this = Subscription(); }
+
     private:
         friend class ObserverList;
         Subscription(std::weak_ptr<State> state, typename std::list<Record>::iterator place)

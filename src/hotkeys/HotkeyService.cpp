@@ -23,26 +23,20 @@ std::uint32_t HotkeyService::registerHotKey(std::uint32_t keyCode, std::uint32_t
                                             Action action) {
     if (!installed_) {
         installed_ = true;
-        platform_.installHandler(
-            [handlers = std::weak_ptr<Handlers>(handlers_)](std::optional<HotKeyID> pressed) {
-                const std::shared_ptr<Handlers> alive = handlers.lock();
-                if (!alive || !pressed) {
-                    return noError;
-                }
-                const auto found = alive->find(pressed->id);
-                if (found != alive->end()) {
-                    // A copy, since an action may register anew and so change the map.
-                    const Action called = found->second;
-                    called();
-                }
-                return noError;
-            });
+        platform_.installHandler([perform = lifeline_.guard([this](std::uint32_t id) {
+            perform(id);
+        })](std::optional<HotKeyID> pressed) {
+            if (pressed) {
+                perform(pressed->id);
+            }
+            return noError;
+        });
     }
     if (nextID_ == std::numeric_limits<std::uint32_t>::max()) {
         std::abort();  // Four thousand million registrations: the counting itself is broken.
     }
     const std::uint32_t id = nextID_++;
-    (*handlers_)[id] = std::move(action);
+    handlers_[id] = std::move(action);
     if (const auto reference =
             platform_.registerHotKey(keyCode, modifiers, HotKeyID{signature, id})) {
         refs_[id] = *reference;
@@ -50,11 +44,20 @@ std::uint32_t HotkeyService::registerHotKey(std::uint32_t keyCode, std::uint32_t
     return id;
 }
 
+void HotkeyService::perform(std::uint32_t id) {
+    const auto found = handlers_.find(id);
+    if (found != handlers_.end()) {
+        // A copy, since an action may register anew and so change the map.
+        const Action called = found->second;
+        called();
+    }
+}
+
 void HotkeyService::unregisterAll() {
     const auto refs = std::exchange(refs_, {});
     for (const auto& [id, reference] : refs) {
         platform_.unregisterHotKey(reference);
-        handlers_->erase(id);
+        handlers_.erase(id);
     }
 }
 

@@ -2,9 +2,9 @@
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <unordered_map>
 
+#include "base/Lifeline.h"
 #include "hotkeys/HotKeyPlatform.h"
 
 namespace lumatile {
@@ -39,15 +39,14 @@ public:
     void unregisterAll();
 
 private:
-    using Handlers = std::unordered_map<std::uint32_t, Action>;
+    void perform(std::uint32_t id);
 
-    /// Shared with the handler that the platform keeps for ever, so that a press after the end of
-    /// the service finds nothing to call instead of a dangling pointer.
-    std::shared_ptr<Handlers> handlers_ = std::make_shared<Handlers>();
+    std::unordered_map<std::uint32_t, Action> handlers_;
     std::unordered_map<std::uint32_t, HotKeyReference> refs_;
     std::uint32_t nextID_ = 1;
     bool installed_ = false;
     HotKeyPlatform& platform_;
+    Lifeline lifeline_;  // The platform keeps the handler for ever.
 };
 
 }  // namespace lumatile

@@ -36,7 +36,7 @@ private:
     ToggleSwitch* dims_ = nullptr;
     Card::Slider after_{};
     Card::Slider strength_{};
-    std::unique_ptr<SettingsViewModel::Observation> observation_;
+    SettingsViewModel::Observation observation_;
 };
 
 }  // namespace lumatile

@@ -32,7 +32,7 @@ private:
     QListWidget* sidebar_;
     QStackedWidget* pages_;
     std::array<QWidget*, settingsSections.size()> made_{};
-    std::unique_ptr<SettingsViewModel::Observation> observation_;
+    SettingsViewModel::Observation observation_;
 };
 
 }  // namespace lumatile

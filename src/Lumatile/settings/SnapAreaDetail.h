@@ -51,7 +51,7 @@ private:
     QPushButton* restore_;
     QPushButton* delete_;
     std::optional<UUID> shown_;
-    std::unique_ptr<SettingsViewModel::Observation> observation_;
+    SettingsViewModel::Observation observation_;
 };
 
 }  // namespace lumatile

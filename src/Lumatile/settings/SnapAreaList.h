@@ -32,7 +32,7 @@ private:
     QLabel* refused_;
     std::vector<SnapCommand> shown_;
     bool isRefreshing_ = false;
-    std::unique_ptr<SettingsViewModel::Observation> observation_;
+    SettingsViewModel::Observation observation_;
 };
 
 /// The name of an area where landscape and portrait areas stand side by side.

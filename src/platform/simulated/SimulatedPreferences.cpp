@@ -4,31 +4,21 @@
 
 namespace lumatile {
 
-/// Keeps what is to be called.
 class SimulatedPreferences::Watch final : public PreferencesWatch {
 public:
-    explicit Watch(std::shared_ptr<const std::function<void()>> changed)
-        : changed_(std::move(changed)) {}
+    explicit Watch(ObserverList<>::Subscription subscription)
+        : subscription_(std::move(subscription)) {}
 
 private:
-    std::shared_ptr<const std::function<void()>> changed_;
+    ObserverList<>::Subscription subscription_;
 };
 
 std::unique_ptr<PreferencesWatch> SimulatedPreferences::observe(std::function<void()> changed) {
-    const auto kept = std::make_shared<const std::function<void()>>(std::move(changed));
-    observers_.push_back(kept);
-    return std::make_unique<Watch>(kept);
+    return std::make_unique<Watch>(observers_.add(std::move(changed)));
 }
 
 void SimulatedPreferences::tell() {
-    std::erase_if(observers_, [](const auto& observer) { return observer.expired(); });
-    for (const auto& observer : observers_) {
-        runLoop_.post([observer] {
-            if (const auto changed = observer.lock()) {
-                (*changed)();
-            }
-        });
-    }
+    runLoop_.post(lifeline_.guard([this] { observers_.notify(); }));
 }
 
 std::optional<Bytes> SimulatedPreferences::bytes(std::string_view key) { return value<Bytes>(key); }

@@ -9,8 +9,9 @@
 #include <string>
 #include <string_view>
 #include <variant>
-#include <vector>
 
+#include "base/Lifeline.h"
+#include "base/ObserverList.h"
 #include "ports/Preferences.h"
 #include "ports/RunLoop.h"
 #include "ports/SystemLog.h"
@@ -67,11 +68,12 @@ private:
 
     SystemLog& log_;
     RunLoop& runLoop_;
-    std::vector<std::weak_ptr<const std::function<void()>>> observers_;
+    ObserverList<> observers_;
     Values values_;
     Values disk_;
     std::map<std::string, std::size_t, std::less<>> changes_;
     bool isDiskFull_ = false;
+    Lifeline lifeline_;
 };
 
 }  // namespace lumatile

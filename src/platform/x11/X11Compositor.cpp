@@ -60,11 +60,7 @@ void X11Compositor::note(const xcb_generic_event_t& event) {
     }
     isRunning_ = change.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER &&
                  change.owner != XCB_WINDOW_NONE;
-    connection_.defer([weak = std::weak_ptr(self_)] {
-        if (const auto self = weak.lock()) {
-            (*self)->changed_();
-        }
-    });
+    connection_.defer(lifeline_.guard([this] { changed_(); }));
 }
 
 }  // namespace lumatile

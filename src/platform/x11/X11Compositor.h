@@ -1,10 +1,10 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 
 #include <xcb/xcb.h>
 
+#include "base/Lifeline.h"
 #include "platform/x11/X11Connection.h"
 
 namespace lumatile {
@@ -34,9 +34,8 @@ private:
     xcb_atom_t selection_ = XCB_ATOM_NONE;
     int firstEvent_ = -1;
     bool isRunning_ = false;
-    // Deferred work holds this weakly: it may still be waiting when the object is gone.
-    std::shared_ptr<X11Compositor*> self_ = std::make_shared<X11Compositor*>(this);
-    X11Connection::Subscription subscription_;  // Last: its observer uses the fields above.
+    X11Connection::Subscription subscription_;
+    Lifeline lifeline_;  // For deferred work, which may still be waiting when this is gone.
 };
 
 }  // namespace lumatile

@@ -18,21 +18,6 @@ constexpr std::chrono::seconds longestFarewell{1};
 
 }  // namespace
 
-X11Connection::Subscription::~Subscription() {
-    if (connection_ != nullptr) {
-        connection_->observers_.erase(place_);
-    }
-}
-
-X11Connection::Subscription::Subscription(Subscription&& other) noexcept
-    : connection_(std::exchange(other.connection_, nullptr)), place_(other.place_) {}
-
-X11Connection::Subscription& X11Connection::Subscription::operator=(Subscription&& other) noexcept {
-    std::swap(connection_, other.connection_);
-    std::swap(place_, other.place_);
-    return *this;
-}
-
 std::unique_ptr<X11Connection> X11Connection::open(const std::string& displayName) {
     int screenNumber = 0;
     xcb_connection_t* connection =
@@ -62,10 +47,7 @@ void X11Connection::selectRootEvents(std::uint32_t mask) {
 }
 
 X11Connection::Subscription X11Connection::observe(Observer observer) {
-    Subscription subscription;
-    subscription.connection_ = this;
-    subscription.place_ = observers_.insert(observers_.end(), std::move(observer));
-    return subscription;
+    return observers_.add(std::move(observer));
 }
 
 void X11Connection::defer(std::function<void()> action) { deferred_.push_back(std::move(action)); }
@@ -88,15 +70,9 @@ void X11Connection::dispatch() {
     dispatching_ = false;
 }
 
-void X11Connection::handOut(const xcb_generic_event_t& event) {
-    for (const Observer& observer : observers_) {
-        observer(event);
-    }
-}
-
 void X11Connection::readEvents() {
     while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
-        handOut(*event);
+        observers_.notify(*event);
     }
 }
 
@@ -105,7 +81,7 @@ bool X11Connection::waitForEvents(Clock::time_point deadline) {
     while (!isLost()) {
         bool any = false;
         while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
-            handOut(*event);
+            observers_.notify(*event);
             any = true;
         }
         if (any) {

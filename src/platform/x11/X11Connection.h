@@ -4,12 +4,12 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
-#include <list>
 #include <memory>
 #include <string>
 
 #include <xcb/xcb.h>
 
+#include "base/ObserverList.h"
 #include "platform/x11/X11Atoms.h"
 
 namespace lumatile {
@@ -21,24 +21,10 @@ namespace lumatile {
 /// one.
 class X11Connection {
 public:
-    using Observer = std::function<void(const xcb_generic_event_t&)>;
+    using Observers = ObserverList<const xcb_generic_event_t&>;
+    using Observer = Observers::Observer;
+    using Subscription = Observers::Subscription;
     using Clock = std::chrono::steady_clock;
-
-    /// An observer's place in the list; destroying it takes the observer out.
-    class Subscription {
-    public:
-        Subscription() = default;
-        ~Subscription();
-        Subscription(Subscription&& other) noexcept;
-        Subscription& operator=(Subscription&& other) noexcept;
-        Subscription(const Subscription&) = delete;
-        Subscription& operator=(const Subscription&) = delete;
-
-    private:
-        friend class X11Connection;
-        X11Connection* connection_ = nullptr;
-        std::list<Observer>::iterator place_;
-    };
 
     /// @param displayName as in $DISPLAY; empty: the value of $DISPLAY
     /// @return nothing when there is no such server or it refuses
@@ -59,6 +45,7 @@ public:
     /// observers that each set their own would undo one another.
     void selectRootEvents(std::uint32_t mask);
 
+    /// `observer` sees each event until the subscription is destroyed.
     [[nodiscard]] Subscription observe(Observer observer);
 
     /// Runs `action` at the next `dispatch`, after every action that was deferred before it.
@@ -88,14 +75,13 @@ public:
 private:
     X11Connection(xcb_connection_t* connection, xcb_screen_t* screen);
 
-    void handOut(const xcb_generic_event_t& event);
     void awaitServer();
 
     xcb_connection_t* connection_;
     xcb_screen_t* screen_;
     X11Atoms atoms_;
     std::uint32_t rootEventMask_ = 0;
-    std::list<Observer> observers_;
+    Observers observers_;
     std::deque<std::function<void()>> deferred_;
     bool dispatching_ = false;
 };

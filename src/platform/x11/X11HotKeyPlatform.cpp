@@ -172,11 +172,7 @@ void X11HotKeyPlatform::noteEvent(const xcb_generic_event_t& event) {
     } else if (keyboard_.isChange(event) && !keyboardChanged_) {
         // A change comes as a burst of events; it is followed once, after them.
         keyboardChanged_ = true;
-        connection_.defer([self = std::weak_ptr(self_)] {
-            if (const auto alive = self.lock()) {
-                (*alive)->followKeyboard();
-            }
-        });
+        connection_.defer(lifeline_.guard([this] { followKeyboard(); }));
     }
 }
 
@@ -192,11 +188,8 @@ void X11HotKeyPlatform::notePress(const xcb_key_press_event_t& event) {
         std::find_if(registrations_.begin(), registrations_.end(),
                      [&](const auto& entry) { return entry.second.base == pressed; });
     if (found != registrations_.end()) {
-        connection_.defer([self = std::weak_ptr(self_), reference = found->first] {
-            if (const auto alive = self.lock()) {
-                (*alive)->deliver(reference);
-            }
-        });
+        connection_.defer(
+            lifeline_.guard([this, reference = found->first] { deliver(reference); }));
     }
 }
 

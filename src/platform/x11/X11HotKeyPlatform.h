@@ -2,11 +2,11 @@
 
 #include <cstdint>
 #include <map>
-#include <memory>
 #include <optional>
 #include <set>
 #include <vector>
 
+#include "base/Lifeline.h"
 #include "hotkeys/HotKeyPlatform.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11HeldKeys.h"
@@ -78,9 +78,8 @@ private:
     std::set<Refused> refused_;
     HotKeyReference nextReference_ = 1;
     bool keyboardChanged_ = false;
-    // Deferred work holds this weakly: it may still be waiting when the platform is gone.
-    std::shared_ptr<X11HotKeyPlatform*> self_ = std::make_shared<X11HotKeyPlatform*>(this);
-    X11Connection::Subscription subscription_;  // Last: its observer uses the fields above.
+    X11Connection::Subscription subscription_;
+    Lifeline lifeline_;  // For deferred work, which may still be waiting when this is gone.
 };
 
 }  // namespace lumatile

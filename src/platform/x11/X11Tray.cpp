@@ -33,11 +33,7 @@ void X11Tray::note(const xcb_generic_event_t& event) {
     if (message.type != manager_ || message.data.data32[1] != selection_) {
         return;
     }
-    connection_.defer([weak = std::weak_ptr(self_)] {
-        if (const auto self = weak.lock()) {
-            (*self)->appeared_();
-        }
-    });
+    connection_.defer(lifeline_.guard([this] { appeared_(); }));
 }
 
 }  // namespace lumatile

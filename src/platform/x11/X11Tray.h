@@ -1,10 +1,10 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 
 #include <xcb/xcb.h>
 
+#include "base/Lifeline.h"
 #include "platform/x11/X11Connection.h"
 
 namespace lumatile {
@@ -29,9 +29,8 @@ private:
     std::function<void()> appeared_;
     xcb_atom_t selection_;
     xcb_atom_t manager_;
-    // Deferred work holds this weakly: it may still be waiting when the object is gone.
-    std::shared_ptr<X11Tray*> self_ = std::make_shared<X11Tray*>(this);
-    X11Connection::Subscription subscription_;  // Last: its observer uses the fields above.
+    X11Connection::Subscription subscription_;
+    Lifeline lifeline_;  // For deferred work, which may still be waiting when this is gone.
 };
 
 }  // namespace lumatile

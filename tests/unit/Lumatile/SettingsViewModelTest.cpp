@@ -26,7 +26,7 @@ protected:
     std::vector<std::vector<SnapCommand>> told;
     std::vector<OLEDSettings> oledTold;
     int changes = 0;
-    std::unique_ptr<SettingsViewModel::Observation> observation;
+    SettingsViewModel::Observation observation;
 };
 
 TEST_F(SettingsModel, opensOnGeneralAndKeepsItsSection) {
@@ -238,7 +238,7 @@ TEST_F(SettingsModel, whatOthersChangedIsTakenOverSilently) {
 TEST_F(SettingsModel, anObserverMayEndItselfAndChangeTheModelAgain) {
     observation.reset();
     int calls = 0;
-    std::unique_ptr<SettingsViewModel::Observation> own;
+    SettingsViewModel::Observation own;
     own = model.observe([&] {
         ++calls;
         own.reset();

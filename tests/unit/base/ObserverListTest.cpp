@@ -81,7 +81,7 @@ TEST(ObserverList, aSubscriptionMoves) {
     kept = list.add(note(heard, 'b'));
     list.notify();
     EXPECT_EQ(heard, "ab");
-    kept = Plain::Subscription();
+    kept.reset();
     list.notify();
     EXPECT_EQ(heard, "ab");
 }

@@ -51,14 +51,12 @@ void DesktopNotifications::show(const Notice& notice, std::function<void()> chos
         notify,
         g_variant_new("(susss^asa{sv}i)", "Lumatile", shown_, "lumatile", notice.title.c_str(),
                       body.c_str(), actions.data(), &hints, asTheServiceLikes),
-        patience, true,
-        [self = std::weak_ptr<DesktopNotifications*>(self_)](const BusConnection::Reply& reply) {
-            const auto held = self.lock();
-            if (held && reply.value != nullptr &&
+        patience, true, lifeline_.guard([this](const BusConnection::Reply& reply) {
+            if (reply.value != nullptr &&
                 g_variant_is_of_type(reply.value, G_VARIANT_TYPE("(u)")) != 0) {
-                g_variant_get(reply.value, "(u)", &(*held)->shown_);
+                g_variant_get(reply.value, "(u)", &shown_);
             }
-        });
+        }));
 }
 
 std::string DesktopNotifications::escaped(std::string_view text) {

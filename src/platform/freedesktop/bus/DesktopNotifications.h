@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/Lifeline.h"
 #include "platform/freedesktop/bus/BusConnection.h"
 #include "ports/Notifications.h"
 
@@ -33,10 +34,8 @@ private:
     BusConnection& session_;
     std::unique_ptr<BusConnection::Subscription> actions_;
     std::function<void()> chosen_;
-    guint shown_ = 0;  ///< The service's number of ours; 0: none.
-    // The bus may answer when this is gone.
-    const std::shared_ptr<DesktopNotifications*> self_ =
-        std::make_shared<DesktopNotifications*>(this);
+    guint shown_ = 0;    ///< The service's number of ours; 0: none.
+    Lifeline lifeline_;  // The bus may answer when this is gone.
 };
 
 }  // namespace lumatile

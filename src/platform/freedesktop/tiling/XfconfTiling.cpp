@@ -53,25 +53,20 @@ void XfconfTiling::ask() {
     }
     isAsking_ = true;
     session_.call(getProperty, g_variant_new("(ss)", channel, property), patience, false,
-                  [self = std::weak_ptr<XfconfTiling*>(self_)](const BusConnection::Reply& reply) {
-                      const auto held = self.lock();
-                      if (!held) {
-                          return;
-                      }
-                      XfconfTiling& setting = **held;
-                      setting.isAsking_ = false;
-                      setting.answers_ = reply.value != nullptr || reply.errorName == notSet;
+                  lifeline_.guard([this](const BusConnection::Reply& reply) {
+                      isAsking_ = false;
+                      answers_ = reply.value != nullptr || reply.errorName == notSet;
                       if (reply.value != nullptr &&
                           g_variant_is_of_type(reply.value, G_VARIANT_TYPE("(v)")) != 0) {
                           GVariant* boxed = nullptr;
                           g_variant_get(reply.value, "(v)", &boxed);
                           const GVariantHandle value(boxed);
-                          setting.take(boxed);
-                      } else if (setting.answers_) {
-                          setting.known_.reset();
+                          take(boxed);
+                      } else if (answers_) {
+                          known_.reset();
                       }
                       // While nothing answers, what was known last holds.
-                  });
+                  }));
 }
 
 void XfconfTiling::take(GVariant* boxed) {
@@ -86,11 +81,7 @@ bool XfconfTiling::switchOff() {
     }
     session_.call(setProperty,
                   g_variant_new("(ssv)", channel, property, g_variant_new_boolean(FALSE)), patience,
-                  false, [self = std::weak_ptr<XfconfTiling*>(self_)](const BusConnection::Reply&) {
-                      if (const auto held = self.lock()) {
-                          (*held)->ask();
-                      }
-                  });
+                  false, lifeline_.guard([this](const BusConnection::Reply&) { ask(); }));
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "base/Lifeline.h"
 #include "platform/freedesktop/bus/BusConnection.h"
 #include "platform/freedesktop/tiling/TilingSetting.h"
 
@@ -38,8 +39,7 @@ private:
     std::optional<bool> known_;
     bool isAsking_ = false;
     bool answers_ = false;
-    // The bus may answer when this is gone.
-    const std::shared_ptr<XfconfTiling*> self_ = std::make_shared<XfconfTiling*>(this);
+    Lifeline lifeline_;  // The bus may answer when this is gone.
 };
 
 }  // namespace lumatile

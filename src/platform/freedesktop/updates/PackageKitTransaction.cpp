@@ -52,23 +52,18 @@ PackageKitTransaction::PackageKitTransaction(BusConnection& system, const Questi
         this);
     constexpr BusConnection::Method create{service, "/org/freedesktop/PackageKit", service,
                                            "CreateTransaction"};
-    system_.call(
-        create, nullptr, patience, true,
-        [self = std::weak_ptr<PackageKitTransaction*>(self_)](const BusConnection::Reply& reply) {
-            const auto held = self.lock();
-            if (!held) {
-                return;
-            }
-            if (reply.value == nullptr) {
-                (*held)->end(Failure{!reply.hasBus || meansMissing(reply.errorName), reply.error});
-            } else if (g_variant_is_of_type(reply.value, G_VARIANT_TYPE("(o)")) == 0) {
-                (*held)->end(Failure{false, "the package service answers otherwise"});
-            } else {
-                const char* path = nullptr;
-                g_variant_get(reply.value, "(&o)", &path);
-                (*held)->begin(path);
-            }
-        });
+    system_.call(create, nullptr, patience, true,
+                 lifeline_.guard([this](const BusConnection::Reply& reply) {
+                     if (reply.value == nullptr) {
+                         end(Failure{!reply.hasBus || meansMissing(reply.errorName), reply.error});
+                     } else if (g_variant_is_of_type(reply.value, G_VARIANT_TYPE("(o)")) == 0) {
+                         end(Failure{false, "the package service answers otherwise"});
+                     } else {
+                         const char* path = nullptr;
+                         g_variant_get(reply.value, "(&o)", &path);
+                         begin(path);
+                     }
+                 }));
 }
 
 PackageKitTransaction::~PackageKitTransaction() {
@@ -107,15 +102,13 @@ void PackageKitTransaction::begin(const std::string& path) {
     // Without the hints it works as well.
     system_.call({service, path_.c_str(), transactionInterface, "SetHints"},
                  g_variant_ref(hints_.get()), patience, false, [](const BusConnection::Reply&) {});
-    system_.call(
-        {service, path_.c_str(), transactionInterface, method_.c_str()},
-        g_variant_ref(arguments_.get()), patience, false,
-        [self = std::weak_ptr<PackageKitTransaction*>(self_)](const BusConnection::Reply& reply) {
-            const auto held = self.lock();
-            if (held && reply.value == nullptr) {
-                (*held)->end(Failure{false, reply.error});
-            }
-        });
+    system_.call({service, path_.c_str(), transactionInterface, method_.c_str()},
+                 g_variant_ref(arguments_.get()), patience, false,
+                 lifeline_.guard([this](const BusConnection::Reply& reply) {
+                     if (reply.value == nullptr) {
+                         end(Failure{false, reply.error});
+                     }
+                 }));
 }
 
 void PackageKitTransaction::note(GVariant* package) {

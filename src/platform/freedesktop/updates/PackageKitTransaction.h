@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "base/Lifeline.h"
 #include "platform/freedesktop/bus/BusConnection.h"
 #include "platform/freedesktop/glib/GLibHandles.h"
 
@@ -56,9 +57,7 @@ private:
     std::string error_;  ///< The service's last word on what went wrong.
     std::vector<std::unique_ptr<BusConnection::Subscription>> signals_;
     guint timer_ = 0;
-    // The bus may answer when this is gone.
-    const std::shared_ptr<PackageKitTransaction*> self_ =
-        std::make_shared<PackageKitTransaction*>(this);
+    Lifeline lifeline_;  // The bus may answer when this is gone.
 };
 
 }  // namespace lumatile
