@@ -25,7 +25,7 @@ protected:
     StoringComputer computer;
 };
 
-using FolderCloudStoreTest = FolderStoreTest;
+using SharedFolderStoreTest = FolderStoreTest;
 
 /// For its lifetime this process has the rights of a user who owns nothing. Without effect for
 /// others than the superuser, who have no rights to give up.

@@ -16,7 +16,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 // As where a mount point lies empty because nothing is mounted.
-TEST_F(FolderCloudStoreTest, aKnownFolderWithoutItsFileIsNotBegunAnew) {
+TEST_F(SharedFolderStoreTest, aKnownFolderWithoutItsFileIsNotBegunAnew) {
     computer.pace.absenceMilliseconds = 1;
     computer.start(folder.path());
     computer.change(5, "[1]");
@@ -42,7 +42,7 @@ TEST_F(FolderCloudStoreTest, aKnownFolderWithoutItsFileIsNotBegunAnew) {
     EXPECT_EQ(computer.condition(), Condition::current);
 }
 
-TEST_F(FolderCloudStoreTest, aFileThatIsGoneForAMomentIsNotSpokenOf) {
+TEST_F(SharedFolderStoreTest, aFileThatIsGoneForAMomentIsNotSpokenOf) {
     computer.start(folder.path());
     computer.change(5, "[1]");
     computer.settle();
@@ -56,7 +56,7 @@ TEST_F(FolderCloudStoreTest, aFileThatIsGoneForAMomentIsNotSpokenOf) {
     EXPECT_THAT(computer.log.lines(), IsEmpty());
 }
 
-TEST_F(FolderCloudStoreTest, theUserMayHaveAMissingFileWrittenAnew) {
+TEST_F(SharedFolderStoreTest, theUserMayHaveAMissingFileWrittenAnew) {
     computer.start(folder.path());
     computer.change(5, "[1]");
     computer.settle();
@@ -72,7 +72,7 @@ TEST_F(FolderCloudStoreTest, theUserMayHaveAMissingFileWrittenAnew) {
     EXPECT_EQ(readFile(file), textOf(6, "[2]"));
 }
 
-TEST_F(FolderCloudStoreTest, aFileCutOffAnywhereIsRefusedAndLeftAlone) {
+TEST_F(SharedFolderStoreTest, aFileCutOffAnywhereIsRefusedAndLeftAlone) {
     computer.start(folder.path());
     computer.change(5, "[1]");
     computer.settle();
@@ -104,7 +104,7 @@ TEST_F(FolderCloudStoreTest, aFileCutOffAnywhereIsRefusedAndLeftAlone) {
     EXPECT_THAT(computer.log.lines(), SizeIs(2)) << "damaged once more";
 }
 
-RC_GTEST_FIXTURE_PROP(FolderCloudStoreTest, aFileOfWhichABitIsWrongIsRefused, ()) {
+RC_GTEST_FIXTURE_PROP(SharedFolderStoreTest, aFileOfWhichABitIsWrongIsRefused, ()) {
     computer.start(folder.path());
     std::string text = textOf(7, *rc::gen::arbitrary<std::string>());
     const auto bit = *rc::gen::inRange<std::size_t>(0, text.size() * 8);
@@ -118,7 +118,7 @@ RC_GTEST_FIXTURE_PROP(FolderCloudStoreTest, aFileOfWhichABitIsWrongIsRefused, ()
     RC_ASSERT(readFile(file) == text);
 }
 
-TEST_F(FolderCloudStoreTest, whatIsNoFileOrTooLargeIsRefused) {
+TEST_F(SharedFolderStoreTest, whatIsNoFileOrTooLargeIsRefused) {
     computer.start(folder.path());
     std::ofstream(file).close();
     fs::resize_file(file, SharedSetCodec::largestText + 1);
@@ -137,7 +137,7 @@ TEST_F(FolderCloudStoreTest, whatIsNoFileOrTooLargeIsRefused) {
     EXPECT_THAT(computer.told, ElementsAre(3, 1));
 }
 
-TEST_F(FolderCloudStoreTest, theUserMayHaveADamagedFileReplacedAndKeepsIt) {
+TEST_F(SharedFolderStoreTest, theUserMayHaveADamagedFileReplacedAndKeepsIt) {
     replaceFile(file, "damaged");
     computer.start(folder.path());
     EXPECT_FALSE(computer.store->hasBeenRead());
@@ -154,7 +154,7 @@ TEST_F(FolderCloudStoreTest, theUserMayHaveADamagedFileReplacedAndKeepsIt) {
     EXPECT_EQ(computer.condition(), Condition::current);
 }
 
-TEST_F(FolderCloudStoreTest, aGoodFileThatArrivesMeanwhileIsNotReplacedUnread) {
+TEST_F(SharedFolderStoreTest, aGoodFileThatArrivesMeanwhileIsNotReplacedUnread) {
     replaceFile(file, "damaged");
     computer.start(folder.path());
     replaceFile(file, textOf(9, "[there]"));
@@ -165,7 +165,7 @@ TEST_F(FolderCloudStoreTest, aGoodFileThatArrivesMeanwhileIsNotReplacedUnread) {
     EXPECT_EQ(computer.store->data("commands"), "[there]");
 }
 
-TEST_F(FolderCloudStoreTest, aFullDiskIsToldOnceAndTriedAgain) {
+TEST_F(SharedFolderStoreTest, aFullDiskIsToldOnceAndTriedAgain) {
     computer.pace.pollMilliseconds = 1;
     computer.start(folder.path());
     computer.change(5, "[1]");
@@ -187,7 +187,7 @@ TEST_F(FolderCloudStoreTest, aFullDiskIsToldOnceAndTriedAgain) {
     EXPECT_THAT(computer.log.lines(), ElementsAre(HasSubstr("cannot be written")));
 }
 
-TEST_F(FolderCloudStoreTest, aFolderThatOnlyOthersMayWriteIsRead) {
+TEST_F(SharedFolderStoreTest, aFolderThatOnlyOthersMayWriteIsRead) {
     fs::permissions(folder.path(), fs::perms(0555));
     replaceFile(file, textOf(5, "[there]"));
     fs::permissions(file, fs::perms(0444));
@@ -208,7 +208,7 @@ TEST_F(FolderCloudStoreTest, aFolderThatOnlyOthersMayWriteIsRead) {
     EXPECT_EQ(readFile(file), textOf(6, "[here]"));
 }
 
-TEST_F(FolderCloudStoreTest, aValueOverAMebibyteIsRefused) {
+TEST_F(SharedFolderStoreTest, aValueOverAMebibyteIsRefused) {
     computer.start(folder.path());
     computer.change(5, "[1]");
     computer.settle();
@@ -222,6 +222,19 @@ TEST_F(FolderCloudStoreTest, aValueOverAMebibyteIsRefused) {
     computer.settle();
     EXPECT_EQ(computer.condition(), Condition::current);
     EXPECT_EQ(readFile(file), textOf(7, "[2]"));
+}
+
+TEST_F(SharedFolderStoreTest, aValueOverAMebibyteIsRefusedAlsoByAVisitThatComesFirst) {
+    computer.start(folder.path());
+    replaceFile(file, "{");
+    ASSERT_TRUE(runUntil([this] { return computer.condition() == Condition::damaged; }));
+    computer.settle();
+    computer.store->set(Bytes(SharedStore::largestValue + 1, ' '), "commands");
+    computer.store->startAnew();
+    computer.settle();
+    EXPECT_THAT(computer.told, ElementsAre(3, 1, 1, 2));
+    EXPECT_EQ(computer.condition(), Condition::tooLarge);
+    EXPECT_EQ(contents(file), "{");
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-TEST_F(FolderCloudStoreTest, withoutAFolderThereIsNothing) {
+TEST_F(SharedFolderStoreTest, withoutAFolderThereIsNothing) {
     computer.start();
     computer.change(1, "[1]");
     computer.settle();
@@ -22,7 +22,7 @@ TEST_F(FolderCloudStoreTest, withoutAFolderThereIsNothing) {
     EXPECT_THAT(computer.told, IsEmpty());
 }
 
-TEST_F(FolderCloudStoreTest, anEmptyFolderIsAFirstContact) {
+TEST_F(SharedFolderStoreTest, anEmptyFolderIsAFirstContact) {
     computer.start(folder.path());
     EXPECT_THAT(computer.told, ElementsAre(3, 1));
     EXPECT_TRUE(computer.store->hasBeenRead());
@@ -32,7 +32,7 @@ TEST_F(FolderCloudStoreTest, anEmptyFolderIsAFirstContact) {
     EXPECT_THAT(folder.names(), IsEmpty()) << "nothing is written before there is something";
 }
 
-TEST_F(FolderCloudStoreTest, whatIsSetBecomesTheFileAndIsNoChangeFromOutside) {
+TEST_F(SharedFolderStoreTest, whatIsSetBecomesTheFileAndIsNoChangeFromOutside) {
     computer.start(folder.path());
     computer.change(5, "[1]");
     EXPECT_EQ(computer.store->data("commands"), "[1]");
@@ -48,7 +48,7 @@ TEST_F(FolderCloudStoreTest, whatIsSetBecomesTheFileAndIsNoChangeFromOutside) {
     EXPECT_EQ(status.st_mode & 07777U, 0600U);
 }
 
-TEST_F(FolderCloudStoreTest, whatIsSetIsWrittenWithoutBeingAskedFor) {
+TEST_F(SharedFolderStoreTest, whatIsSetIsWrittenWithoutBeingAskedFor) {
     computer.start(folder.path());
     computer.store->set("[1]", "commands");
     computer.store->set(SyncTimestamp::encode(5), "__ts");
@@ -56,7 +56,7 @@ TEST_F(FolderCloudStoreTest, whatIsSetIsWrittenWithoutBeingAskedFor) {
     EXPECT_EQ(readFile(file), textOf(5, "[1]"));
 }
 
-TEST_F(FolderCloudStoreTest, aKnownFolderIsReadWithoutAReason) {
+TEST_F(SharedFolderStoreTest, aKnownFolderIsReadWithoutAReason) {
     computer.start(folder.path());
     computer.change(5, "[1]");
     computer.settle();
@@ -69,7 +69,7 @@ TEST_F(FolderCloudStoreTest, aKnownFolderIsReadWithoutAReason) {
     EXPECT_THAT(computer.told, IsEmpty());
 }
 
-TEST_F(FolderCloudStoreTest, aFileThatIsReplacedIsAChangeByAnother) {
+TEST_F(SharedFolderStoreTest, aFileThatIsReplacedIsAChangeByAnother) {
     computer.start(folder.path());
     replaceFile(file, textOf(7, "[there]"));
     computer.settle();
@@ -84,7 +84,7 @@ TEST_F(FolderCloudStoreTest, aFileThatIsReplacedIsAChangeByAnother) {
     EXPECT_EQ(computer.store->data("commands"), "[older]");
 }
 
-TEST_F(FolderCloudStoreTest, aFileThatIsWrittenInPlaceIsReadWhenItIsWhole) {
+TEST_F(SharedFolderStoreTest, aFileThatIsWrittenInPlaceIsReadWhenItIsWhole) {
     computer.start(folder.path());
     const std::string text = textOf(7, "[there]");
     std::ofstream arriving(file, std::ios::binary);
@@ -99,7 +99,7 @@ TEST_F(FolderCloudStoreTest, aFileThatIsWrittenInPlaceIsReadWhenItIsWhole) {
     EXPECT_EQ(computer.store->data("commands"), "[there]");
 }
 
-TEST_F(FolderCloudStoreTest, aFolderThatIsMadeLaterIsFound) {
+TEST_F(SharedFolderStoreTest, aFolderThatIsMadeLaterIsFound) {
     const fs::path later = folder / "mirrored" / "settings";
     computer.start(later);
     EXPECT_FALSE(computer.store->hasBeenRead());
@@ -118,7 +118,7 @@ TEST_F(FolderCloudStoreTest, aFolderThatIsMadeLaterIsFound) {
     EXPECT_THAT(computer.log.lines(), SizeIs(1));
 }
 
-TEST_F(FolderCloudStoreTest, ofAChangeBeforeTheFirstReadingAndWhatLiesThereTheLaterCounts) {
+TEST_F(SharedFolderStoreTest, ofAChangeBeforeTheFirstReadingAndWhatLiesThereTheLaterCounts) {
     for (const double there : {4.0, 6.0}) {
         const fs::path later = folder / ("at" + std::to_string(static_cast<int>(there)));
         const fs::path arriving = folder / "arriving";
@@ -138,7 +138,7 @@ TEST_F(FolderCloudStoreTest, ofAChangeBeforeTheFirstReadingAndWhatLiesThereTheLa
     }
 }
 
-TEST_F(FolderCloudStoreTest, aFolderThatGoesAndComesIsAnsweredFromMemoryMeanwhile) {
+TEST_F(SharedFolderStoreTest, aFolderThatGoesAndComesIsAnsweredFromMemoryMeanwhile) {
     const fs::path shared = folder / "shared";
     fs::create_directory(shared);
     computer.start(shared);
@@ -157,7 +157,7 @@ TEST_F(FolderCloudStoreTest, aFolderThatGoesAndComesIsAnsweredFromMemoryMeanwhil
     EXPECT_EQ(computer.condition(), Condition::current);
 }
 
-TEST_F(FolderCloudStoreTest, anotherFolderIsReadAnewAndTheFormerIsLeft) {
+TEST_F(SharedFolderStoreTest, anotherFolderIsReadAnewAndTheFormerIsLeft) {
     const fs::path one = folder / "one";
     const fs::path two = folder / "two";
     fs::create_directory(one);
@@ -187,7 +187,7 @@ TEST_F(FolderCloudStoreTest, anotherFolderIsReadAnewAndTheFormerIsLeft) {
     EXPECT_EQ(computer.condition(), Condition::noLocation);
 }
 
-TEST_F(FolderCloudStoreTest, whatIsNoPathIsNotReachable) {
+TEST_F(SharedFolderStoreTest, whatIsNoPathIsNotReachable) {
     for (const std::string& path : {std::string("relative"), std::string(),
                                     std::string(5000, '/') + "x", "/" + std::string(300, 'n'),
                                     std::string("/tmp\0x", 6), file.string() + "/below/a/file"}) {

@@ -16,7 +16,7 @@ using testing::HasSubstr;
 
 constexpr int anHour = 3'600'000;
 
-TEST_F(FolderCloudStoreTest, nothingIsWrittenOverAFileThatAnotherHasJustPutThere) {
+TEST_F(SharedFolderStoreTest, nothingIsWrittenOverAFileThatAnotherHasJustPutThere) {
     computer.pace.restMilliseconds = anHour;
     computer.start(folder.path());
     computer.change(5, "[mine]");
@@ -35,7 +35,7 @@ TEST_F(FolderCloudStoreTest, nothingIsWrittenOverAFileThatAnotherHasJustPutThere
     EXPECT_EQ(computer.store->data("commands"), "[here]");
 }
 
-TEST_F(FolderCloudStoreTest, whatHadToRestIsWrittenAfterwardsWithoutBeingAskedFor) {
+TEST_F(SharedFolderStoreTest, whatHadToRestIsWrittenAfterwardsWithoutBeingAskedFor) {
     std::atomic<int> visits = 0;
     computer.pace.restMilliseconds = 200;
     computer.pace.visit = [&](const auto& errand) {
@@ -68,7 +68,7 @@ struct HeldVisits {
     }
 };
 
-TEST_F(FolderCloudStoreTest, aMountThatDoesNotAnswerHoldsNothingUp) {
+TEST_F(SharedFolderStoreTest, aMountThatDoesNotAnswerHoldsNothingUp) {
     const fs::path dead = folder / "dead";
     const fs::path alive = folder / "alive";
     fs::create_directory(dead);
@@ -99,7 +99,7 @@ TEST_F(FolderCloudStoreTest, aMountThatDoesNotAnswerHoldsNothingUp) {
     EXPECT_EQ(computer.store->data("commands"), "[dead]");
 }
 
-TEST_F(FolderCloudStoreTest, mayEndDuringAVisit) {
+TEST_F(SharedFolderStoreTest, mayEndDuringAVisit) {
     const fs::path dead = folder / "dead";
     fs::create_directory(dead);
     HeldVisits held;
@@ -119,7 +119,7 @@ TEST_F(FolderCloudStoreTest, mayEndDuringAVisit) {
     }
 }
 
-TEST_F(FolderCloudStoreTest, looksNowAndThenWhereTheKernelDoesNotTell) {
+TEST_F(SharedFolderStoreTest, looksNowAndThenWhereTheKernelDoesNotTell) {
     std::atomic<int> visits = 0;
     computer.pace.visit = [&](const auto& errand) {
         ++visits;
@@ -143,7 +143,7 @@ TEST_F(FolderCloudStoreTest, looksNowAndThenWhereTheKernelDoesNotTell) {
     EXPECT_EQ(visits, before);
 }
 
-TEST_F(FolderCloudStoreTest, aFolderAtRestIsNotVisited) {
+TEST_F(SharedFolderStoreTest, aFolderAtRestIsNotVisited) {
     std::atomic<int> visits = 0;
     computer.pace.visit = [&](const auto& errand) {
         ++visits;
