@@ -33,7 +33,7 @@ public:
     };
 
     /// Does nothing yet.
-    /// @param preferences and `cloud` outlive it
+    /// @param preferences and `sharedStore` outlive it
     /// @param now seconds since 1970-01-01 00:00 UTC
     SettingsSync(Preferences& preferences, SharedStore& sharedStore, std::function<double()> now,
                  Closures closures);

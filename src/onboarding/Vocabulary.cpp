@@ -83,7 +83,7 @@ Vocabulary Vocabulary::of(const HostDesktop& host) {
     }
     vocabulary.computer = {"computer", "Computer"};
     // The folder that the user shares between computers, whatever shares it.
-    vocabulary.cloud = {"the shared folder", "Shared Folder"};
+    vocabulary.sharedPlace = {"the shared folder", "Shared Folder"};
     vocabulary.settingsProgram = found->settingsProgram;
     vocabulary.tilingSettings = found->tilingSettings;
     vocabulary.tilingPane = found->tilingPane;
@@ -106,8 +106,8 @@ std::string Vocabulary::apply(std::string_view text) const {
         {"macOS", system.inTitle},
         {"This Mac", "This " + computer.inTitle},
         {"Mac", computer.inSentence},
-        {"in iCloud", "in " + cloud.inSentence},
-        {"iCloud", cloud.inTitle},
+        {"in iCloud", "in " + sharedPlace.inSentence},
+        {"iCloud", sharedPlace.inTitle},
     }};
     std::string result;
     for (std::size_t i = 0; i < text.size();) {

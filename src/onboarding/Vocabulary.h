@@ -21,7 +21,7 @@ struct Vocabulary {
 
     Noun system;                  ///< What tiles windows by itself: "macOS".
     Noun computer;                ///< "Mac".
-    Noun cloud;                   ///< Where settings are shared: "iCloud".
+    Noun sharedPlace;             ///< Where settings are shared: "iCloud".
     std::string settingsProgram;  ///< "System Settings".
     std::string tilingSettings;   ///< The way to the switches of the system's tiling.
     std::string tilingPane;       ///< The last step of that way as a button names it.

@@ -10,4 +10,7 @@ enum class SyncReason {
     account = 3,         ///< The location is another one now.
 };
 
+/// The code by which stores tell of `reason`.
+constexpr int code(SyncReason reason) { return static_cast<int>(reason); }
+
 }  // namespace lumatile

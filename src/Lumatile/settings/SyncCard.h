@@ -16,7 +16,7 @@ class ChoiceBox;
 /// Where the settings are shared with the user's other computers, and how it stands with that.
 class SyncCard : public Card {
 public:
-    /// @param cloud outlives the card
+    /// @param sharedStore outlives the card
     SyncCard(SharedStore& sharedStore, Saying say, QWidget* parent = nullptr);
     SyncCard(const SyncCard&) = delete;
     SyncCard& operator=(const SyncCard&) = delete;

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "preference_sync/SyncReason.h"
+
 namespace lumatile {
 
 SimulatedSharedStore& SimulatedSharedFolder::join(std::optional<std::string> location,
@@ -26,7 +28,7 @@ void SimulatedSharedFolder::resend() {
     for (const auto& store : stores_) {
         if (store->isInContact()) {
             store->arrive(present(*store->location()), true);
-            store->tell(0);
+            store->tell(code(SyncReason::server));
         }
     }
 }
@@ -53,7 +55,7 @@ void SimulatedSharedFolder::receive(SimulatedSharedStore& store, const std::stri
     // Two have changed it at once: the later change counts.
     if (store.replica_.found(present(location))) {
         store.note(SharedStoreStatus::Condition::current);
-        store.tell(0);
+        store.tell(code(SyncReason::server));
         return;
     }
     if (!store.replica_.unsent()) {

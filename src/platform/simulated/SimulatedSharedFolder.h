@@ -25,16 +25,16 @@ public:
         bool isTold = true;  ///< False: the set arrives, and nobody is told.
     };
 
-    static constexpr const char* usualLocation = "cloud";
+    static constexpr const char* usualLocation = "shared";
 
-    /// Both outlive the cloud.
+    /// Both outlive the folder.
     SimulatedSharedFolder(SimulatedClock& clock, SimulatedRunLoop& runLoop)
         : clock_(clock), runLoop_(runLoop) {}
     SimulatedSharedFolder(const SimulatedSharedFolder&) = delete;
     SimulatedSharedFolder& operator=(const SimulatedSharedFolder&) = delete;
     ~SimulatedSharedFolder() = default;
 
-    /// A further computer, which begins to read the location. The store lives as long as the cloud.
+    /// A further computer, which begins to read the location. The store lives as long as the folder.
     /// @param location absent: the user has named none yet
     /// @param isFirstContact false: this computer knew the location before it was started
     SimulatedSharedStore& join(std::optional<std::string> location = usualLocation,

@@ -4,17 +4,13 @@
 #include <utility>
 
 #include "platform/simulated/SimulatedSharedFolder.h"
+#include "preference_sync/SyncReason.h"
 
 namespace lumatile {
 
 namespace {
 
 using Condition = SharedStoreStatus::Condition;
-
-constexpr int changedByAnother = 0;
-constexpr int firstContact = 1;
-constexpr int noRoom = 2;
-constexpr int otherLocation = 3;
 
 bool isTooLarge(const SharedSet& set) {
     return std::any_of(set.begin(), set.end(), [](const auto& entry) {
@@ -53,10 +49,10 @@ void SimulatedSharedStore::send() {
     if (isTooLarge(*replica_.unsent())) {
         replica_.dropUnsent();
         note(Condition::tooLarge);
-        tell(noRoom);
+        tell(code(SyncReason::quotaViolation));
     } else if (isFull_) {
         note(Condition::notWritable);
-        tell(noRoom);
+        tell(code(SyncReason::quotaViolation));
     } else if (isInContact() && hasBeenRead()) {
         note(Condition::sending);
         sharedFolder_.send(*this);
@@ -74,9 +70,10 @@ void SimulatedSharedStore::arrive(const SharedSet& set, bool isTold) {
         return;
     }
     if (!wasRead) {
-        tell(std::exchange(isFirstContact_, false) ? std::optional(firstContact) : std::nullopt);
+        tell(std::exchange(isFirstContact_, false) ? std::optional(code(SyncReason::initialSync))
+                                                   : std::nullopt);
     } else if (isNews) {
-        tell(changedByAnother);
+        tell(code(SyncReason::server));
     }
 }
 
@@ -91,7 +88,7 @@ void SimulatedSharedStore::setLocation(const std::optional<std::string>& locatio
     status_ = {};
     status_.location = location_.value_or("");
     status_.condition = location_ ? Condition::notReachable : Condition::noLocation;
-    tell(otherLocation);
+    tell(code(SyncReason::account));
     sharedFolder_.read(*this);
 }
 
@@ -101,7 +98,7 @@ void SimulatedSharedStore::startAnew() {
     }
     sharedFolder_.places_.erase(*location_);
     arrive({}, false);
-    tell(firstContact);
+    tell(code(SyncReason::initialSync));
 }
 
 SharedStoreWatch SimulatedSharedStore::observe(

@@ -15,7 +15,7 @@ namespace {
 
 using Values = std::pair<Bytes, Bytes>;
 
-/// Some computers on which users change settings at random, with clocks that differ, and a cloud
+/// Some computers on which users change settings at random, with clocks that differ, and a folder
 /// that is late, forgetful and out of order.
 struct Fleet {
     explicit Fleet(std::size_t count) {
@@ -112,7 +112,7 @@ struct Fleet {
         RC_ASSERT(whole.contains({changeTime(present), valuesOf(present)}));
     }
 
-    /// Edits are over and everything gets through: each computer hears of the cloud again, users
+    /// Edits are over and everything gets through: each computer hears of the folder again, users
     /// answer what they are asked.
     void calmDown() {
         isCalm = true;
@@ -122,7 +122,7 @@ struct Fleet {
         }
         pass(runLoop, 20);  // What is still on its way arrives.
         // A question arises for a change that was cut off, once for each computer at most; after
-        // it, one round brings the latest set to the cloud and another one to everybody.
+        // it, one round brings the latest set to the folder and another one to everybody.
         for (std::size_t round = 0; round < 2 * computers.size() + 2; ++round) {
             for (const auto& computer : computers) {
                 settle(*computer);

@@ -22,7 +22,7 @@ SharedSet setOf(double time, const Bytes& commands, const Bytes& oledSettings) {
 
 class SettingsSyncTest : public testing::Test {
 protected:
-    /// A computer with settings of this time, in step with the cloud at `lastSync`.
+    /// A computer with settings of this time, in step with the shared folder at `lastSync`.
     void seed(SyncedComputer& computer, double time, double lastSync) {
         computer.preferences.setBytes("commands", "[here]");
         computer.preferences.setBytes("oledSettings", "{here}");
@@ -37,7 +37,7 @@ protected:
 
 TEST_F(SettingsSyncTest, startTakesOverANewerSet) {
     sharedFolder.put(setOf(200, "[there]", "{there}"));
-    SyncedComputer computer(sharedFolder.join("cloud", false), runLoop);
+    SyncedComputer computer(sharedFolder.join(SimulatedSharedFolder::usualLocation, false), runLoop);
     pass(runLoop, 1);
     seed(computer, 100, 100);
     computer.sync->start();
@@ -49,7 +49,7 @@ TEST_F(SettingsSyncTest, startTakesOverANewerSet) {
 
 TEST_F(SettingsSyncTest, startSharesANewerSet) {
     sharedFolder.put(setOf(100, "[there]", "{there}"));
-    SyncedComputer computer(sharedFolder.join("cloud", false), runLoop);
+    SyncedComputer computer(sharedFolder.join(SimulatedSharedFolder::usualLocation, false), runLoop);
     pass(runLoop, 1);
     seed(computer, 200, 100);
     computer.sync->start();
@@ -60,7 +60,7 @@ TEST_F(SettingsSyncTest, startSharesANewerSet) {
 
 TEST_F(SettingsSyncTest, startWaitsForTheFirstReading) {
     sharedFolder.put(setOf(200, "[there]", "{there}"));
-    SimulatedSharedStore& store = sharedFolder.join("cloud", false);
+    SimulatedSharedStore& store = sharedFolder.join(SimulatedSharedFolder::usualLocation, false);
     store.setOnline(false);
     SyncedComputer computer(store, runLoop);
     seed(computer, 100, 100);
@@ -77,7 +77,7 @@ TEST_F(SettingsSyncTest, startWaitsForTheFirstReading) {
 
 TEST_F(SettingsSyncTest, aConflictAtTheStartIsPresentedByTheNextChange) {
     sharedFolder.put(setOf(200, "[there]", "{there}"));
-    SyncedComputer computer(sharedFolder.join("cloud", false), runLoop);
+    SyncedComputer computer(sharedFolder.join(SimulatedSharedFolder::usualLocation, false), runLoop);
     seed(computer, 300, 150);
     computer.sync->start();
     pass(runLoop, 1);
@@ -156,7 +156,7 @@ TEST_F(SettingsSyncTest, whatWasTakenOverIsNotRecordedAgain) {
 }
 
 TEST_F(SettingsSyncTest, changesWithoutRoomOfALocationOrOfAnUnknownKindAreIgnored) {
-    SyncedComputer computer(sharedFolder.join("cloud", false), runLoop);
+    SyncedComputer computer(sharedFolder.join(SimulatedSharedFolder::usualLocation, false), runLoop);
     sharedFolder.put(setOf(200, "[there]", "{there}"));
     computer.sync->start();
     pass(runLoop, 1);
@@ -203,7 +203,7 @@ TEST_F(SettingsSyncTest, whatWasChangedWithoutALocationIsSharedWhenOneIsNamed) {
     computer.sync->start();
     computer.edit("commands", "[1]");
     pass(runLoop, 1);
-    computer.sync->setLocation("cloud");
+    computer.sync->setLocation(SimulatedSharedFolder::usualLocation);
     pass(runLoop, 1);
     EXPECT_EQ(sharedFolder.present().at("commands"), "[1]");
 }
@@ -221,7 +221,7 @@ TEST_F(SettingsSyncTest, nothingIsSharedBeforeTheStart) {
 }
 
 TEST_F(SettingsSyncTest, aSecondStartFollowsNothingTwice) {
-    SyncedComputer computer(sharedFolder.join("cloud", false), runLoop);
+    SyncedComputer computer(sharedFolder.join(SimulatedSharedFolder::usualLocation, false), runLoop);
     computer.sync->start();
     computer.sync->start();
     pass(runLoop, 1);
@@ -248,7 +248,7 @@ TEST_F(SettingsSyncTest, theWindowIsToldOfTheStatus) {
     computer.sync->start();
     std::vector<SharedStoreStatus::Condition> seen;
     computer.sync->onStatusChange([&] { seen.push_back(computer.sync->status().condition); });
-    computer.sync->setLocation("cloud");
+    computer.sync->setLocation(SimulatedSharedFolder::usualLocation);
     pass(runLoop, 1);
     computer.edit("commands", "[1]");
     computer.store.setFull(true);
@@ -256,7 +256,7 @@ TEST_F(SettingsSyncTest, theWindowIsToldOfTheStatus) {
     using Condition = SharedStoreStatus::Condition;
     EXPECT_THAT(seen, testing::Contains(Condition::current));
     EXPECT_THAT(seen, testing::Contains(Condition::notWritable));
-    EXPECT_EQ(computer.sync->status().location, "cloud");
+    EXPECT_EQ(computer.sync->status().location, SimulatedSharedFolder::usualLocation);
 }
 
 TEST(UbiquitousStore, reasonsComeFromTheCodesOfTheStore) {

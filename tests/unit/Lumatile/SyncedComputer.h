@@ -22,7 +22,7 @@ inline void pass(SimulatedRunLoop& runLoop, double seconds) {
     }
 }
 
-/// A computer whose settings are shared through a simulated cloud.
+/// A computer whose settings are shared through a simulated folder.
 class SyncedComputer {
 public:
     /// @param clockError what its clock shows too much, seconds

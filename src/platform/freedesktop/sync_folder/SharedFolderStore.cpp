@@ -194,7 +194,7 @@ void SharedFolderStore::publish(const SyncFolderLocation::Outcome& outcome) {
 void SharedFolderStore::tell(std::optional<SyncReason> reason) {
     SharedStoreChange change;
     if (reason) {
-        change.reasonCode = static_cast<int>(*reason);
+        change.reasonCode = code(*reason);
     }
     MainLoopSource::once(lifeline_.guard([this, change] { observers_.notify(change); }));
 }

@@ -16,7 +16,7 @@ SharedSet setOf(double time, const Bytes& commands) {
     return {{"__ts", SyncTimestamp::encode(time)}, {"commands", commands}};
 }
 
-class SimulatedCloudTest : public testing::Test {
+class SimulatedSharedFolderTest : public testing::Test {
 protected:
     /// A computer that writes down the codes that it is told.
     struct Computer {
@@ -43,7 +43,7 @@ protected:
     SimulatedSharedFolder sharedFolder{clock, runLoop};
 };
 
-TEST_F(SimulatedCloudTest, aSetReachesTheOtherComputers) {
+TEST_F(SimulatedSharedFolderTest, aSetReachesTheOtherComputers) {
     Computer one(sharedFolder.join());
     Computer two(sharedFolder.join());
     Computer three(sharedFolder.join());
@@ -64,7 +64,7 @@ TEST_F(SimulatedCloudTest, aSetReachesTheOtherComputers) {
     EXPECT_EQ(one.store.status().condition, Condition::current);
 }
 
-TEST_F(SimulatedCloudTest, whatIsSetIsSentByItself) {
+TEST_F(SimulatedSharedFolderTest, whatIsSetIsSentByItself) {
     Computer one(sharedFolder.join());
     runLoop.advance(1);
     one.store.set("[1]", "commands");
@@ -72,7 +72,7 @@ TEST_F(SimulatedCloudTest, whatIsSetIsSentByItself) {
     EXPECT_EQ(sharedFolder.present(), (SharedSet{{"commands", "[1]"}}));
 }
 
-TEST_F(SimulatedCloudTest, ofTwoChangesAtOnceTheLaterCounts) {
+TEST_F(SimulatedSharedFolderTest, ofTwoChangesAtOnceTheLaterCounts) {
     Computer one(sharedFolder.join());
     Computer two(sharedFolder.join());
     runLoop.advance(1);
@@ -84,7 +84,7 @@ TEST_F(SimulatedCloudTest, ofTwoChangesAtOnceTheLaterCounts) {
     EXPECT_THAT(two.told, ElementsAre(1, 0));
 }
 
-TEST_F(SimulatedCloudTest, newsMayBeLostLateOrUntold) {
+TEST_F(SimulatedSharedFolderTest, newsMayBeLostLateOrUntold) {
     Computer one(sharedFolder.join());
     Computer two(sharedFolder.join());
     Computer three(sharedFolder.join());
@@ -109,7 +109,7 @@ TEST_F(SimulatedCloudTest, newsMayBeLostLateOrUntold) {
     EXPECT_THAT(three.told, ElementsAre(1, 0));
 }
 
-TEST_F(SimulatedCloudTest, aLaterSetMayArriveFirst) {
+TEST_F(SimulatedSharedFolderTest, aLaterSetMayArriveFirst) {
     Computer one(sharedFolder.join());
     Computer two(sharedFolder.join());
     runLoop.advance(1);
@@ -125,7 +125,7 @@ TEST_F(SimulatedCloudTest, aLaterSetMayArriveFirst) {
     EXPECT_EQ(sharedFolder.present(), setOf(2, "second"));
 }
 
-TEST_F(SimulatedCloudTest, aComputerThatIsCutOffCatchesUp) {
+TEST_F(SimulatedSharedFolderTest, aComputerThatIsCutOffCatchesUp) {
     Computer one(sharedFolder.join());
     Computer two(sharedFolder.join());
     runLoop.advance(1);
@@ -141,7 +141,7 @@ TEST_F(SimulatedCloudTest, aComputerThatIsCutOffCatchesUp) {
     EXPECT_EQ(one.store.data("commands"), "[2]");
 }
 
-TEST_F(SimulatedCloudTest, aFullLocationIsToldAndTriedAgain) {
+TEST_F(SimulatedSharedFolderTest, aFullLocationIsToldAndTriedAgain) {
     Computer one(sharedFolder.join());
     runLoop.advance(1);
     one.store.setFull(true);
@@ -155,7 +155,7 @@ TEST_F(SimulatedCloudTest, aFullLocationIsToldAndTriedAgain) {
     EXPECT_EQ(sharedFolder.present(), setOf(5, "[1]"));
 }
 
-TEST_F(SimulatedCloudTest, aSetWithAValueOverAMebibyteIsRefused) {
+TEST_F(SimulatedSharedFolderTest, aSetWithAValueOverAMebibyteIsRefused) {
     Computer one(sharedFolder.join());
     runLoop.advance(1);
     one.change(5, "[1]");
@@ -171,7 +171,7 @@ TEST_F(SimulatedCloudTest, aSetWithAValueOverAMebibyteIsRefused) {
     EXPECT_EQ(one.store.status().condition, Condition::current);
 }
 
-TEST_F(SimulatedCloudTest, anotherLocationIsContactedAnew) {
+TEST_F(SimulatedSharedFolderTest, anotherLocationIsContactedAnew) {
     Computer one(sharedFolder.join());
     sharedFolder.put(setOf(5, "there"), "elsewhere");
     runLoop.advance(1);
@@ -190,7 +190,7 @@ TEST_F(SimulatedCloudTest, anotherLocationIsContactedAnew) {
     EXPECT_FALSE(one.store.data("commands"));
 }
 
-TEST_F(SimulatedCloudTest, aDamagedLocationAnswersTheLastGoodSetAndTakesNothing) {
+TEST_F(SimulatedSharedFolderTest, aDamagedLocationAnswersTheLastGoodSetAndTakesNothing) {
     Computer one(sharedFolder.join());
     sharedFolder.put(setOf(5, "good"));
     runLoop.advance(1);
@@ -206,7 +206,7 @@ TEST_F(SimulatedCloudTest, aDamagedLocationAnswersTheLastGoodSetAndTakesNothing)
     EXPECT_EQ(sharedFolder.present(), setOf(7, "here"));
 }
 
-TEST_F(SimulatedCloudTest, aProgramThatIsStartedAnewReadsAgain) {
+TEST_F(SimulatedSharedFolderTest, aProgramThatIsStartedAnewReadsAgain) {
     Computer one(sharedFolder.join());
     sharedFolder.put(setOf(5, "there"));
     runLoop.advance(1);
