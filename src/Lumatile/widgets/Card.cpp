@@ -37,6 +37,18 @@ protected:
     }
 };
 
+/// A row of `label` and the `control` that it names.
+QHBoxLayout* labelledRow(QLabel* label, QWidget* control) {
+    auto* row = new QHBoxLayout;
+    row->setContentsMargins(0, rowMargin, 0, rowMargin);
+    row->setSpacing(12);
+    label->setBuddy(control);
+    control->setAccessibleName(label->text());
+    row->addWidget(label, 1);
+    row->addWidget(control);
+    return row;
+}
+
 }  // namespace
 
 Card::Card(const QString& title, QWidget* parent) : QWidget(parent) {
@@ -81,16 +93,9 @@ void Card::addLine() {
 
 void Card::addRow(const QString& text, QWidget* control) {
     addLine();
-    auto* row = new QHBoxLayout;
-    row->setContentsMargins(0, rowMargin, 0, rowMargin);
-    row->setSpacing(12);
     auto* label = new QLabel(text);
-    label->setBuddy(control);
     label->setWordWrap(true);
-    row->addWidget(label, 1);
-    row->addWidget(control);
-    control->setAccessibleName(text);
-    rows_->addLayout(row);
+    rows_->addLayout(labelledRow(label, control));
 }
 
 ToggleSwitch* Card::addToggle(const QString& text) {
@@ -106,20 +111,13 @@ Card::Slider Card::addSlider(const QString& text, int least, int most, const QSt
     slider->setSingleStep(step);
     slider->setPageStep(step);
     slider->setMinimumWidth(sliderWidth);
-    slider->setAccessibleName(text);
     auto* value = new QLabel;
     value->setFont(AppFonts::monospaced(valuePoints));
     value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     value->setMinimumWidth(value->fontMetrics().horizontalAdvance(widest) + 4);
 
     addLine();
-    auto* row = new QHBoxLayout;
-    row->setContentsMargins(0, rowMargin, 0, rowMargin);
-    row->setSpacing(12);
-    auto* label = new QLabel(text);
-    label->setBuddy(slider);
-    row->addWidget(label, 1);
-    row->addWidget(slider);
+    auto* row = labelledRow(new QLabel(text), slider);
     row->addWidget(value);
     rows_->addLayout(row);
     return {slider, value};
