@@ -234,7 +234,7 @@ TEST_F(SharedFolderStoreTest, aValueOverAMebibyteIsRefusedAlsoByAVisitThatComesF
     computer.settle();
     EXPECT_THAT(computer.told, ElementsAre(3, 1, 1, 2));
     EXPECT_EQ(computer.condition(), Condition::tooLarge);
-    EXPECT_EQ(contents(file), "{");
+    EXPECT_EQ(readFile(file), "{");
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "preference_sync/SharedSetCodec.h"
-#include "preference_sync/SyncTimestamp.h"
+#include "tests/support/StoringComputer.h"
 
 namespace lumatile {
 namespace {
@@ -21,10 +21,6 @@ using testing::IsEmpty;
 
 constexpr double now = 1'000'000;
 constexpr std::optional<SyncReason> otherwise = std::nullopt;
-
-SharedSet setOf(double time, const Bytes& commands) {
-    return {{"__ts", SyncTimestamp::encode(time)}, {"commands", commands}};
-}
 
 /// A visit that looked nowhere.
 SyncFolderVisit visitThatFound(File file) {

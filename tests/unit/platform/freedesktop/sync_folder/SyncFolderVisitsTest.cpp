@@ -13,7 +13,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/unit/platform/freedesktop/sync_folder/FolderStoreTest.h"
+#include "tests/support/StoringComputer.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace lumatile {
 namespace {
