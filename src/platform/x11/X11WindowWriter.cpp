@@ -87,11 +87,16 @@ bool X11WindowWriter::writeDrop(X11Window& window, const X11PlacingWish& wish, b
         return false;
     }
     std::optional<X11PlacingPlan> again = X11PlacingPlanner::plan(*freed, wish, rootOrigin());
-    if (again && again->requests.empty()) {
+    if (!again) {
+        return false;
+    }
+    if (again->requests.empty()) {
         // It may be in the tile yet as far as is known, and is about to leave it.
         again->requests.emplace_back(again->order.request(*freed));
     }
-    return again && carryOut(*freed, *again, timeout);
+    // A program that draws its own frame drops its shadow in some states and casts it anew.
+    again->order.leavesState = true;
+    return carryOut(*freed, *again, timeout);
 }
 
 bool X11WindowWriter::carryOut(X11Window& window, const X11PlacingPlan& plan, double timeout) {
