@@ -34,7 +34,8 @@ public:
     SimulatedSharedFolder& operator=(const SimulatedSharedFolder&) = delete;
     ~SimulatedSharedFolder() = default;
 
-    /// A further computer, which begins to read the location. The store lives as long as the folder.
+    /// A further computer, which begins to read the location. The store lives as long as the
+    /// folder.
     /// @param location absent: the user has named none yet
     /// @param isFirstContact false: this computer knew the location before it was started
     SimulatedSharedStore& join(std::optional<std::string> location = usualLocation,

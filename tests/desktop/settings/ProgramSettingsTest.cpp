@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "Lumatile/settings/SettingsTexts.h"
 #include "Lumatile/SyncStatusText.h"
+#include "Lumatile/settings/SettingsTexts.h"
 #include "commands/BuiltInCommands.h"
 #include "onboarding/HostDesktop.h"
 #include "onboarding/TipTexts.h"

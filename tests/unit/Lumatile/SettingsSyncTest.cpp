@@ -37,7 +37,8 @@ protected:
 
 TEST_F(SettingsSyncTest, startTakesOverANewerSet) {
     sharedFolder.put(setOf(200, "[there]", "{there}"));
-    SyncedComputer computer(sharedFolder.join(SimulatedSharedFolder::usualLocation, false), runLoop);
+    SyncedComputer computer(sharedFolder.join(SimulatedSharedFolder::usualLocation, false),
+                            runLoop);
     pass(runLoop, 1);
     seed(computer, 100, 100);
     computer.sync->start();
@@ -49,7 +50,8 @@ TEST_F(SettingsSyncTest, startTakesOverANewerSet) {
 
 TEST_F(SettingsSyncTest, startSharesANewerSet) {
     sharedFolder.put(setOf(100, "[there]", "{there}"));
-    SyncedComputer computer(sharedFolder.join(SimulatedSharedFolder::usualLocation, false), runLoop);
+    SyncedComputer computer(sharedFolder.join(SimulatedSharedFolder::usualLocation, false),
+                            runLoop);
     pass(runLoop, 1);
     seed(computer, 200, 100);
     computer.sync->start();
@@ -77,7 +79,8 @@ TEST_F(SettingsSyncTest, startWaitsForTheFirstReading) {
 
 TEST_F(SettingsSyncTest, aConflictAtTheStartIsPresentedByTheNextChange) {
     sharedFolder.put(setOf(200, "[there]", "{there}"));
-    SyncedComputer computer(sharedFolder.join(SimulatedSharedFolder::usualLocation, false), runLoop);
+    SyncedComputer computer(sharedFolder.join(SimulatedSharedFolder::usualLocation, false),
+                            runLoop);
     seed(computer, 300, 150);
     computer.sync->start();
     pass(runLoop, 1);
@@ -156,7 +159,8 @@ TEST_F(SettingsSyncTest, whatWasTakenOverIsNotRecordedAgain) {
 }
 
 TEST_F(SettingsSyncTest, changesWithoutRoomOfALocationOrOfAnUnknownKindAreIgnored) {
-    SyncedComputer computer(sharedFolder.join(SimulatedSharedFolder::usualLocation, false), runLoop);
+    SyncedComputer computer(sharedFolder.join(SimulatedSharedFolder::usualLocation, false),
+                            runLoop);
     sharedFolder.put(setOf(200, "[there]", "{there}"));
     computer.sync->start();
     pass(runLoop, 1);
@@ -221,7 +225,8 @@ TEST_F(SettingsSyncTest, nothingIsSharedBeforeTheStart) {
 }
 
 TEST_F(SettingsSyncTest, aSecondStartFollowsNothingTwice) {
-    SyncedComputer computer(sharedFolder.join(SimulatedSharedFolder::usualLocation, false), runLoop);
+    SyncedComputer computer(sharedFolder.join(SimulatedSharedFolder::usualLocation, false),
+                            runLoop);
     computer.sync->start();
     computer.sync->start();
     pass(runLoop, 1);
