@@ -12,38 +12,15 @@
 
 namespace lumatile {
 
-namespace {
-
-/// Whether the server tells its controllers without looking at the outputs' cables first, which
-/// takes long: from RandR 1.3 on. All adapters of the connection state the same version.
-bool startRandR(const X11Connection& connection) {
-    xcb_connection_t* const server = connection.get();
-    const xcb_query_extension_reply_t* extension = xcb_get_extension_data(server, &xcb_randr_id);
-    if (extension == nullptr || extension->present == 0) {
-        return false;
-    }
-    const X11Reply<xcb_randr_query_version_reply_t> version(
-        xcb_randr_query_version_reply(server, xcb_randr_query_version(server, 1, 5), nullptr));
-    return version && (version->major_version > 1 || version->minor_version >= 3);
-}
-
-}  // namespace
-
 X11GammaRamps::X11GammaRamps(X11Connection& connection)
     : connection_(connection),
-      knowsControllers_(startRandR(connection)),
+      randr_(connection),
       property_(connection.atoms()["_LUMATILE_GAMMA_RAMPS"]) {
-    if (!knowsControllers_) {
+    if (!randr_.knowsControllers()) {
         return;
     }
-    // The same events for which the monitors ask: the mask belongs to the connection.
-    xcb_randr_select_input(connection.get(), connection.root(),
-                           XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE |
-                               XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE);
-    const int first = xcb_get_extension_data(connection.get(), &xcb_randr_id)->first_event;
-    subscription_ = connection.observe([this, first](const xcb_generic_event_t& event) {
-        const int type = X11Event::type(event);
-        if (type == first + XCB_RANDR_SCREEN_CHANGE_NOTIFY || type == first + XCB_RANDR_NOTIFY) {
+    subscription_ = connection.observe([this](const xcb_generic_event_t& event) {
+        if (randr_.isChange(event)) {
             areControllersStale_ = true;
         }
     });
@@ -98,7 +75,7 @@ void X11GammaRamps::restore() {
 }
 
 std::map<X11GammaRamps::Controller, X11GammaRamp> X11GammaRamps::activeRamps() {
-    if (!knowsControllers_) {
+    if (!randr_.knowsControllers()) {
         return {};
     }
     if (!areControllersStale_) {

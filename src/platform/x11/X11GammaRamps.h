@@ -9,6 +9,7 @@
 
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11GammaRamp.h"
+#include "platform/x11/X11RandR.h"
 
 namespace lumatile {
 
@@ -53,7 +54,7 @@ private:
     void restoreKept();
 
     X11Connection& connection_;
-    bool knowsControllers_;
+    X11RandR randr_;
     xcb_atom_t property_;
     std::map<Controller, Dimmed> dimmed_;
     std::vector<Controller> active_;            // As of the last look.

@@ -4,14 +4,13 @@
 #include <utility>
 
 #include "commands/Shortcut.h"
+#include "platform/x11/X11Event.h"
 #include "platform/x11/X11Reply.h"
 
 namespace lumatile {
 
 namespace {
 
-constexpr std::uint8_t eventTypeMask = 0x7f;  // Without the mark of an event sent by a client.
-constexpr std::uint8_t sentByClient = 0x80;
 constexpr std::uint32_t knownModifiers = ClassicModifier::command | ClassicModifier::shift |
                                          ClassicModifier::option | ClassicModifier::control;
 
@@ -157,13 +156,13 @@ void X11HotKeyPlatform::followKeyboard() {
 }
 
 void X11HotKeyPlatform::noteEvent(const xcb_generic_event_t& event) {
-    const int type = event.response_type & eventTypeMask;
+    const int type = X11Event::type(event);
     if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE) {
         // Programs may send keys to any window, the root as well; only real keys count.
-        if ((event.response_type & sentByClient) != 0) {
+        if (X11Event::isSent(event)) {
             return;
         }
-        const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);
+        const auto& key = X11Event::as<xcb_key_press_event_t>(event);
         if (type == XCB_KEY_PRESS) {
             notePress(key);
         } else {

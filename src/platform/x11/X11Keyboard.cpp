@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/x11/X11Event.h"
 #include "platform/x11/X11KeyTable.h"
 #include "platform/x11/X11Reply.h"
 #include "platform/x11/XkbProtocol.h"
@@ -15,7 +16,6 @@ namespace lumatile {
 
 namespace {
 
-constexpr std::uint8_t eventTypeMask = 0x7f;  // Without the mark of an event sent by a client.
 constexpr auto coreKeyboard = static_cast<xcb_xkb_device_spec_t>(XCB_XKB_ID_USE_CORE_KBD);
 constexpr std::uint32_t namesWanted =
     XCB_XKB_NAME_DETAIL_KEY_NAMES | XCB_XKB_NAME_DETAIL_KEY_ALIASES;
@@ -96,9 +96,9 @@ bool X11Keyboard::startXkb() {
 }
 
 bool X11Keyboard::isChange(const xcb_generic_event_t& event) const {
-    const int type = event.response_type & eventTypeMask;
+    const int type = X11Event::type(event);
     if (type == XCB_MAPPING_NOTIFY) {
-        const auto& mapping = reinterpret_cast<const xcb_mapping_notify_event_t&>(event);
+        const auto& mapping = X11Event::as<xcb_mapping_notify_event_t>(event);
         return mapping.request != XCB_MAPPING_POINTER;
     }
     if (!hasXkb_ || type != firstXkbEvent_) {

@@ -5,32 +5,12 @@
 
 #include <xcb/randr.h>
 
+#include "platform/x11/X11Event.h"
 #include "platform/x11/X11Reply.h"
 
 namespace lumatile {
 
 namespace {
-
-constexpr std::uint8_t eventTypeMask = 0x7f;  // Without the mark of an event sent by a client.
-
-/// Presence of RandR with monitors, and its events selected. The version must be asked for in any
-/// case: the server sends the newer events only to clients that stated it.
-bool startRandR(X11Connection& connection) {
-    xcb_connection_t* const server = connection.get();
-    const xcb_query_extension_reply_t* extension = xcb_get_extension_data(server, &xcb_randr_id);
-    if (extension == nullptr || extension->present == 0) {
-        return false;
-    }
-    const X11Reply<xcb_randr_query_version_reply_t> version(
-        xcb_randr_query_version_reply(server, xcb_randr_query_version(server, 1, 5), nullptr));
-    if (!version || version->major_version < 1) {
-        return false;
-    }
-    xcb_randr_select_input(server, connection.root(),
-                           XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE |
-                               XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE);
-    return version->major_version > 1 || version->minor_version >= 5;
-}
 
 /// Active monitors, primary first, each place once.
 std::vector<Rect> monitorsIn(const xcb_randr_get_monitors_reply_t& reply) {
@@ -57,25 +37,15 @@ std::vector<Rect> monitorsIn(const xcb_randr_get_monitors_reply_t& reply) {
 
 }  // namespace
 
-X11Monitors::X11Monitors(X11Connection& connection)
-    : connection_(connection), knowsMonitors_(startRandR(connection)) {
-    const xcb_query_extension_reply_t* extension =
-        xcb_get_extension_data(connection.get(), &xcb_randr_id);
-    const bool hasRandR = extension != nullptr && extension->present != 0;
-    const int firstRandREvent = hasRandR ? extension->first_event : -1;
+X11Monitors::X11Monitors(X11Connection& connection) : connection_(connection), randr_(connection) {
     // Monitors that are only declared (not driven by an output) change without any RandR event; the
     // server then tells that the root was configured.
     connection.selectRootEvents(XCB_EVENT_MASK_STRUCTURE_NOTIFY);
-    subscription_ = connection.observe([this, firstRandREvent](const xcb_generic_event_t& event) {
-        const int type = event.response_type & eventTypeMask;
-        if (type == XCB_CONFIGURE_NOTIFY) {
-            const auto& configure = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
-            if (configure.window == connection_.root()) {
-                stale_ = true;
-            }
-        } else if (firstRandREvent >= 0 &&
-                   (type == firstRandREvent + XCB_RANDR_SCREEN_CHANGE_NOTIFY ||
-                    type == firstRandREvent + XCB_RANDR_NOTIFY)) {
+    subscription_ = connection.observe([this](const xcb_generic_event_t& event) {
+        const bool isOfRoot =
+            X11Event::type(event) == XCB_CONFIGURE_NOTIFY &&
+            X11Event::as<xcb_configure_notify_event_t>(event).window == connection_.root();
+        if (isOfRoot || randr_.isChange(event)) {
             stale_ = true;
         }
     });
@@ -91,7 +61,7 @@ void X11Monitors::readMonitors() {
     xcb_connection_t* const server = connection_.get();
     const xcb_get_geometry_cookie_t geometryCookie = xcb_get_geometry(server, connection_.root());
     std::vector<Rect> rects;
-    if (knowsMonitors_) {
+    if (randr_.knowsMonitors()) {
         const X11Reply<xcb_randr_get_monitors_reply_t> reply(xcb_randr_get_monitors_reply(
             server, xcb_randr_get_monitors(server, connection_.root(), 1), nullptr));
         if (reply) {

@@ -6,6 +6,7 @@
 #include "geometry/Point.h"
 #include "geometry/Rect.h"
 #include "platform/x11/X11Connection.h"
+#include "platform/x11/X11RandR.h"
 
 namespace lumatile {
 
@@ -44,7 +45,7 @@ private:
     Point origin();
 
     X11Connection& connection_;
-    bool knowsMonitors_ = false;  // RandR 1.5
+    X11RandR randr_;
     bool stale_ = true;
     std::vector<Rect> rootRects_;
     Size rootSize_;
