@@ -89,16 +89,12 @@ function(lumatile_helper_headers name)
   _lumatile_headers(${name} helper ${ARGN})
 endfunction()
 
-# lumatile_program(NAME FOLDERS … SOURCES … LINKS …): without folders of its own, the sources alone
-# are its own.
+# lumatile_program(NAME FOLDERS … SOURCES … LINKS …): the sources and the folders are its own.
 function(lumatile_program name)
   cmake_parse_arguments(arg "" "" "FOLDERS;SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE lumatile_flags ${arg_LINKS})
-  set(places ${arg_SOURCES})
-  if(arg_FOLDERS)
-    set(places ${arg_FOLDERS})
-  endif()
+  set(places ${arg_SOURCES} ${arg_FOLDERS})
   list(TRANSFORM places PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/")
   _lumatile_target(${name} program ${places})
 endfunction()

@@ -2,6 +2,9 @@
 // that opens when the program is started again.
 
 #include <QApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
 #include <QIcon>
 #include <QLabel>
 #include <QMenu>
@@ -13,7 +16,7 @@
 #include <cstdlib>
 #include <memory>
 
-#include "platform/freedesktop/bus/SingleInstance.h"
+#include "platform/freedesktop/bus/SessionBusInstance.h"
 
 namespace {
 
@@ -30,20 +33,40 @@ std::unique_ptr<QWidget> makeWindow() {
     return window;
 }
 
+/// Shows the window when it is asked for, over the toolkit's own connection to the bus.
+class WindowObject final : public QDBusVirtualObject {
+public:
+    QString introspect(const QString& /*path*/) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+        connection.send(message.createReply());
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (!window_) {
+                    window_ = makeWindow();
+                }
+                window_->show();
+            },
+            Qt::QueuedConnection);
+        return true;
+    }
+
+private:
+    std::unique_ptr<QWidget> window_;
+};
+
 }  // namespace
 
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    std::unique_ptr<QWidget> window;
+    WindowObject window;
     const char* const display = std::getenv("DISPLAY");
-    lumatile::SingleInstance instance(display == nullptr ? "" : display, [&window] {
-        if (!window) {
-            window = makeWindow();
-        }
-        window->show();
-    });
-    if (instance.claim() != lumatile::InstanceClaim::first) {
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.registerVirtualObject(QStringLiteral("/org/lumatile/Lumatile"), &window) ||
+        !bus.registerService(QString::fromStdString(
+            lumatile::SessionBusInstance::nameOn(display == nullptr ? "" : display)))) {
         return EXIT_FAILURE;
     }
     QMenu menu;

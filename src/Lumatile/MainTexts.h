@@ -8,12 +8,8 @@
 namespace lumatile::MainTexts {
 
 inline constexpr std::string_view program = "Lumatile";
-inline constexpr std::string_view noServer = "no X server can be reached, so there is no desktop";
-inline constexpr std::string_view serverLost = "the X server has gone away";
 inline constexpr std::string_view silentInstance =
     "another Lumatile runs on this desktop, but it does not answer";
-inline constexpr std::string_view waylandSession =
-    "this is a Wayland session: only the windows of X11 programs can be reached so far";
 
 /// @param shortcuts the key combinations, as a reader would write them
 inline std::string refusedShortcuts(const std::vector<std::string>& shortcuts) {

@@ -1,5 +1,6 @@
 #include "lumatilectl/ControlClient.h"
 
+#include "platform/freedesktop/bus/BusConnection.h"
 #include "platform/freedesktop/bus/ControlInterface.h"
 #include "platform/freedesktop/bus/DisplayToken.h"
 
@@ -10,22 +11,11 @@ namespace {
 // A command may wait for a window manager for a quarter of a second, twice.
 constexpr int patience = 5000;
 
-GDBusConnection* connect(const std::string& address) {
-    if (address.empty()) {
-        return nullptr;
-    }
-    constexpr auto flags =
-        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
-    return g_dbus_connection_new_for_address_sync(address.c_str(), flags, nullptr, nullptr,
-                                                  nullptr);
-}
-
 }  // namespace
 
 ControlClient::ControlClient(const std::string& address, std::string_view display)
     : name_(std::string(ControlInterface::busNamePrefix) + displayToken(display)),
-      connection_(connect(address)) {}
+      connection_(BusConnection(address).connectNow()) {}
 
 ControlClient::Answer ControlClient::ask(const char* verb, GVariant* arguments) const {
     if (!connection_) {

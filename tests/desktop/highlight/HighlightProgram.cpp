@@ -12,11 +12,9 @@
 #include <string>
 
 #include "Lumatile/highlight/HighlightOverlay.h"
+#include "platform/freedesktop/process/StandardErrorLog.h"
 #include "platform/qt/QtRunLoop.h"
-#include "platform/x11/X11Connection.h"
-#include "platform/x11/X11Monitors.h"
-#include "platform/x11/X11ScreenList.h"
-#include "platform/x11/X11Translucency.h"
+#include "platform/x11/X11Session.h"
 
 namespace {
 
@@ -37,18 +35,17 @@ void carryOut(lumatile::HighlightOverlay& overlay, const std::string& line) {
 
 int main(int argc, char** argv) {
     using namespace lumatile;
-    const auto connection = X11Connection::open();
-    if (argc != 2 || !connection) {
+    const auto present = X11Session::find();
+    if (argc != 2 || !present) {
         return EXIT_FAILURE;
     }
     const int input = std::atoi(argv[1]);
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     QtRunLoop runLoop;
-    X11Monitors monitors(*connection);
-    X11ScreenList screens(*connection, monitors);
-    X11Translucency translucency(*connection);
-    HighlightOverlay overlay(screens, translucency, runLoop);
+    StandardErrorLog log;
+    const DesktopSession session = present->enter(runLoop, log);
+    HighlightOverlay overlay(session.screenList, session.translucency, runLoop);
     std::string read;
     const auto watch = runLoop.watchDescriptor(input, [&] {
         std::array<char, 256> part{};
@@ -63,8 +60,7 @@ int main(int argc, char** argv) {
             read.erase(0, end + 1);
         }
     });
-    const auto events =
-        runLoop.watchDescriptor(connection->fileDescriptor(), [&] { connection->dispatch(); });
-    const auto beforeBlocking = runLoop.beforeBlocking([&] { connection->dispatch(); });
+    const auto events = runLoop.watchDescriptor(session.events.descriptor, session.events.dispatch);
+    const auto beforeBlocking = runLoop.beforeBlocking(session.events.dispatch);
     return QApplication::exec();
 }

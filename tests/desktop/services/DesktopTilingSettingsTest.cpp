@@ -23,7 +23,11 @@ namespace {
 class DesktopTilingSettingsTest : public testing::Test {
 protected:
     DesktopTilingSettings on(DesktopKind kind) {
-        return {{kind, true}, {folder.path() / "home", {folder.path() / "system"}}, bus};
+        return {[kind] {
+                    return HostDesktop{kind, true};
+                },
+                {folder.path() / "home", {folder.path() / "system"}},
+                bus};
     }
 
     TemporaryFolder folder;

@@ -24,15 +24,13 @@
 #include "Lumatile/LaunchAtLogin.h"
 #include "Lumatile/Updater.h"
 #include "Lumatile/settings/SettingsWindowController.h"
-#include "Lumatile/widgets/AppFonts.h"
 #include "commands/BuiltInCommands.h"
 #include "onboarding/Vocabulary.h"
 #include "platform/freedesktop/process/StandardErrorLog.h"
 #include "platform/freedesktop/sync_folder/SharedFolderStore.h"
 #include "platform/qt/QSettingsPreferences.h"
 #include "platform/qt/QtRunLoop.h"
-#include "platform/x11/X11Connection.h"
-#include "platform/x11/X11KeyCodes.h"
+#include "platform/x11/X11Session.h"
 #include "ports/DesktopTiling.h"
 #include "ports/LoginItem.h"
 #include "ports/UpdateController.h"
@@ -81,22 +79,21 @@ void sayWhere(QWidget& window, const std::string& name) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const auto connection = X11Connection::open();
-    if (argc != 2 || !connection) {
+    const auto present = X11Session::find();
+    if (argc != 2 || !present) {
         return EXIT_FAILURE;
     }
     const int input = std::atoi(argv[1]);
     const QApplication application(argc, argv);
     QtRunLoop runLoop;
-    AppFonts::registerFonts();
     StandardErrorLog log;
+    const DesktopSession session = present->enter(runLoop, log);
     QSettingsPreferences preferences(log);
     SharedFolderStore sharedStore(preferences, log);
     NoTiling tiling;
     NoLogin login;
     LaunchAtLogin launchAtLogin(login, log);
     Updater updater([] { return std::make_shared<NoUpdates>(); }, [] {});
-    X11KeyCodes keys(*connection);
     const Vocabulary vocabulary = Vocabulary::of({});
     const auto model =
         std::make_shared<SettingsViewModel>(BuiltInCommands::defaults(), OLEDSettings::recommended);
@@ -115,7 +112,7 @@ int main(int argc, char** argv) {
     });
     SettingsWindowController controller(
         model,
-        {keys, preferences, launchAtLogin, updater, tiling, sharedStore, runLoop,
+        {session.keyCodes, preferences, launchAtLogin, updater, tiling, sharedStore, runLoop,
          [&](std::string_view text) { return QString::fromStdString(vocabulary.apply(text)); },
          "1.0", [&] { return model->commands(); }, [](const SnapCommand&) {},
          [] { QApplication::quit(); }});
@@ -153,8 +150,7 @@ int main(int argc, char** argv) {
             carryOut(line);
         }
     });
-    const auto events =
-        runLoop.watchDescriptor(connection->fileDescriptor(), [&] { connection->dispatch(); });
-    const auto beforeBlocking = runLoop.beforeBlocking([&] { connection->dispatch(); });
+    const auto events = runLoop.watchDescriptor(session.events.descriptor, session.events.dispatch);
+    const auto beforeBlocking = runLoop.beforeBlocking(session.events.dispatch);
     return QApplication::exec();
 }

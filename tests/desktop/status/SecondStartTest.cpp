@@ -28,7 +28,7 @@ std::string busOf(TestDesktop& desktop) {
 }
 
 QString nameOf(TestDesktop& desktop) {
-    return QString::fromStdString(SessionBusInstance(desktop.display(), [] {}).name());
+    return QString::fromStdString(SessionBusInstance::nameOn(desktop.display()));
 }
 
 /// Something on the bus under the program's name.

@@ -5,11 +5,12 @@
 #include <utility>
 #include <vector>
 
-#include "platform/freedesktop/glib/GLibHandles.h"
-
 namespace lumatile {
 
 namespace {
+
+constexpr auto asClient = static_cast<GDBusConnectionFlags>(
+    G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT | G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
 
 std::string variable(const char* name) {
     const char* value = std::getenv(name);
@@ -107,10 +108,7 @@ struct BusConnection::State {
                 new std::weak_ptr<State>(state), release);
             return;
         }
-        constexpr auto flags =
-            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
-        g_dbus_connection_new_for_address(state->address.c_str(), flags, nullptr, nullptr,
+        g_dbus_connection_new_for_address(state->address.c_str(), asClient, nullptr, nullptr,
                                           haveConnected, new std::weak_ptr<State>(state));
     }
 
@@ -124,14 +122,21 @@ struct BusConnection::State {
         if (!state) {
             return;
         }
-        state->connection = std::move(made);
-        for (const auto& each : state->records) {
+        // One that was waited for meanwhile is as good.
+        if (!state->isUsable()) {
+            state->take(std::move(made));
+        }
+        state->finish(state->isUsable() || !error ? "" : error->message);
+    }
+
+    void take(GObjectHandle<GDBusConnection> made) {
+        connection = std::move(made);
+        for (const auto& each : records) {
             const auto record = each.lock();
-            if (record && state->connection) {
-                record->registerAt(record, state->connection.get());
+            if (record && connection) {
+                record->registerAt(record, connection.get());
             }
         }
-        state->finish(error ? error->message : "");
     }
 
     void finish(const std::string& error) {
@@ -226,6 +231,27 @@ void BusConnection::call(const Method& method, GVariant* arguments, int millisec
                                call->interface.c_str(), call->name.c_str(), call->arguments.get(),
                                nullptr, call->flags, call->milliseconds, nullptr, Call::answered,
                                new std::shared_ptr<Call>(call));
+    });
+}
+
+GObjectHandle<GDBusConnection> BusConnection::connectNow() {
+    if (!state_->isUsable() && !state_->address.empty()) {
+        state_->take(GObjectHandle<GDBusConnection>(g_dbus_connection_new_for_address_sync(
+            state_->address.c_str(), asClient, nullptr, nullptr, nullptr)));
+    }
+    if (!state_->isUsable()) {
+        return nullptr;
+    }
+    g_object_ref(state_->connection.get());
+    return GObjectHandle<GDBusConnection>(state_->connection.get());
+}
+
+void BusConnection::whenConnected(std::function<void(GDBusConnection*)> then) {
+    State::connected(state_, [weak = std::weak_ptr(state_),
+                              then = std::move(then)](const std::string& /*error*/) {
+        if (const auto state = weak.lock()) {
+            then(state->isUsable() ? state->connection.get() : nullptr);
+        }
     });
 }
 

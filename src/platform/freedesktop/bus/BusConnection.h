@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 
+#include "platform/freedesktop/glib/GLibHandles.h"
+
 namespace lumatile {
 
 /// A connection to a message bus of its own. It is made by the first use and made anew by the next
@@ -46,6 +48,14 @@ public:
     /// @param startsService whether the bus may start the service
     void call(const Method& method, GVariant* arguments, int milliseconds, bool startsService,
               std::function<void(const Reply&)> done);
+
+    /// Connects unless that has been done, and waits for it; a bus that lives answers at once.
+    /// @return the library's connection, which may be lost at any time; null where no bus answers
+    GObjectHandle<GDBusConnection> connectNow();
+
+    /// Calls `then` once with the library's connection, or with null where no bus could be reached:
+    /// now where there is one, else from the main loop, unless this goes before.
+    void whenConnected(std::function<void(GDBusConnection*)> then);
 
     /// Being told of signals; destroying it ends that.
     class Subscription;

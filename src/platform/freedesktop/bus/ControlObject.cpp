@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 
 #include "platform/freedesktop/bus/ControlInterface.h"
 #include "platform/freedesktop/bus/DisplayToken.h"
@@ -13,10 +14,6 @@
 namespace lumatile {
 
 namespace {
-
-struct NodeRelease {
-    void operator()(GDBusNodeInfo* node) const { g_dbus_node_info_unref(node); }
-};
 
 /// A request that has arrived; its arguments are of the types that the description says. Answered
 /// once.
@@ -142,79 +139,38 @@ constexpr std::array<Verb, 9> verbs{{{"ListCommands", listCommands},
 
 }  // namespace
 
-struct ControlObject::State {
-    std::string name;
-    Controlled& controlled;
-    GObjectHandle<GCancellable> cancellable;
-    GObjectHandle<GDBusConnection> connection;
-    guint object = 0;
-
-    // The bus has checked name, interface and types against the description already.
-    static void called(GDBusConnection* /*connection*/, const char* /*sender*/,
-                       const char* /*path*/, const char* /*interface*/, const char* method,
-                       GVariant* arguments, GDBusMethodInvocation* invocation, gpointer self) {
-        const auto* const verb = std::find_if(
-            verbs.begin(), verbs.end(), [&](const Verb& each) { return each.name == method; });
-        if (verb == verbs.end()) {
-            g_dbus_method_invocation_return_dbus_error(
-                invocation, "org.freedesktop.DBus.Error.UnknownMethod", method);
-            return;
-        }
-        const auto* const state = static_cast<State*>(self);
-        verb->carryOut({state->controlled, arguments, invocation, state->cancellable.get()});
-    }
-
-    static void connected(GObject* /*source*/, GAsyncResult* result, gpointer self) {
-        GError* error = nullptr;
-        GDBusConnection* const connection =
-            g_dbus_connection_new_for_address_finish(result, &error);
-        const GErrorHandle failure(error);
-        // Without a bus; or there is no state any more, which is why it was cancelled.
-        if (connection == nullptr) {
-            return;
-        }
-        static_cast<State*>(self)->serve(connection);
-    }
-
-    void serve(GDBusConnection* made) {
-        connection.reset(made);
-        g_dbus_connection_set_exit_on_close(made, FALSE);
-        const std::unique_ptr<GDBusNodeInfo, NodeRelease> node(
-            g_dbus_node_info_new_for_xml(ControlInterface::description, nullptr));
-        static const GDBusInterfaceVTable table{called, nullptr, nullptr, {}};
-        // Before the name, so that nobody finds the one without the other.
-        object = g_dbus_connection_register_object(
-            made, ControlInterface::path, node->interfaces[0], &table, this, nullptr, nullptr);
-        constexpr guint32 doNotQueue = 4;
-        constexpr int usualPatience = -1;
-        g_dbus_connection_call(made, "org.freedesktop.DBus", "/org/freedesktop/DBus",
-                               "org.freedesktop.DBus", "RequestName",
-                               g_variant_new("(su)", name.c_str(), doNotQueue), nullptr,
-                               G_DBUS_CALL_FLAGS_NONE, usualPatience, nullptr, nullptr, nullptr);
-    }
-};
-
-ControlObject::ControlObject(const std::string& address, std::string_view display,
+ControlObject::ControlObject(BusConnection& session, std::string_view display,
                              Controlled& controlled)
-    : state_(std::make_unique<State>(
-          State{std::string(ControlInterface::busNamePrefix) + displayToken(display), controlled,
-                GObjectHandle<GCancellable>(g_cancellable_new()), nullptr, 0})) {
-    if (address.empty()) {
-        return;
-    }
-    constexpr auto flags =
-        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
-    g_dbus_connection_new_for_address(address.c_str(), flags, nullptr, state_->cancellable.get(),
-                                      State::connected, state_.get());
+    : name_(std::string(ControlInterface::busNamePrefix) + displayToken(display)),
+      controlled_(controlled),
+      cancellable_(g_cancellable_new()) {
+    session.whenConnected(lifeline_.guard([this](GDBusConnection* connection) {
+        if (connection != nullptr) {
+            serve(connection);
+        }
+    }));
 }
 
-ControlObject::~ControlObject() {
-    g_cancellable_cancel(state_->cancellable.get());
-    if (state_->connection) {
-        g_dbus_connection_unregister_object(state_->connection.get(), state_->object);
-        g_dbus_connection_close(state_->connection.get(), nullptr, nullptr, nullptr);
+ControlObject::~ControlObject() { g_cancellable_cancel(cancellable_.get()); }
+
+void ControlObject::serve(GDBusConnection* connection) {
+    // Before the name, so that nobody finds the one without the other.
+    object_ = std::make_unique<BusObject>(connection, ControlInterface::path,
+                                          ControlInterface::description,
+                                          [this](const BusObject::Call& call) { carryOut(call); });
+    BusObject::requestName(connection, name_);
+}
+
+// The bus has checked name, interface and types against the description already.
+void ControlObject::carryOut(const BusObject::Call& call) const {
+    const auto* const verb = std::find_if(
+        verbs.begin(), verbs.end(), [&](const Verb& each) { return each.name == call.method; });
+    if (verb == verbs.end()) {
+        g_dbus_method_invocation_return_dbus_error(
+            call.invocation, "org.freedesktop.DBus.Error.UnknownMethod", call.method);
+        return;
     }
+    verb->carryOut({controlled_, call.arguments, call.invocation, cancellable_.get()});
 }
 
 }  // namespace lumatile

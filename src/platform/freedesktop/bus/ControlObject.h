@@ -1,8 +1,15 @@
 #pragma once
 
+#include <gio/gio.h>
+
 #include <memory>
 #include <string>
 #include <string_view>
+
+#include "base/Lifeline.h"
+#include "platform/freedesktop/bus/BusConnection.h"
+#include "platform/freedesktop/bus/BusObject.h"
+#include "platform/freedesktop/glib/GLibHandles.h"
 
 namespace lumatile {
 
@@ -13,10 +20,10 @@ class Controlled;
 /// run loop serves.
 class ControlObject {
 public:
-    /// @param address of the bus; empty: there is none, and nobody can ask
+    /// @param session the user's bus, on which it takes a name; without one nobody can ask
     /// @param display the desktop, as in $DISPLAY: one bus may serve several
     /// @param controlled outlives this
-    ControlObject(const std::string& address, std::string_view display, Controlled& controlled);
+    ControlObject(BusConnection& session, std::string_view display, Controlled& controlled);
     ControlObject(const ControlObject&) = delete;
     ControlObject& operator=(const ControlObject&) = delete;
 
@@ -24,9 +31,14 @@ public:
     ~ControlObject();
 
 private:
-    struct State;
+    void serve(GDBusConnection* connection);
+    void carryOut(const BusObject::Call& call) const;
 
-    std::unique_ptr<State> state_;
+    std::string name_;
+    Controlled& controlled_;
+    GObjectHandle<GCancellable> cancellable_;  ///< Of what is answered after the program's end.
+    std::unique_ptr<BusObject> object_;        ///< Where there is a bus.
+    Lifeline lifeline_;
 };
 
 }  // namespace lumatile

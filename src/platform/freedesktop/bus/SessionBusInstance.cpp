@@ -1,19 +1,15 @@
 #include "platform/freedesktop/bus/SessionBusInstance.h"
 
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
-#include <QDBusError>
-#include <QDBusMessage>
-#include <QDBusReply>
-#include <QDBusVirtualObject>
-#include <QMetaObject>
-#include <QString>
+#include <gio/gio.h>
 
-#include <cstdlib>
-#include <filesystem>
+#include <optional>
 #include <utility>
 
+#include "platform/freedesktop/bus/BusConnection.h"
+#include "platform/freedesktop/bus/BusObject.h"
 #include "platform/freedesktop/bus/DisplayToken.h"
+#include "platform/freedesktop/glib/GLibHandles.h"
+#include "platform/freedesktop/glib/MainLoopSource.h"
 
 namespace lumatile {
 
@@ -21,88 +17,75 @@ namespace {
 
 constexpr int answerMilliseconds = 5000;
 
-QString interfaceName() { return QStringLiteral("org.lumatile.Lumatile"); }
-QString objectPath() { return QStringLiteral("/org/lumatile/Lumatile"); }
+constexpr const char* interfaceName = "org.lumatile.Lumatile";
+constexpr const char* objectPath = "/org/lumatile/Lumatile";
+constexpr const char* openSettingsMethod = "OpenSettings";
+constexpr const char* description =
+    "<node><interface name=\"org.lumatile.Lumatile\"><method name=\"OpenSettings\"/></interface>"
+    "</node>";
 
-/// Whether the session states a bus. Where it does not, asking for one would start one.
-bool hasSessionBus() {
-    const char* const address = std::getenv("DBUS_SESSION_BUS_ADDRESS");
-    if (address != nullptr && *address != '\0') {
-        return true;
+/// What the program that has the name makes of the request to open its settings.
+enum class OtherInstance { answers, isGone, isSilent };
+
+OtherInstance askOther(GDBusConnection* connection, const std::string& name) {
+    GError* failure = nullptr;
+    const GVariantHandle answer(g_dbus_connection_call_sync(
+        connection, name.c_str(), objectPath, interfaceName, openSettingsMethod, nullptr, nullptr,
+        G_DBUS_CALL_FLAGS_NO_AUTO_START, answerMilliseconds, nullptr, &failure));
+    const GErrorHandle error(failure);
+    if (answer) {
+        return OtherInstance::answers;
     }
-    const char* const folder = std::getenv("XDG_RUNTIME_DIR");
-    std::error_code error;
-    return folder != nullptr && *folder != '\0' &&
-           std::filesystem::exists(std::filesystem::path(folder) / "bus", error);
+    // The last one is the bus's word for a program that has ended with the question unanswered; one
+    // that takes too long is known by the library's own error.
+    const bool isGone =
+        g_error_matches(failure, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) != FALSE ||
+        g_error_matches(failure, G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER) != FALSE ||
+        g_error_matches(failure, G_DBUS_ERROR, G_DBUS_ERROR_NO_REPLY) != FALSE;
+    return isGone ? OtherInstance::isGone : OtherInstance::isSilent;
 }
 
 }  // namespace
 
-class SessionBusInstance::Object final : public QDBusVirtualObject {
-public:
-    explicit Object(std::function<void()> openSettings) : openSettings_(std::move(openSettings)) {}
+SessionBusInstance::SessionBusInstance(BusConnection& session, std::string_view display,
+                                       std::function<void()> openSettings)
+    : session_(session), name_(nameOn(display)), openSettings_(std::move(openSettings)) {}
 
-    QString introspect(const QString& /*path*/) const override {
-        return QStringLiteral(
-            "<interface name=\"org.lumatile.Lumatile\"><method "
-            "name=\"OpenSettings\"/></interface>");
-    }
+SessionBusInstance::~SessionBusInstance() = default;
 
-    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
-        if (message.interface() != interfaceName() ||
-            message.member() != QLatin1String("OpenSettings") || !message.arguments().isEmpty()) {
-            return false;
-        }
-        // The answer does not wait for the window.
-        connection.send(message.createReply());
-        QMetaObject::invokeMethod(
-            this, [this] { openSettings_(); }, Qt::QueuedConnection);
-        return true;
-    }
-
-private:
-    std::function<void()> openSettings_;
-};
-
-SessionBusInstance::SessionBusInstance(std::string_view display, std::function<void()> openSettings)
-    : name_("org.lumatile.Lumatile." + displayToken(display)),
-      object_(std::make_unique<Object>(std::move(openSettings))) {}
-
-SessionBusInstance::~SessionBusInstance() {
-    if (!hasSessionBus()) {
-        return;
-    }
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    if (bus.isConnected()) {
-        bus.unregisterService(QString::fromStdString(name_));
-        bus.unregisterObject(objectPath());
-    }
+std::string SessionBusInstance::nameOn(std::string_view display) {
+    return std::string(interfaceName) + "." + displayToken(display);
 }
 
 InstanceClaim SessionBusInstance::claim() {
-    if (!hasSessionBus()) {
+    const GObjectHandle<GDBusConnection> connection = session_.connectNow();
+    if (!connection) {
         return InstanceClaim::unavailable;
     }
-    QDBusConnection bus = QDBusConnection::sessionBus();
     // Before the name, so that nobody finds the one without the other.
-    if (!bus.isConnected() || !bus.registerVirtualObject(objectPath(), object_.get())) {
-        return InstanceClaim::unavailable;
-    }
-    const QString name = QString::fromStdString(name_);
+    object_ = std::make_unique<BusObject>(
+        connection.get(), objectPath, description, [this](const BusObject::Call& call) {
+            // The answer does not wait for the window.
+            g_dbus_method_invocation_return_value(call.invocation, nullptr);
+            MainLoopSource::once(lifeline_.guard([this] { openSettings_(); }));
+        });
     // The other one may end between the two questions; then the name is free.
     for (int attempt = 0; attempt < 2; ++attempt) {
-        if (bus.registerService(name)) {
+        const std::optional<bool> isOurs =
+            BusObject::requestNameNow(connection.get(), name_, answerMilliseconds);
+        if (!isOurs) {
+            return InstanceClaim::unavailable;
+        }
+        if (*isOurs) {
             return InstanceClaim::first;
         }
-        QDBusMessage question = QDBusMessage::createMethodCall(name, objectPath(), interfaceName(),
-                                                               QStringLiteral("OpenSettings"));
-        question.setAutoStartService(false);
-        const QDBusMessage answer = bus.call(question, QDBus::Block, answerMilliseconds);
-        if (answer.type() == QDBusMessage::ReplyMessage) {
-            return InstanceClaim::second;
-        }
-        if (QDBusError(answer).type() != QDBusError::ServiceUnknown) {
-            break;
+        switch (askOther(connection.get(), name_)) {
+            case OtherInstance::answers:
+                return InstanceClaim::second;
+            case OtherInstance::isSilent:
+                return InstanceClaim::unreachable;
+            case OtherInstance::isGone:
+                break;
         }
     }
     return InstanceClaim::unreachable;

@@ -5,34 +5,41 @@
 #include <string>
 #include <string_view>
 
+#include "base/Lifeline.h"
 #include "platform/freedesktop/bus/InstanceClaim.h"
 
 namespace lumatile {
+
+class BusConnection;
+class BusObject;
 
 /// The one program of a desktop, known by a name on the session bus. Whoever is on the bus may call
 /// `OpenSettings` of the interface "org.lumatile.Lumatile" there, at "/org/lumatile/Lumatile".
 class SessionBusInstance {
 public:
+    /// @param session the user's bus; outlives this
     /// @param display the desktop, as in $DISPLAY: one bus may serve several
     /// @param openSettings runs on the run loop when another program asks
-    SessionBusInstance(std::string_view display, std::function<void()> openSettings);
+    SessionBusInstance(BusConnection& session, std::string_view display,
+                       std::function<void()> openSettings);
     SessionBusInstance(const SessionBusInstance&) = delete;
     SessionBusInstance& operator=(const SessionBusInstance&) = delete;
 
-    /// Gives the name back.
+    /// Nobody is answered any more; the name goes with the connection.
     ~SessionBusInstance();
 
-    /// Needs the toolkit's application object. Waits for the other program for some seconds at
-    /// most.
+    /// Waits for the other program for some seconds at most.
     InstanceClaim claim();
 
-    const std::string& name() const { return name_; }
+    /// The name of the program on that desktop.
+    static std::string nameOn(std::string_view display);
 
 private:
-    class Object;
-
+    BusConnection& session_;
     std::string name_;
-    std::unique_ptr<Object> object_;
+    std::function<void()> openSettings_;
+    std::unique_ptr<BusObject> object_;  ///< From the claim on.
+    Lifeline lifeline_;
 };
 
 }  // namespace lumatile

@@ -2,8 +2,9 @@
 
 namespace lumatile {
 
-SingleInstance::SingleInstance(std::string_view display, const std::function<void()>& openSettings)
-    : openSettings_(openSettings), bus_(display, openSettings), folder_(display) {}
+SingleInstance::SingleInstance(BusConnection& session, std::string_view display,
+                               const std::function<void()>& openSettings)
+    : openSettings_(openSettings), bus_(session, display, openSettings), folder_(display) {}
 
 InstanceClaim SingleInstance::claim() {
     InstanceClaim claim = bus_.claim();

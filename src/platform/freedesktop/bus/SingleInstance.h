@@ -13,11 +13,12 @@ namespace lumatile {
 /// windows. Starting it again opens the settings of the one that runs.
 class SingleInstance {
 public:
+    /// @param session the user's bus; outlives this
     /// @param display the desktop, as in $DISPLAY
     /// @param openSettings runs on the run loop when the program is started again
-    SingleInstance(std::string_view display, const std::function<void()>& openSettings);
+    SingleInstance(BusConnection& session, std::string_view display,
+                   const std::function<void()>& openSettings);
 
-    /// Needs the toolkit's application object.
     /// @return `first` also where programs could not find one another
     InstanceClaim claim();
 

@@ -38,20 +38,12 @@ InstalledPrograms::Names settingsPrograms(DesktopKind kind) {
 
 }  // namespace
 
-DesktopTilingSettings::DesktopTilingSettings(HostDesktop host, XdgFolders folders,
+DesktopTilingSettings::DesktopTilingSettings(std::function<HostDesktop()> host, XdgFolders folders,
                                              BusConnection& session)
-    : host_(host), folders_(std::move(folders)), session_(session) {}
+    : host_(std::move(host)), folders_(std::move(folders)), session_(session) {}
 
-void DesktopTilingSettings::setHost(HostDesktop host) {
-    if (host != host_) {
-        host_ = host;
-        setting_.reset();
-        isMade_ = false;
-    }
-}
-
-std::unique_ptr<TilingSetting> DesktopTilingSettings::makeSetting() const {
-    switch (host_.kind) {
+std::unique_ptr<TilingSetting> DesktopTilingSettings::makeSetting(DesktopKind kind) const {
+    switch (kind) {
         case DesktopKind::plasma:
             return std::make_unique<KWinTiling>(folders_, session_);
         case DesktopKind::gnome:
@@ -72,9 +64,10 @@ std::unique_ptr<TilingSetting> DesktopTilingSettings::makeSetting() const {
 }
 
 TilingSetting* DesktopTilingSettings::setting() {
-    if (!isMade_) {
-        isMade_ = true;
-        setting_ = makeSetting();
+    const DesktopKind kind = host_().kind;
+    if (kind_ != kind) {
+        kind_ = kind;
+        setting_ = makeSetting(kind);
         if (setting_ && !setting_->exists()) {
             setting_.reset();
         }
@@ -93,11 +86,11 @@ std::optional<bool> DesktopTilingSettings::lookup(std::string_view key) {
 }
 
 bool DesktopTilingSettings::canOpenSettings() {
-    return InstalledPrograms::hasAny(settingsPrograms(host_.kind));
+    return InstalledPrograms::hasAny(settingsPrograms(host_().kind));
 }
 
 bool DesktopTilingSettings::openSettings() {
-    return InstalledPrograms::start(settingsPrograms(host_.kind));
+    return InstalledPrograms::start(settingsPrograms(host_().kind));
 }
 
 bool DesktopTilingSettings::canSwitchOff() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -16,11 +17,10 @@ namespace lumatile {
 /// read before the first question.
 class DesktopTilingSettings final : public DesktopTiling {
 public:
+    /// @param host asked before every answer: on which desktop the program runs
     /// @param session the user's bus; outlives this
-    DesktopTilingSettings(HostDesktop host, XdgFolders folders, BusConnection& session);
-
-    /// Takes note that the program runs on another desktop than was known so far.
-    void setHost(HostDesktop host);
+    DesktopTilingSettings(std::function<HostDesktop()> host, XdgFolders folders,
+                          BusConnection& session);
 
     int majorVersion() override;
     std::optional<bool> lookup(std::string_view key) override;
@@ -32,13 +32,13 @@ public:
 private:
     /// Absent on a desktop without such a feature.
     TilingSetting* setting();
-    std::unique_ptr<TilingSetting> makeSetting() const;
+    std::unique_ptr<TilingSetting> makeSetting(DesktopKind kind) const;
 
-    HostDesktop host_;
+    std::function<HostDesktop()> host_;
     XdgFolders folders_;
     BusConnection& session_;
+    std::optional<DesktopKind> kind_;  ///< Whose setting it is, once that has been looked for.
     std::unique_ptr<TilingSetting> setting_;
-    bool isMade_ = false;
 };
 
 }  // namespace lumatile

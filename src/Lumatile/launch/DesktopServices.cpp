@@ -1,0 +1,25 @@
+#include "Lumatile/launch/DesktopServices.h"
+
+#include <cstdlib>
+#include <string>
+
+namespace lumatile {
+
+namespace {
+
+std::string sessionNames() {
+    const char* const value = std::getenv("XDG_CURRENT_DESKTOP");
+    return value != nullptr ? value : "";
+}
+
+}  // namespace
+
+DesktopServices::DesktopServices(const DesktopSession& session, BusConnection& sessionBus,
+                                 SystemLog& log)
+    : words(sessionNames(), session.windowManagerName),
+      loginItem(XdgFolders::fromEnvironment(), AutostartEntry::runningBinary(), sessionNames()),
+      launchAtLogin(loginItem, log),
+      tiling([this] { return words.host(); }, XdgFolders::fromEnvironment(), sessionBus),
+      notifications(sessionBus) {}
+
+}  // namespace lumatile

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace lumatile {
+
+class AccessibilityPlatform;
+class DimOverlays;
+class HotKeyPlatform;
+class InputState;
+class KeyCodes;
+class MouseEventSource;
+class ScreenList;
+class Translucency;
+class Workspace;
+
+/// What a window system needs of the run loop.
+struct SessionEvents {
+    int descriptor = -1;             ///< Readable when the window system has told something.
+    std::function<void()> dispatch;  ///< For when it is, and each time before the loop blocks.
+    std::function<bool()> isLost;    ///< Whether the window system is gone; nothing works then.
+};
+
+/// What a window system gives the program: the ports behind which it is hidden. This value and its
+/// copies own them; the session that made it outlives them.
+///
+/// How a session is made. Each kind has a folder below platform/ with a class that finds it
+/// (`PresentSession`) and then makes this value; the program asks every kind in turn and takes the
+/// first that is present. Nothing else asks which one it is. What a window system cannot do is a
+/// port that answers so, as each port says for itself, and a sentence in
+/// `SessionFacts::shortcomings`; a function below that has nothing to do is empty.
+struct DesktopSession {
+    AccessibilityPlatform& accessibility;
+    ScreenList& screenList;
+    HotKeyPlatform& hotKeys;
+    Workspace& workspace;
+    InputState& inputState;
+    MouseEventSource& mouseTaps;
+    DimOverlays& dimOverlays;
+    Translucency& translucency;  ///< Of the surface on which the highlight is drawn.
+    KeyCodes& keyCodes;          ///< Of the keys that windows of this program are told of.
+    SessionEvents events;
+
+    /// What the window manager calls itself; empty when there is none or it does not say.
+    std::function<std::string()> windowManagerName;
+
+    /// The shortcuts that belong to other programs, as a keyboard of this desktop prints them.
+    std::function<std::vector<std::string>()> refusedShortcuts;
+
+    /// Calls `appeared`, now or later, when there is a bar of a kind that only this window system
+    /// knows: one into which programs put small windows. Empty where there is no such kind.
+    std::function<void(std::function<void()> appeared)> watchOlderTray;
+
+    std::shared_ptr<void> owner;  ///< What all of the above belongs to.
+};
+
+}  // namespace lumatile
