@@ -70,8 +70,7 @@ int main(int argc, char** argv) {
     QtRunLoop runLoop;
     QSettingsPreferences preferences(log);
     SharedFolderStore sharedStore(preferences, log);
-    QtStatusItem statusItem;
-    AppFonts::registerFonts();
+    QtStatusItem statusItem(AppFonts::registerFonts);
 
     const DesktopSession session = present->enter(runLoop, log);
     const SessionWatch sessionWatch(session.events, facts, runLoop, log);

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 // The linker leaves out what a static library holds but nobody names. Outside any namespace, as the
 // macro has it.
@@ -41,6 +42,10 @@ QFont sized(QFont font, double points) {
 }  // namespace
 
 void AppFonts::registerFonts() {
+    static bool areRegistered = false;
+    if (std::exchange(areRegistered, true)) {
+        return;
+    }
     keepResources();
     for (const char* name : resources) {
         const QString path = QStringLiteral(":/fonts/%1.woff2").arg(QLatin1String(name));
@@ -51,6 +56,7 @@ void AppFonts::registerFonts() {
 }
 
 QFont AppFonts::text(double points, QFont::Weight weight) {
+    registerFonts();
     QFont font = QApplication::font();
     if (isKnown(textFamily)) {
         font.setFamilies({QString::fromLatin1(textFamily)});
@@ -62,6 +68,7 @@ QFont AppFonts::text(double points, QFont::Weight weight) {
 }
 
 QFont AppFonts::monospaced(double points) {
+    registerFonts();
     QFont font = isKnown(monospacedFamily) ? QFont(QString::fromLatin1(monospacedFamily))
                                            : QFontDatabase::systemFont(QFontDatabase::FixedFont);
     return sized(font, points);

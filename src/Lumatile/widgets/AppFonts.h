@@ -11,8 +11,9 @@ struct AppFonts {
     /// The name by which monospaced text is asked for: status lines, shortcuts, values.
     static constexpr const char* monospacedName = "IBMPlexMono-Regular";
 
-    /// Makes the packaged fonts known to the toolkit. One that is missing is passed over, and the
-    /// system's takes its place wherever it is asked for. To be called once, with an application.
+    /// Makes the packaged fonts known to the toolkit, once. One that is missing is passed over, and
+    /// the system's takes its place wherever it is asked for. What asks for a font below does not
+    /// have to call this; unpacked they take more memory than the rest of an idle program's own.
     static void registerFonts();
 
     /// Text of `points`, which grows with the font size that the user has set for the desktop.

@@ -35,7 +35,8 @@ QPoint menuPlace(const QRect& item, const QSize& menu) {
 
 }  // namespace
 
-QtStatusItem::QtStatusItem() {
+QtStatusItem::QtStatusItem(std::function<void()> willDrawMenu)
+    : willDrawMenu_(std::move(willDrawMenu)), host_([this] { lookForBar(); }) {
     patience_.setSingleShot(true);
     patience_.setInterval(olderTrayPatience);
     connect(&patience_, &QTimer::timeout, this, [this] { create(); });
@@ -50,8 +51,7 @@ void QtStatusItem::setImage(const StatusImage& image) {
     image_ = image;
     if (icon_) {
         showImage();
-    } else if (!host_) {
-        host_.emplace([this] { lookForBar(); });
+    } else {
         lookForBar();
     }
 }
@@ -92,10 +92,10 @@ void QtStatusItem::olderTrayAppeared() {
 }
 
 void QtStatusItem::lookForBar() {
-    if (icon_ || !host_) {
+    if (icon_ || !image_) {
         return;
     }
-    if (host_->isPresent()) {
+    if (host_.isPresent()) {
         create();
     } else if (!patience_.isActive() && hasOlderTray_) {
         patience_.start();
@@ -107,7 +107,7 @@ void QtStatusItem::create() {
     icon_ = std::make_unique<QSystemTrayIcon>();
     showImage();
     // Only a bar on the bus draws the menu; in the older tray it is a window, made when it opens.
-    if (host_->isPresent()) {
+    if (host_.isPresent()) {
         exported_ = std::make_unique<StatusMenuWidget>(StatusMenuWidget::Use::exported);
         exported_->fill(items_);
         connect(&exported_->menu(), &QMenu::aboutToShow, this, [this] { menuWillOpen(); });
@@ -131,6 +131,7 @@ void QtStatusItem::showImage() {
 
 void QtStatusItem::openMenu() {
     menuWillOpen();
+    willDrawMenu_();
     shown_ = std::make_unique<StatusMenuWidget>(StatusMenuWidget::Use::shown);
     shown_->fill(items_);
     shown_->menu().popup(menuPlace(icon_->geometry(), shown_->menu().sizeHint()));

@@ -21,7 +21,9 @@ namespace lumatile {
 /// found again.
 class QtStatusItem final : public QObject, public StatusItem {
 public:
-    QtStatusItem();
+    /// @param willDrawMenu called each time before the menu is drawn by this program and not by
+    ///   the bar, for what its texts need
+    explicit QtStatusItem(std::function<void()> willDrawMenu);
     QtStatusItem(const QtStatusItem&) = delete;
     QtStatusItem& operator=(const QtStatusItem&) = delete;
     ~QtStatusItem() override;
@@ -41,12 +43,13 @@ private:
     void openMenu();
     void menuWillOpen();
 
+    std::function<void()> willDrawMenu_;
     bool hasOlderTray_ = false;
     std::optional<StatusImage> image_;
     StatusMenu items_;
     std::function<void()> menuWillOpen_;
 
-    std::optional<StatusNotifierHost> host_;      ///< From the first picture on.
+    StatusNotifierHost host_;                     ///< Its answer is there when it is wanted.
     QTimer patience_;                             ///< Runs while only the older tray is there.
     std::unique_ptr<StatusMenuWidget> exported_;  ///< For a bar that draws the menu itself.
     std::unique_ptr<QSystemTrayIcon> icon_;       ///< Once there is a bar; refers to `exported_`.

@@ -1,8 +1,8 @@
 #include "platform/qt/StatusPicture.h"
 
+#include <QFile>
 #include <QIconEngine>
 #include <QImage>
-#include <QImageReader>
 #include <QPainter>
 #include <QStandardPaths>
 #include <QString>
@@ -11,6 +11,8 @@
 #include <array>
 #include <cmath>
 #include <iterator>
+
+#include "platform/qt/StatusDrawing.h"
 
 namespace lumatile {
 
@@ -51,9 +53,7 @@ int drawnSizeFor(int extent) {
 }
 
 QImage shape(const QString& name, int extent) {
-    QImageReader reader(drawingPath(name, drawnSizeFor(extent)));
-    reader.setScaledSize({extent, extent});
-    return reader.read().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    return StatusDrawing::read(drawingPath(name, drawnSizeFor(extent)), extent);
 }
 
 QImage tinted(QImage image, const QColor& color) {
@@ -137,7 +137,7 @@ private:
 
 QIcon statusPicture(const StatusImage& image) {
     const QString name = QString::fromStdString(image.name);
-    if (!QImageReader(drawingPath(name, drawnSizes.front())).canRead()) {
+    if (!QFile::exists(drawingPath(name, drawnSizes.front()))) {
         return {};
     }
     return QIcon(new StatusPictureEngine(name, image.isTemplate));

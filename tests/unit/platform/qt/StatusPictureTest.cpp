@@ -1,5 +1,7 @@
 #include "platform/qt/StatusPicture.h"
 
+#include "platform/qt/StatusDrawing.h"
+
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -139,6 +141,36 @@ protected:
 
     TemporaryFolder prefix_;
 };
+
+TEST(StatusDrawing, isWhatAReaderOfSuchFilesDraws) {
+    for (const char* const name : {"MenuBarIcon", "MenuBarIconPaused"}) {
+        for (const int extent : {16, 22, 24, 32}) {
+            const QString path =
+                QStringLiteral(":/status/%1-%2.svg").arg(QLatin1String(name)).arg(extent);
+            const QImage drawn = StatusDrawing::read(path, extent);
+            ASSERT_EQ(drawn.size(), QSize(extent, extent));
+            EXPECT_LT(difference(drawn, QImage(path)), 3) << name << " at " << extent;
+        }
+    }
+}
+
+TEST(StatusDrawing, anythingElseIsNone) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("drawing.svg");
+    for (const char* const text :
+         {"", "<svg width=\"16\"/>", "<svg width=\"16\"><path d=\"\"/></svg>",
+          "<svg width=\"16\"><path d=\"M1 2C1 2 3 4 5 6z\"/></svg>",
+          "<svg width=\"16\"><path d=\"M1 2L3\"/></svg>",
+          "<svg width=\"0\"><path d=\"M1 2L3 4L5 6z\"/></svg>",
+          "<svg><path d=\"M1 2L3 4L5 6z\"/></svg>"}) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        file.close();
+        EXPECT_TRUE(StatusDrawing::read(path, 16).isNull()) << text;
+    }
+    EXPECT_TRUE(StatusDrawing::read(folder.filePath("missing.svg"), 16).isNull());
+}
 
 TEST_F(InstalledPictures, areFoundInTheTheme) {
     const std::array names{std::pair("lumatile-symbolic", "MenuBarIcon"),
