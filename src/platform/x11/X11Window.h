@@ -37,8 +37,7 @@ struct X11Window {
     X11WindowFacts facts;
     X11PixelRect client;                      ///< In root coordinates.
     xcb_window_t topLevel = XCB_WINDOW_NONE;  ///< The root's child that holds it; perhaps itself.
-
-    bool isChildOfTopLevel = false;  ///< With no window between the two.
+    xcb_window_t parent = XCB_WINDOW_NONE;    ///< As it was when the top level was looked for.
 
     /// What the server's events said last: where the top level is, in root coordinates, and where
     /// the window is in its parent. Origins inside the border.
@@ -65,8 +64,14 @@ struct X11Window {
     X11WindowProperties::Mask staleProperties = 0;
     bool isPlaceStale = false;
     bool isTopLevelStale = false;
+    bool isProcessStale = false;
 
-    bool isStale() const { return staleProperties != 0 || isPlaceStale || isTopLevelStale; }
+    bool isStale() const {
+        return staleProperties != 0 || isPlaceStale || isTopLevelStale || isProcessStale;
+    }
+
+    /// With no window between the two.
+    bool isChildOfTopLevel() const { return parent == topLevel; }
 
     X11WindowFrame frame() const { return {client, facts.decoration, facts.shadow}; }
 
