@@ -9,15 +9,17 @@ MouseConductor::MouseConductor(std::shared_ptr<DragSnapController> controller,
     : controller_(std::move(controller)), platform_(platform), log_(log) {}
 
 void MouseConductor::start() {
-    tap_ = platform_.createTap(mask, [conductor = weak_from_this()](const MouseEvent& event) {
-        if (const std::shared_ptr<MouseConductor> alive = conductor.lock()) {
-            alive->handle(event);
-        }
-    });
-    if (!tap_) {
+    std::unique_ptr<MouseTap> tap =
+        platform_.createTap(mask, [conductor = weak_from_this()](const MouseEvent& event) {
+            if (const std::shared_ptr<MouseConductor> alive = conductor.lock()) {
+                alive->handle(event);
+            }
+        });
+    if (!tap) {
         log_.write("MouseConductor", "failed to create event tap (Accessibility not granted?)");
         return;
     }
+    tap_ = std::move(tap);
     tap_->enable();
 }
 

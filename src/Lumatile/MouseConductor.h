@@ -25,7 +25,8 @@ public:
     MouseConductor& operator=(const MouseConductor&) = delete;
     ~MouseConductor() = default;
 
-    /// Where the mouse cannot be watched, one line in the log says so, and dragging does nothing.
+    /// Where the mouse cannot be watched, one line in the log says so, and dragging does nothing;
+    /// a tap of an earlier start goes on.
     void start();
 
     /// Harmless when it has not been started.

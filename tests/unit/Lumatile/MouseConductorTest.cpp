@@ -102,6 +102,20 @@ TEST_F(MouseConductorTest, stopsAsOftenAsIsAskedAndStartsAnew) {
     EXPECT_EQ(state(), State::armed);
 }
 
+TEST_F(MouseConductorTest, aSecondStartThatFailsLeavesTheTapOfTheFirst) {
+    conductor_->start();
+    desk_.mouse.setRefusing(true);
+    conductor_->start();
+    EXPECT_EQ(desk_.log.lines(),
+              Lines{"MouseConductor: failed to create event tap (Accessibility not granted?)"});
+    EXPECT_TRUE(conductor_->isStarted());
+    EXPECT_EQ(desk_.mouse.taps(), 1U);
+    desk_.mouse.press({400, 205});
+    EXPECT_EQ(state(), State::armed);
+    desk_.mouse.release();
+    EXPECT_EQ(state(), State::idle);
+}
+
 TEST_F(MouseConductorTest, anEventOnItsWayWhenTheConductorGoesDoesNothing) {
     conductor_->start();
     desk_.runLoop.post([&] {
