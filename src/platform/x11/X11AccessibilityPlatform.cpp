@@ -98,6 +98,9 @@ std::optional<Element> X11AccessibilityPlatform::elementAtPoint(const Point& poi
     if (!x || !y) {
         return std::nullopt;
     }
+    if (const X11Window* pressed = mirror_.movedSincePressAt(*x, *y)) {
+        return elementOf(*pressed);
+    }
     xcb_window_t innermost = connection_.root();
     xcb_window_t topLevel = XCB_WINDOW_NONE;
     for (int level = 0; level < mostLevels; ++level) {
@@ -134,9 +137,7 @@ std::optional<Element> X11AccessibilityPlatform::shownAt(int x, int y) {
         if (window == nullptr || mirror_.isMinimized(*window) || mirror_.isElsewhere(*window)) {
             continue;
         }
-        const X11PixelRect outer = window->frame().outer();
-        if (x >= outer.x && x < outer.x + outer.width && y >= outer.y &&
-            y < outer.y + outer.height) {
+        if (window->frame().outer().contains(x, y)) {
             return elementOf(*window);
         }
     }
@@ -228,10 +229,10 @@ std::optional<AttributeValue> X11AccessibilityPlatform::readWindow(const X11Wind
         return AttributeValue(std::string(subroleOf(window.facts.kind())));
     }
     if (attribute == AttributeName::position) {
-        return AttributeValue(writer_.frame(window).origin());
+        return AttributeValue(frameOf(window).origin());
     }
     if (attribute == AttributeName::size) {
-        return AttributeValue(writer_.frame(window).size());
+        return AttributeValue(frameOf(window).size());
     }
     if (attribute == AttributeName::minimized) {
         return AttributeValue(mirror_.isMinimized(window));
@@ -240,6 +241,11 @@ std::optional<AttributeValue> X11AccessibilityPlatform::readWindow(const X11Wind
         return AttributeValue(window.facts.isFullScreen);
     }
     return std::nullopt;
+}
+
+Rect X11AccessibilityPlatform::frameOf(const X11Window& window) {
+    const std::optional<X11PixelRect> pressed = mirror_.outerAtPress(window);
+    return pressed ? monitors_.fromRoot(pressed->toRect()) : writer_.frame(window);
 }
 
 std::optional<Element> X11AccessibilityPlatform::parentOf(const X11Element& element) {

@@ -84,6 +84,8 @@ private:
 
     void carryOutJoined();
     bool carryOut(const X11Element& target, const X11PlacingWish& wish);
+    /// As it is, or, while a press is dealt with, as it was then.
+    Rect frameOf(const X11Window& window);
 
     std::optional<AttributeValue> readSystemWide(std::string_view attribute);
     std::optional<AttributeValue> readApplication(const X11Element& element,

@@ -20,6 +20,11 @@ struct X11PixelRect {
         return width == other.width && height == other.height;
     }
 
+    /// Whether the pixel lies in it.
+    bool contains(int pixelX, int pixelY) const {
+        return pixelX >= x && pixelX < x + width && pixelY >= y && pixelY < y + height;
+    }
+
     Rect toRect() const;
 
     /// Largest distance of an edge from the root's origin, either sign, that is asked of the

@@ -8,6 +8,7 @@
 #include "geometry/Point.h"
 #include "geometry/Rect.h"
 #include "platform/x11/X11Connection.h"
+#include "platform/x11/X11EventBurst.h"
 #include "platform/x11/X11PixelRect.h"
 #include "platform/x11/X11WindowFacts.h"
 #include "platform/x11/X11WindowFrame.h"
@@ -46,6 +47,10 @@ struct X11Window {
 
     /// The request that `client` was read with last, by its number.
     std::uint32_t placeReadAt = 0;
+
+    /// Whether its geometry is not listened to; what is known of it is then as it was before.
+    bool isUnheard = false;
+    X11EventBurst geometryEvents;
 
     /// How many answers of the window manager have been seen, and when the last one was.
     std::uint64_t answers = 0;

@@ -24,11 +24,13 @@ bool isSinceReading(const X11Window& client, const xcb_generic_event_t& event) {
 }  // namespace
 
 X11WindowEvents::X11WindowEvents(X11Connection& connection, const X11WindowProperties& properties,
-                                 X11WindowTable& table, X11RootFacts& root)
+                                 X11WindowTable& table, X11RootFacts& root,
+                                 X11GeometryListening& listening)
     : connection_(connection),
       properties_(properties),
       table_(table),
       root_(root),
+      listening_(listening),
       subscription_(connection.observe([this](const xcb_generic_event_t& event) { note(event); })) {
 }
 
@@ -86,7 +88,7 @@ void X11WindowEvents::noteConfigured(const xcb_generic_event_t& event) {
 }
 
 void X11WindowEvents::noteToldPlace(X11Window& client, const xcb_configure_notify_event_t& told) {
-    noteChange(client);
+    noteGeometry(client);
     ++client.tellings;
     const X11PixelRect place{told.x, told.y, told.width, told.height};
     if (place != client.client) {
@@ -95,7 +97,7 @@ void X11WindowEvents::noteToldPlace(X11Window& client, const xcb_configure_notif
 }
 
 void X11WindowEvents::noteTopLevel(X11Window& client, const xcb_generic_event_t& event) {
-    noteChange(client);
+    noteGeometry(client);
     const X11PixelRect rect = insideOf(event);
     const auto before = std::exchange(client.topLevelRect, rect);
     if (X11Event::isBefore(event, client.placeReadAt)) {
@@ -119,7 +121,7 @@ void X11WindowEvents::noteTopLevel(X11Window& client, const xcb_generic_event_t&
 }
 
 void X11WindowEvents::noteInParent(X11Window& client, const xcb_generic_event_t& event) {
-    noteChange(client);
+    noteGeometry(client);
     const X11PixelRect rect = insideOf(event);
     const auto before = std::exchange(client.rectInParent, rect);
     if (X11Event::isBefore(event, client.placeReadAt)) {
@@ -163,6 +165,11 @@ void X11WindowEvents::noteDestroyed(xcb_window_t window) {
     root_.noteDestroyed(window);
     table_.forgetFrame(window);
     table_.forget(window);
+}
+
+void X11WindowEvents::noteGeometry(X11Window& client) {
+    noteChange(client);
+    listening_.noteEvent(client);
 }
 
 void X11WindowEvents::noteChange(X11Window& client) {

@@ -3,6 +3,7 @@
 #include <xcb/xcb.h>
 
 #include "platform/x11/X11Connection.h"
+#include "platform/x11/X11GeometryListening.h"
 #include "platform/x11/X11RootFacts.h"
 #include "platform/x11/X11WindowProperties.h"
 #include "platform/x11/X11WindowTable.h"
@@ -15,7 +16,7 @@ class X11WindowEvents {
 public:
     /// All outlive this.
     X11WindowEvents(X11Connection& connection, const X11WindowProperties& properties,
-                    X11WindowTable& table, X11RootFacts& root);
+                    X11WindowTable& table, X11RootFacts& root, X11GeometryListening& listening);
     X11WindowEvents(const X11WindowEvents&) = delete;
     X11WindowEvents& operator=(const X11WindowEvents&) = delete;
 
@@ -30,12 +31,14 @@ private:
     void noteMoved(X11Window& client);
     void noteReparented(xcb_window_t window);
     void noteDestroyed(xcb_window_t window);
+    void noteGeometry(X11Window& client);
     void noteChange(X11Window& client);
 
     X11Connection& connection_;
     const X11WindowProperties& properties_;
     X11WindowTable& table_;
     X11RootFacts& root_;
+    X11GeometryListening& listening_;
     X11Connection::Subscription subscription_;  // Last: its observer names the fields above.
 };
 

@@ -19,12 +19,21 @@ X11WindowMirror::X11WindowMirror(X11Connection& connection)
       properties_(connection.atoms()),
       processIds_(connection),
       root_(connection),
-      events_(connection, properties_, table_, root_) {}
+      listening_(connection, table_),
+      // What was not listened to during a drag is known again after it.
+      press_(connection, table_,
+             [this] {
+                 if (listening_.isAnyUnheard()) {
+                     refresh();
+                 }
+             }),
+      events_(connection, properties_, table_, root_, listening_) {}
 
 void X11WindowMirror::refresh() {
     connection_.readEvents();
+    listening_.noteReading();
     for (int round = 0; round < mostRounds && isStale() && !connection_.isLost(); ++round) {
-        X11WindowReading({connection_, properties_, processIds_, table_, root_}).run();
+        X11WindowReading({connection_, properties_, processIds_, table_, root_, listening_}).run();
         connection_.readEvents();
     }
 }
@@ -37,6 +46,20 @@ X11Window* X11WindowMirror::findManaged(xcb_window_t id, std::uint64_t serial) {
 X11Window* X11WindowMirror::active() {
     X11Window* window = find(root_.active());
     return window != nullptr && window->isManaged ? window : nullptr;
+}
+
+X11Window* X11WindowMirror::movedSincePressAt(int x, int y) {
+    for (const xcb_window_t id : stacking()) {
+        X11Window* window = find(id);
+        if (window == nullptr || isMinimized(*window) || isElsewhere(*window)) {
+            continue;
+        }
+        const std::optional<X11PixelRect> before = outerAtPress(*window);
+        if (before.value_or(window->frame().outer()).contains(x, y)) {
+            return before ? window : nullptr;
+        }
+    }
+    return nullptr;
 }
 
 bool X11WindowMirror::isMinimized(const X11Window& window) const {

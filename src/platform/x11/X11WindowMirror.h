@@ -1,11 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include <xcb/xcb.h>
 
 #include "platform/x11/X11Connection.h"
+#include "platform/x11/X11GeometryListening.h"
+#include "platform/x11/X11PressScene.h"
 #include "platform/x11/X11ProcessIds.h"
 #include "platform/x11/X11RootFacts.h"
 #include "platform/x11/X11Window.h"
@@ -19,6 +22,8 @@ namespace lumatile {
 /// events: what an event says has changed is read again by the next `refresh`, for all windows
 /// together. Three round trips at most fetch any number of new windows, one what has changed on
 /// known ones, and none is needed when nothing has, nor as a rule when a window has been placed.
+/// Of a window that moves on and on while nobody asks, as a dragged one does, no events are asked
+/// for until the next `refresh`, which reads it again in the same round trip.
 class X11WindowMirror {
 public:
     /// @param connection outlives the mirror
@@ -42,6 +47,16 @@ public:
 
     /// The topmost managed window that a child of the root frames; null when it frames none.
     X11Window* framedBy(xcb_window_t topLevel) { return table_.topmostIn(topLevel); }
+
+    /// The managed window that was at a place on the root when a mouse button went down, where it
+    /// has moved since; null when none was or it has not, and when no press is dealt with in this
+    /// turn of the run loop.
+    X11Window* movedSincePressAt(int x, int y);
+
+    /// The outer rectangle of such a window when the button went down.
+    std::optional<X11PixelRect> outerAtPress(const X11Window& window) const {
+        return press_.outerBeforeMove(window);
+    }
 
     /// Whether `window` is minimized: hidden, or not mapped for no other known reason.
     bool isMinimized(const X11Window& window) const;
@@ -67,13 +82,17 @@ public:
     xcb_window_t clientOf(xcb_window_t window) const { return processIds_.clientOf(window); }
 
 private:
-    bool isStale() const { return root_.isStale() || table_.isStale(); }
+    bool isStale() const {
+        return root_.isStale() || table_.isStale() || listening_.isAnyUnheard();
+    }
 
     X11Connection& connection_;
     X11WindowProperties properties_;
     X11ProcessIds processIds_;
     X11WindowTable table_;
     X11RootFacts root_;
+    X11GeometryListening listening_;
+    X11PressScene press_;  // Before the events, so that it sees what was before the press.
     X11WindowEvents events_;
 };
 

@@ -9,13 +9,16 @@ namespace lumatile {
 
 namespace {
 
-void selectEvents(xcb_connection_t* connection, xcb_window_t window, std::uint32_t mask) {
-    xcb_change_window_attributes(connection, window, XCB_CW_EVENT_MASK, &mask);
+/// The rectangle of a window without its border, relative to its parent.
+X11PixelRect insideOf(const xcb_get_geometry_reply_t& geometry) {
+    return {geometry.x + geometry.border_width, geometry.y + geometry.border_width, geometry.width,
+            geometry.height};
 }
 
 }  // namespace
 
 void X11WindowReading::run() {
+    listenAgain();
     std::vector<xcb_window_t> rootChildren;
     if (parts_.root.isStale() || table().isAnyTopLevelStale()) {
         rootChildren = readRoot();
@@ -31,6 +34,7 @@ void X11WindowReading::run() {
     if (placesAtOnce) {
         askPlaces();
     }
+    takeUnheard();
     takeFacts();
     takeProcesses();
     takeTopLevels(topLevels);
@@ -48,9 +52,55 @@ std::vector<xcb_window_t> X11WindowReading::readRoot() {
     return std::move(reading.children);
 }
 
+/// The events are selected before anything is read, and whose they are is asked before that.
+void X11WindowReading::listenAgain() {
+    for (const xcb_window_t id : parts_.listening.takeUnheard()) {
+        X11Window* client = table().find(id);
+        if (client == nullptr) {
+            continue;
+        }
+        const auto attributes = xcb_get_window_attributes(server(), id);
+        parts_.listening.listenToClient(id);
+        if (client->topLevel != XCB_WINDOW_NONE) {
+            parts_.listening.listenToFrame(client->topLevel);
+        }
+        unheard_.push_back({id, attributes, xcb_query_tree(server(), id),
+                            xcb_get_geometry(server(), client->topLevel)});
+        client->isUnheard = false;
+        table().markStale(*client).isPlaceStale = true;
+        client->rectInParent.reset();
+        client->topLevelRect.reset();
+        client->noteAnswer();
+    }
+}
+
+void X11WindowReading::takeUnheard() {
+    for (const UnheardQuestion& question : unheard_) {
+        const X11Reply<xcb_get_window_attributes_reply_t> attributes(
+            xcb_get_window_attributes_reply(server(), question.attributes, nullptr));
+        const X11Reply<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(server(), question.tree, nullptr));
+        const X11Reply<xcb_get_geometry_reply_t> topLevel(
+            xcb_get_geometry_reply(server(), question.topLevel, nullptr));
+        X11Window* client = table().find(question.window);
+        if (client == nullptr) {
+            continue;
+        }
+        if (!attributes || !tree || !X11GeometryListening::isSame(*attributes)) {
+            // Where another window has the id now, the list of windows tells of it.
+            table().forget(question.window);
+            parts_.root.markStale();
+        } else if (tree->parent != client->parent || !topLevel) {
+            table().markStale(*client).isTopLevelStale = true;
+            client->isPlaceStale = true;
+        } else {
+            client->topLevelRect = insideOf(*topLevel);
+        }
+    }
+}
+
 void X11WindowReading::add(xcb_window_t window) {
-    selectEvents(server(), window,
-                 XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    parts_.listening.listenToClient(window);
     table().add(window, parts_.properties.all());
 }
 
@@ -133,11 +183,9 @@ void X11WindowReading::takeTopLevels(X11TopLevels& search) {
             table().forget(found.client);
         } else if (client != nullptr) {
             client->parent = found.parent;
-            // A client without a frame has its events selected already, more of them than a frame
-            // has.
-            if (found.topLevel != XCB_WINDOW_NONE && table().frame(*client, found.topLevel) &&
-                table().find(found.topLevel) == nullptr) {
-                selectEvents(server(), found.topLevel, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+            if (found.topLevel != XCB_WINDOW_NONE && table().frame(*client, found.topLevel)) {
+                parts_.listening.listenToFrame(found.topLevel);
+                client->isPlaceStale = true;
             }
         }
     }
@@ -154,6 +202,9 @@ void X11WindowReading::takePlaces() {
         } else if (X11Window* window = table().find(question.window)) {
             window->client = {position->dst_x, position->dst_y, size->width, size->height};
             window->placeReadAt = question.size.sequence;
+            if (window->topLevel != window->id) {
+                window->rectInParent = insideOf(*size);
+            }
         }
     }
 }

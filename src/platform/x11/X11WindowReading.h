@@ -7,6 +7,7 @@
 #include <xcb/xcb.h>
 
 #include "platform/x11/X11Connection.h"
+#include "platform/x11/X11GeometryListening.h"
 #include "platform/x11/X11ProcessIds.h"
 #include "platform/x11/X11RootFacts.h"
 #include "platform/x11/X11TopLevels.h"
@@ -26,6 +27,7 @@ public:
         const X11ProcessIds& processIds;
         X11WindowTable& table;
         X11RootFacts& root;
+        X11GeometryListening& listening;
     };
 
     explicit X11WindowReading(const Parts& parts) : parts_(parts) {}
@@ -47,15 +49,24 @@ private:
         xcb_translate_coordinates_cookie_t position;
     };
 
+    struct UnheardQuestion {
+        xcb_window_t window;
+        xcb_get_window_attributes_cookie_t attributes;
+        xcb_query_tree_cookie_t tree;
+        xcb_get_geometry_cookie_t topLevel;
+    };
+
     std::vector<xcb_window_t> readRoot();
     void add(xcb_window_t window);
 
+    void listenAgain();
     void askWindowManager();
     void askProperties();
     void askProcesses();
     std::vector<xcb_window_t> takeStaleTopLevels();
     void askPlaces();
 
+    void takeUnheard();
     void takeFacts();
     void takeProcesses();
     void takeTopLevels(X11TopLevels& search);
@@ -66,6 +77,7 @@ private:
 
     Parts parts_;
     std::vector<xcb_window_t> windows_;  // Those that something is stale of.
+    std::vector<UnheardQuestion> unheard_;
     std::optional<xcb_get_property_cookie_t> windowManager_;
     std::vector<PropertyQuestion> properties_;
     std::vector<xcb_window_t> withoutProcess_;
