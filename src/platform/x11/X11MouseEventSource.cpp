@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 #include "platform/x11/X11Event.h"
@@ -42,27 +43,52 @@ std::uint8_t inputExtension(const X11Connection& connection) {
 
 class X11MouseEventSource::Tap final : public MouseTap {
 public:
-    Tap(std::shared_ptr<X11MouseEventSource*> platform, std::shared_ptr<Watcher> watcher)
-        : platform_(std::move(platform)), watcher_(std::move(watcher)) {}
+    Tap(X11MouseEventSource& source, Mask mask, Handler handler)
+        : source_(source),
+          sourceLife_(source.lifeline_.watch()),
+          ear_(std::make_shared<Ear>(Ear{mask, std::move(handler)})),
+          // It may end itself while it is told.
+          place_(source.taps_.add([this, ear = ear_](const MouseEvent& event) {
+              if (ear->isEnabled && event.type == MouseEventType::tapDisabled) {
+                  setEnabled(false);
+                  ear->handler(event);
+              } else if (ear->isEnabled && (ear->mask & bit(event.type)) != 0) {
+                  ear->handler(event);
+              }
+          })) {}
     Tap(const Tap&) = delete;
     Tap& operator=(const Tap&) = delete;
     ~Tap() override {
-        watcher_.reset();
-        if (*platform_ != nullptr) {
-            (*platform_)->select();
+        setEnabled(false);
+        if (sourceLife_.isAlive()) {
+            source_.select();
         }
     }
 
     void enable() override {
-        watcher_->isEnabled = true;
-        if (*platform_ != nullptr) {
-            (*platform_)->select();
+        setEnabled(true);
+        if (sourceLife_.isAlive()) {
+            source_.select();
         }
     }
 
 private:
-    std::shared_ptr<X11MouseEventSource*> platform_;
-    std::shared_ptr<Watcher> watcher_;
+    struct Ear {
+        Mask mask;
+        Handler handler;
+        bool isEnabled = false;
+    };
+
+    void setEnabled(bool enabled) {
+        if (std::exchange(ear_->isEnabled, enabled) != enabled && sourceLife_.isAlive()) {
+            source_.enabledTaps_ += enabled ? 1 : -1;
+        }
+    }
+
+    X11MouseEventSource& source_;
+    Lifeline::Watch sourceLife_;
+    std::shared_ptr<Ear> ear_;
+    ObserverList<const MouseEvent&>::Subscription place_;
 };
 
 X11MouseEventSource::X11MouseEventSource(X11Connection& connection, X11Monitors& monitors,
@@ -70,48 +96,53 @@ X11MouseEventSource::X11MouseEventSource(X11Connection& connection, X11Monitors&
     : connection_(connection),
       monitors_(monitors),
       runLoop_(runLoop),
+      refreshRate_(connection),
       extension_(inputExtension(connection)),
-      self_(std::make_shared<X11MouseEventSource*>(this)),
       subscription_(connection.observe([this](const xcb_generic_event_t& event) { note(event); })) {
 }
 
-X11MouseEventSource::~X11MouseEventSource() { *self_ = nullptr; }
+X11MouseEventSource::~X11MouseEventSource() = default;
 
 std::unique_ptr<MouseTap> X11MouseEventSource::createTap(Mask mask, Handler handler) {
     if (extension_ == 0 || connection_.isLost()) {
         return nullptr;
     }
-    const auto watcher = std::make_shared<Watcher>(Watcher{mask, std::move(handler)});
-    watchers_.push_back(watcher);
-    return std::make_unique<Tap>(self_, watcher);
+    return std::make_unique<Tap>(*this, mask, std::move(handler));
 }
 
 void X11MouseEventSource::note(const xcb_generic_event_t& event) {
-    if (X11Event::type(event) == XCB_MAPPING_NOTIFY) {
-        if (X11Event::as<xcb_mapping_notify_event_t>(event).request == XCB_MAPPING_POINTER) {
-            isMappingStale_ = true;
-        }
-        return;
-    }
-    if (X11Event::type(event) != XCB_GE_GENERIC) {
-        return;
+    // An event carries the number of the last request that the server had carried out before.
+    const bool isNew = question_ && !X11Event::isBefore(event, *question_);
+    switch (X11Event::type(event)) {
+        case XCB_MAPPING_NOTIFY:
+            if (X11Event::as<xcb_mapping_notify_event_t>(event).request == XCB_MAPPING_POINTER) {
+                isMappingStale_ = true;
+            }
+            return;
+        case XCB_CONFIGURE_NOTIFY:
+            if (isLeftDown_ && !looking_) {
+                add({Kind::mayHaveMoved, 0, isNew});
+            }
+            return;
+        case XCB_GE_GENERIC:
+            break;
+        default:
+            return;
     }
     const auto& generic = X11Event::as<xcb_ge_generic_event_t>(event);
     if (extension_ == 0 || generic.extension != extension_) {
         return;
     }
-    // An event carries the number of the last request that the server had carried out before.
-    const bool isNew =
-        question_ && static_cast<std::int32_t>(event.full_sequence - *question_) >= 0;
-    const auto button = [&event] {
-        return X11Event::as<xcb_input_raw_button_press_event_t>(event).detail;
+    const auto noteButton = [&](Kind kind) {
+        const auto& button = X11Event::as<xcb_input_raw_button_press_event_t>(event);
+        add({kind, button.detail, isNew, button.time});
     };
     switch (generic.event_type) {
         case XCB_INPUT_RAW_BUTTON_PRESS:
-            add({Kind::press, button(), isNew});
+            noteButton(Kind::press);
             break;
         case XCB_INPUT_RAW_BUTTON_RELEASE:
-            add({Kind::release, button(), isNew});
+            noteButton(Kind::release);
             break;
         case XCB_INPUT_RAW_MOTION:
             noteMotion(isNew);
@@ -125,27 +156,22 @@ void X11MouseEventSource::note(const xcb_generic_event_t& event) {
 }
 
 /// While the pointer is looked at by the timer, the next look is soon enough, and a pointer that
-/// moves does not rest.
+/// moves does not rest. After a longer rest it is told at once, as the first movement is.
 void X11MouseEventSource::noteMotion(bool isNew) {
-    if (!looking_) {
+    if (!looking_ || isAtRest()) {
         add({Kind::motion, 0, isNew});
         return;
     }
     hasMoved_ = true;
-    if (std::exchange(isResting_, false)) {
-        connection_.defer([self = self_] {
-            if (*self != nullptr) {
-                (*self)->select();
-            }
-        });
+    if (std::exchange(restingLooks_, 0) > 0) {
+        connection_.defer(lifeline_.guard([this] { select(); }));
     }
 }
 
 void X11MouseEventSource::add(const Happening& happening) {
-    const bool isMovement = happening.kind == Kind::motion || happening.kind == Kind::look;
     if (happenings_.empty()) {
         deferTelling();
-    } else if (isMovement && happening.kind == happenings_.back().kind &&
+    } else if (!happening.isButton() && happening.kind == happenings_.back().kind &&
                happening.isNew == happenings_.back().isNew) {
         return;
     }
@@ -153,33 +179,109 @@ void X11MouseEventSource::add(const Happening& happening) {
 }
 
 void X11MouseEventSource::deferTelling() {
-    connection_.defer([self = self_] {
-        if (*self != nullptr) {
-            (*self)->tellAll();
-        }
-    });
+    connection_.defer(lifeline_.guard([this] { tellAll(); }));
 }
 
 void X11MouseEventSource::tellAll() {
-    xcb_connection_t* const server = connection_.get();
-    const auto pointerCookie = xcb_query_pointer(server, connection_.root());
-    if (std::exchange(isMappingStale_, false)) {
-        const X11Reply<xcb_get_pointer_mapping_reply_t> mapping(
-            xcb_get_pointer_mapping_reply(server, xcb_get_pointer_mapping(server), nullptr));
-        logicalButtons_.clear();
-        if (mapping) {
-            const std::uint8_t* first = xcb_get_pointer_mapping_map(mapping.get());
-            logicalButtons_.assign(first,
-                                   first + xcb_get_pointer_mapping_map_length(mapping.get()));
+    if (std::exchange(isHeldBack_, false)) {
+        deferTelling();
+        return;
+    }
+    const std::optional<Pointer> pointer = askPointer();
+    std::vector<Happening> happenings = takeOld();
+    if (!pointer) {
+        return;
+    }
+    const Point now = monitors_.fromRoot(pointer->location);
+    const Lifeline::Watch life = lifeline_.watch();
+    for (auto happening = happenings.begin(); happening != happenings.end(); ++happening) {
+        const Point place = placeOf({happening, happenings.end()}, *pointer);
+        const bool isReleaseLost =
+            !pointer->isHeld &&
+            std::none_of(happening, happenings.end(),
+                         [](const Happening& each) { return each.kind == Kind::release; });
+        tell(*happening, place, isReleaseLost);
+        if (!life.isAlive()) {
+            return;
+        }
+        if (happening->kind == Kind::press && isLeft(happening->button) && place != now) {
+            *happening = {Kind::mayHaveMoved};
+            holdBack({happening, happenings.end()});
+            return;
         }
     }
-    const X11Reply<xcb_query_pointer_reply_t> pointer(
+}
+
+/// Where the pointer was at the first of these: a movement leads to the button that comes next.
+Point X11MouseEventSource::placeOf(std::span<const Happening> happenings, const Pointer& pointer) {
+    const auto button = std::find_if(happenings.begin(), happenings.end(),
+                                     [](const Happening& each) { return each.isButton(); });
+    if (button == happenings.end() || !pointer.trail) {
+        return monitors_.fromRoot(pointer.location);
+    }
+    const auto later = std::count_if(
+        std::next(button), happenings.end(),
+        [&](const Happening& each) { return each.isButton() && each.time == button->time; });
+    return monitors_.fromRoot(
+        pointer.trail
+            ->placeAt(button->time, static_cast<std::size_t>(later), monitors_.toRoot(told_))
+            .value_or(pointer.location));
+}
+
+/// Puts off what comes after a press that is told late until the turn of the press is over: what
+/// is said of the windows in that turn is how they were then.
+void X11MouseEventSource::holdBack(std::vector<Happening> happenings) {
+    isHeldBack_ = true;
+    if (happenings_.empty()) {
+        deferTelling();
+    }
+    happenings_.insert(happenings_.begin(), happenings.begin(), happenings.end());
+}
+
+std::optional<X11MouseEventSource::Pointer> X11MouseEventSource::askPointer() {
+    xcb_connection_t* const server = connection_.get();
+    const auto pointerCookie = xcb_query_pointer(server, connection_.root());
+    const auto firstButton = std::find_if(happenings_.begin(), happenings_.end(),
+                                          [](const Happening& each) { return each.isButton(); });
+    std::optional<xcb_get_motion_events_cookie_t> trailCookie;
+    if (firstButton != happenings_.end()) {
+        trailCookie = X11PointerTrail::ask(server, connection_.root(), firstButton->time);
+    }
+    if (std::exchange(isMappingStale_, false)) {
+        readMapping();
+    }
+    const X11Reply<xcb_query_pointer_reply_t> reply(
         xcb_query_pointer_reply(server, pointerCookie, nullptr));
+    Pointer pointer;
+    if (trailCookie) {
+        pointer.trail.emplace(server, *trailCookie);
+    }
     // Events that the server sent before its answer belong to the state that the answer tells of.
     // Those that it sent since then may have come along: of them the answer knows nothing.
     question_ = pointerCookie.sequence;
     connection_.readEvents();
     question_.reset();
+    if (!reply) {
+        return std::nullopt;
+    }
+    pointer.location = {static_cast<double>(reply->root_x), static_cast<double>(reply->root_y)};
+    pointer.isHeld = (reply->mask & XCB_BUTTON_MASK_1) != 0;
+    return pointer;
+}
+
+void X11MouseEventSource::readMapping() {
+    xcb_connection_t* const server = connection_.get();
+    const X11Reply<xcb_get_pointer_mapping_reply_t> mapping(
+        xcb_get_pointer_mapping_reply(server, xcb_get_pointer_mapping(server), nullptr));
+    logicalButtons_.clear();
+    if (mapping) {
+        const std::uint8_t* first = xcb_get_pointer_mapping_map(mapping.get());
+        logicalButtons_.assign(first, first + xcb_get_pointer_mapping_map_length(mapping.get()));
+    }
+}
+
+/// What had happened when the pointer was asked for; the rest stays for the next time.
+std::vector<X11MouseEventSource::Happening> X11MouseEventSource::takeOld() {
     std::vector<Happening> happenings = std::exchange(happenings_, {});
     const auto firstNew = std::find_if(happenings.begin(), happenings.end(),
                                        [](const Happening& each) { return each.isNew; });
@@ -191,50 +293,31 @@ void X11MouseEventSource::tellAll() {
         }
         happenings.erase(firstNew, happenings.end());
     }
-    if (!pointer) {
-        return;
-    }
-    const Point location = monitors_.fromRoot(
-        Point{static_cast<double>(pointer->root_x), static_cast<double>(pointer->root_y)});
-    const bool isHeld = (pointer->mask & XCB_BUTTON_MASK_1) != 0;
-    const std::shared_ptr<X11MouseEventSource*> self = self_;
-    for (auto happening = happenings.begin(); happening != happenings.end(); ++happening) {
-        const bool isReleaseLost =
-            !isHeld && std::none_of(happening, happenings.end(), [](const Happening& each) {
-                return each.kind == Kind::release;
-            });
-        tell(*happening, location, isReleaseLost);
-        if (*self == nullptr) {
-            return;
-        }
-    }
+    return happenings;
 }
 
 void X11MouseEventSource::tell(const Happening& happening, const Point& location,
                                bool isReleaseLost) {
-    const std::shared_ptr<X11MouseEventSource*> self = self_;
+    const Lifeline::Watch life = lifeline_.watch();
     switch (happening.kind) {
         case Kind::press:
             if (isLeft(happening.button)) {
-                isLeftDown_ = true;
-                told_ = location;
-                stopLooking();
-                select();
-                tell(MouseEventType::leftMouseDown, location);
+                tellPress(location);
             }
             break;
         case Kind::release:
             if (isLeft(happening.button) && isLeftDown_) {
-                if (looking_ && hasMovedTo(location)) {
+                if (hasMovedTo(location)) {
                     tellMovement(location);
                 }
-                if (*self != nullptr) {
+                if (life.isAlive()) {
                     tellRelease(location);
                 }
             }
             break;
         case Kind::motion:
         case Kind::look:
+        case Kind::mayHaveMoved:
             if (!isLeftDown_) {
                 break;
             }
@@ -242,21 +325,23 @@ void X11MouseEventSource::tell(const Happening& happening, const Point& location
                 tellRelease(location);
             } else if (happening.kind == Kind::look) {
                 look(location);
-            } else if (looking_) {
+            } else if (happening.kind == Kind::motion && looking_ && !isAtRest()) {
                 hasMoved_ = true;
-            } else {
+            } else if (happening.kind == Kind::motion || location != told_) {
                 startLooking();
                 tellMovement(location);
+            } else if (!looking_) {
+                startLooking();
             }
             break;
         case Kind::devicesChanged:
             isMappingStale_ = true;
             selected_ = 0;
             tell(MouseEventType::tapDisabled, location);
-            if (*self == nullptr) {
+            if (!life.isAlive()) {
                 break;
             }
-            if (!isWanted()) {
+            if (enabledTaps_ == 0) {
                 stopLooking();
             } else if (isLeftDown_ && !looking_) {
                 // A movement may have been missed until the tap was enabled again.
@@ -264,6 +349,14 @@ void X11MouseEventSource::tell(const Happening& happening, const Point& location
             }
             break;
     }
+}
+
+void X11MouseEventSource::tellPress(const Point& location) {
+    isLeftDown_ = true;
+    told_ = location;
+    stopLooking();
+    select();
+    tell(MouseEventType::leftMouseDown, location);
 }
 
 bool X11MouseEventSource::hasMovedTo(const Point& location) const {
@@ -290,45 +383,30 @@ void X11MouseEventSource::look(const Point& location) {
     if (hasMovedTo(location)) {
         startLooking();
         tellMovement(location);
-    } else if (!isResting_) {
-        // Movements are asked for from now on, and looked for once more: one may have happened
-        // between the look and the server's hearing of that.
-        startLooking();
-        isResting_ = true;
+    } else if (!isAtRest()) {
+        // Movements are asked for from now on, and looked for once more before the pointer counts
+        // as at rest: one may have happened between the look and the server's hearing of that.
+        ++restingLooks_;
         select();
-    } else {
-        stopLooking();
     }
 }
 
 /// The time to the next look counts from now: a timer that was late would make up for it with looks
 /// that follow each other at once, and the second of them finds a fast mouse at rest.
 void X11MouseEventSource::startLooking() {
-    looking_ = runLoop_.repeat(lookInterval, [this] { add({Kind::look, 0, false}); });
-    isResting_ = false;
+    looking_ = runLoop_.repeat(refreshRate_.frame(), [this] { add({Kind::look}); });
+    restingLooks_ = 0;
     select();
 }
 
 void X11MouseEventSource::stopLooking() {
     looking_.reset();
     hasMoved_ = false;
-    isResting_ = false;
+    restingLooks_ = 0;
 }
 
 void X11MouseEventSource::tell(MouseEventType type, const Point& location) {
-    const std::vector<std::weak_ptr<Watcher>> watchers = watchers_;
-    for (const std::weak_ptr<Watcher>& each : watchers) {
-        const std::shared_ptr<Watcher> watcher = each.lock();
-        if (!watcher || !watcher->isEnabled) {
-            continue;
-        }
-        if (type == MouseEventType::tapDisabled) {
-            watcher->isEnabled = false;
-        } else if ((watcher->mask & bit(type)) == 0) {
-            continue;
-        }
-        watcher->handler({type, location});
-    }
+    taps_.notify({type, location});
 }
 
 bool X11MouseEventSource::isLeft(std::uint32_t button) const {
@@ -337,18 +415,10 @@ bool X11MouseEventSource::isLeft(std::uint32_t button) const {
                                           : button == leftButton;
 }
 
-bool X11MouseEventSource::isWanted() const {
-    return std::any_of(watchers_.begin(), watchers_.end(), [](const auto& each) {
-        const std::shared_ptr<Watcher> watcher = each.lock();
-        return watcher && watcher->isEnabled;
-    });
-}
-
 void X11MouseEventSource::select() {
-    std::erase_if(watchers_, [](const auto& each) { return each.expired(); });
     std::uint32_t wanted = 0;
-    if (isWanted()) {
-        wanted = buttons | (isLeftDown_ && (!looking_ || isResting_) ? movements : 0);
+    if (enabledTaps_ > 0) {
+        wanted = buttons | (isLeftDown_ && (!looking_ || restingLooks_ > 0) ? movements : 0);
     } else {
         isLeftDown_ = false;
         stopLooking();

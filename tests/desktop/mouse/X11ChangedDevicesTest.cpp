@@ -63,7 +63,6 @@ TEST_F(ChangedDevicesTest, inMidDragLoseNothing) {
     const std::vector<MouseEvent> first = told();
     ASSERT_FALSE(first.empty());
     EXPECT_EQ(first.back(), (MouseEvent{dragged, {300, 100}}));
-    EXPECT_EQ(runLoop_.timerCount(), 0U);
     // While it is looked at.
     input_.movePointer(310, 100);
     deliver();

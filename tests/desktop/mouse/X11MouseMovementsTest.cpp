@@ -61,7 +61,7 @@ TEST_F(X11MouseTapTest, theLastOfManyMovementsIsTold) {
         while (!isOver) {
             // Time flies, so that looks and events take turns again and again.
             connection_->dispatch();
-            runLoop_.advance(X11MouseEventSource::lookInterval);
+            runLoop_.advance(frame_);
         }
         mouse.join();
         const std::vector<MouseEvent> events = told();
@@ -119,7 +119,7 @@ TEST_F(X11MouseTapTest, theReleaseComesAtOnceAndAfterTheMovementThatLedToIt) {
     EXPECT_THAT(told_, ElementsAre(MouseEvent{down, {0, 220}}));
 }
 
-TEST_F(X11MouseTapTest, noTimerRunsWhileNothingMoves) {
+TEST_F(X11MouseTapTest, aTimerRunsFromTheFirstMovementToTheReleaseOnly) {
     EXPECT_EQ(runLoop_.timerCount(), 0U);
     input_.buttonDown();
     deliver();
@@ -128,7 +128,7 @@ TEST_F(X11MouseTapTest, noTimerRunsWhileNothingMoves) {
     deliver();
     EXPECT_EQ(runLoop_.timerCount(), 1U);
     rest();
-    EXPECT_EQ(runLoop_.timerCount(), 0U) << "at rest";
+    EXPECT_EQ(runLoop_.timerCount(), 1U) << "at rest it may still be moved by a program";
     input_.movePointer(120, 100);
     deliver();
     EXPECT_EQ(runLoop_.timerCount(), 1U);
@@ -166,6 +166,88 @@ TEST_F(X11MouseTapTest, pushingAgainstAnEdgeIsToldAsMovement) {
     EXPECT_THAT(told_, IsEmpty()) << "the next look is soon enough";
     look();
     EXPECT_THAT(told_, ElementsAre(pushed));
+}
+
+TEST_F(X11MouseTapTest, aPressThatIsHeardLateIsToldWhereItWas) {
+    input_.movePointer(300, 200);
+    told();
+    input_.buttonDown();
+    for (int step = 1; step <= 20; ++step) {
+        input_.movePointer(300 + 5 * step, 200 + step);
+    }
+    EXPECT_THAT(told(), ElementsAre(MouseEvent{down, {300, 200}}, MouseEvent{dragged, {400, 220}}));
+    input_.buttonUp();
+    told();
+    // A whole drag, and a click after it.
+    input_.buttonDown();
+    input_.movePointer(500, 300);
+    input_.buttonUp();
+    input_.movePointer(600, 400);
+    input_.buttonDown();
+    input_.buttonUp();
+    EXPECT_THAT(told(), ElementsAre(MouseEvent{down, {400, 220}}, MouseEvent{dragged, {500, 300}},
+                                    MouseEvent{up, {500, 300}}, MouseEvent{down, {600, 400}},
+                                    MouseEvent{up, {600, 400}}));
+}
+
+TEST_F(X11MouseTapTest, aReleaseThatIsHeardLateIsToldWhereItWas) {
+    input_.buttonDown();
+    told();
+    input_.movePointer(0, 220);
+    told();
+    input_.buttonUp();
+    input_.movePointer(50, 230);
+    input_.movePointer(300, 240);
+    EXPECT_THAT(told(), ElementsAre(MouseEvent{up, {0, 220}}));
+}
+
+// As remote controls and scripts do it.
+class WarpedPointerTest : public X11MouseTapTest {
+protected:
+    void warp(std::int16_t x, std::int16_t y) {
+        xcb_warp_pointer(input_.connection(), XCB_NONE, input_.root(), 0, 0, 0, 0, x, y);
+        input_.roundTrip();
+    }
+};
+
+TEST_F(WarpedPointerTest, isKnownAtTheRelease) {
+    input_.buttonDown();
+    told();
+    warp(0, 220);
+    input_.buttonUp();
+    EXPECT_THAT(told(), ElementsAre(MouseEvent{dragged, {0, 220}}, MouseEvent{up, {0, 220}}));
+}
+
+TEST_F(WarpedPointerTest, isFollowedFromTheFirstMoveOfAWindowOn) {
+    const xcb_window_t window = xcb_generate_id(input_.connection());
+    xcb_create_window(input_.connection(), XCB_COPY_FROM_PARENT, window, input_.root(), 0, 0, 50,
+                      50, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, input_.screen().root_visual, 0,
+                      nullptr);
+    input_.roundTrip();
+    const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(connection_->get(), window, XCB_CW_EVENT_MASK, &mask);
+    connection_->synchronize();
+    const auto moveWindow = [&](std::uint32_t x) {
+        xcb_configure_window(input_.connection(), window, XCB_CONFIG_WINDOW_X, &x);
+    };
+    moveWindow(1);
+    deliver();
+    EXPECT_EQ(runLoop_.timerCount(), 0U) << "no button";
+    input_.buttonDown();
+    told();
+    warp(300, 200);
+    moveWindow(2);
+    deliver();
+    EXPECT_THAT(std::exchange(told_, {}), ElementsAre(MouseEvent{dragged, {300, 200}}));
+    rest();
+    EXPECT_THAT(told_, IsEmpty());
+    warp(0, 210);
+    look();
+    EXPECT_THAT(std::exchange(told_, {}), ElementsAre(MouseEvent{dragged, {0, 210}}))
+        << "also after a rest";
+    input_.buttonUp();
+    EXPECT_THAT(told(), ElementsAre(MouseEvent{up, {0, 210}}));
+    EXPECT_EQ(runLoop_.timerCount(), 0U);
 }
 
 }  // namespace

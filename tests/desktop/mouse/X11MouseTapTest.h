@@ -10,6 +10,7 @@
 
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/x11/X11MouseEventSource.h"
+#include "platform/x11/X11RefreshRate.h"
 #include "tests/desktop/support/InputDriver.h"
 #include "tests/desktop/support/PrivateServer.h"
 
@@ -88,7 +89,7 @@ protected:
 
     /// The next time that the tap looks at the pointer, if it does.
     void look() {
-        runLoop_.advance(X11MouseEventSource::lookInterval);
+        runLoop_.advance(frame_);
         connection_->synchronize();
         connection_->dispatch();
         connection_->synchronize();
@@ -100,6 +101,7 @@ protected:
     X11Monitors monitors_{*connection_};
     SimulatedClock clock_;
     SimulatedRunLoop runLoop_{clock_};
+    const double frame_ = X11RefreshRate(*connection_).frame();
     X11MouseEventSource taps_{*connection_, monitors_, runLoop_};
     std::unique_ptr<MouseTap> tap_;
     std::vector<MouseEvent> told_;

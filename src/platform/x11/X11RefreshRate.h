@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/x11/X11Connection.h"
+
+namespace lumatile {
+
+/// How often the monitors show a new picture. Read when it is asked for, and again after every
+/// change of the server's monitors.
+class X11RefreshRate {
+public:
+    /// @param connection outlives this; somebody on it has selected the events of RandR, as
+    ///        `X11Monitors` does
+    explicit X11RefreshRate(X11Connection& connection);
+    X11RefreshRate(const X11RefreshRate&) = delete;
+    X11RefreshRate& operator=(const X11RefreshRate&) = delete;
+
+    /// Seconds, where the server knows no rate: the picture of a screen of 60 Hz.
+    static constexpr double usualFrame = 1.0 / 60;
+
+    /// Seconds: what is taken for the time of a picture at least.
+    static constexpr double shortestFrame = 1.0 / 240;
+
+    /// Seconds between two pictures of the fastest monitor.
+    double frame();
+
+private:
+    void note(const xcb_generic_event_t& event);
+    double read();
+
+    X11Connection& connection_;
+    int firstEvent_ = -1;  // Of RandR; none where it is missing.
+    bool isStale_ = true;
+    double frame_ = usualFrame;
+    X11Connection::Subscription subscription_;  // Last: its observer names the fields above.
+};
+
+}  // namespace lumatile
