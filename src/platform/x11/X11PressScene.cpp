@@ -45,18 +45,26 @@ void X11PressScene::note(const xcb_generic_event_t& event) {
 }
 
 void X11PressScene::notePress() {
+    isPressed_ = true;
     windows_.clear();
     for (const xcb_window_t id : table_.stacking()) {
         const X11Window* window = table_.find(id);
-        if (window != nullptr && !window->isPlaceStale && !window->isUnheard) {
-            windows_[id] = {window->serial, window->frame().outer()};
+        if (window == nullptr || window->isUnheard ||
+            (window->isPlaceStale && !window->toldPlace)) {
+            continue;
         }
+        X11WindowFrame frame = window->frame();
+        if (window->isPlaceStale) {
+            frame.client = *window->toldPlace;
+        }
+        windows_[id] = {window->serial, frame.outer()};
     }
     // Whoever acts on the press may have seen it later than this and so acts later: the end of the
     // turn is behind both.
     connection_.defer(lifeline_.guard([this, press = ++presses_] {
         connection_.defer(lifeline_.guard([this, press] {
             if (press == presses_) {
+                isPressed_ = false;
                 windows_.clear();
             }
         }));

@@ -32,6 +32,11 @@ public:
     /// press is dealt with in this turn of the run loop.
     std::optional<X11PixelRect> outerBeforeMove(const X11Window& window) const;
 
+    /// Whether a press is dealt with and it is not known where the window was then.
+    bool isUnknown(const X11Window& window) const {
+        return isPressed_ && !windows_.contains(window.id);
+    }
+
 private:
     struct Seen {
         std::uint64_t serial = 0;
@@ -46,6 +51,7 @@ private:
     std::function<void()> released_;
     std::uint8_t inputExtension_ = 0;
     std::unordered_map<xcb_window_t, Seen> windows_;
+    bool isPressed_ = false;
     std::uint64_t presses_ = 0;
     X11Connection::Subscription subscription_;
     Lifeline lifeline_;

@@ -60,6 +60,9 @@ struct X11Window {
     /// a move.
     std::uint64_t tellings = 0;
 
+    /// What it told then, in root coordinates, where nothing has been read since.
+    std::optional<X11PixelRect> toldPlace;
+
     std::optional<X11WrittenFrame> written;
     /// Value of `answers` when a write came to nothing or to something else.
     std::optional<std::uint64_t> refusedAt;

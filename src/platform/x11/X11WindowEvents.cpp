@@ -91,6 +91,7 @@ void X11WindowEvents::noteToldPlace(X11Window& client, const xcb_configure_notif
     noteGeometry(client);
     ++client.tellings;
     const X11PixelRect place{told.x, told.y, told.width, told.height};
+    client.toldPlace = place;
     if (place != client.client) {
         table_.markStale(client).isPlaceStale = true;
     }

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "platform/x11/X11Reply.h"
 #include "platform/x11/X11WindowReading.h"
 
 namespace lumatile {
@@ -49,17 +50,32 @@ X11Window* X11WindowMirror::active() {
 }
 
 X11Window* X11WindowMirror::movedSincePressAt(int x, int y) {
+    std::optional<X11PixelRect> pointer;
     for (const xcb_window_t id : stacking()) {
         X11Window* window = find(id);
         if (window == nullptr || isMinimized(*window) || isElsewhere(*window)) {
             continue;
         }
+        const X11PixelRect outer = window->frame().outer();
+        if (press_.isUnknown(*window)) {
+            // One that is dragged goes with the pointer.
+            pointer = pointer ? pointer : askPointer();
+            if ((pointer->x != x || pointer->y != y) && outer.contains(pointer->x, pointer->y)) {
+                return window;
+            }
+        }
         const std::optional<X11PixelRect> before = outerAtPress(*window);
-        if (before.value_or(window->frame().outer()).contains(x, y)) {
+        if (before.value_or(outer).contains(x, y)) {
             return before ? window : nullptr;
         }
     }
     return nullptr;
+}
+
+X11PixelRect X11WindowMirror::askPointer() {
+    const X11Reply<xcb_query_pointer_reply_t> reply(xcb_query_pointer_reply(
+        connection_.get(), xcb_query_pointer(connection_.get(), connection_.root()), nullptr));
+    return reply ? X11PixelRect{reply->root_x, reply->root_y, 1, 1} : X11PixelRect{};
 }
 
 bool X11WindowMirror::isMinimized(const X11Window& window) const {

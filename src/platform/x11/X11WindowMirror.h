@@ -50,7 +50,8 @@ public:
 
     /// The managed window that was at a place on the root when a mouse button went down, where it
     /// has moved since; null when none was or it has not, and when no press is dealt with in this
-    /// turn of the run loop.
+    /// turn of the run loop. One of which it is not known where it was counts as pressed when the
+    /// pointer, having moved since, is in it.
     X11Window* movedSincePressAt(int x, int y);
 
     /// The outer rectangle of such a window when the button went down.
@@ -82,6 +83,9 @@ public:
     xcb_window_t clientOf(xcb_window_t window) const { return processIds_.clientOf(window); }
 
 private:
+    /// The pixel that the pointer is on.
+    X11PixelRect askPointer();
+
     bool isStale() const {
         return root_.isStale() || table_.isStale() || listening_.isAnyUnheard();
     }

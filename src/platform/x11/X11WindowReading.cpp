@@ -64,8 +64,7 @@ void X11WindowReading::listenAgain() {
         if (client->topLevel != XCB_WINDOW_NONE) {
             parts_.listening.listenToFrame(client->topLevel);
         }
-        unheard_.push_back({id, attributes, xcb_query_tree(server(), id),
-                            xcb_get_geometry(server(), client->topLevel)});
+        unheard_.push_back({id, attributes, xcb_query_tree(server(), id)});
         client->isUnheard = false;
         table().markStale(*client).isPlaceStale = true;
         client->rectInParent.reset();
@@ -80,8 +79,6 @@ void X11WindowReading::takeUnheard() {
             xcb_get_window_attributes_reply(server(), question.attributes, nullptr));
         const X11Reply<xcb_query_tree_reply_t> tree(
             xcb_query_tree_reply(server(), question.tree, nullptr));
-        const X11Reply<xcb_get_geometry_reply_t> topLevel(
-            xcb_get_geometry_reply(server(), question.topLevel, nullptr));
         X11Window* client = table().find(question.window);
         if (client == nullptr) {
             continue;
@@ -90,11 +87,9 @@ void X11WindowReading::takeUnheard() {
             // Where another window has the id now, the list of windows tells of it.
             table().forget(question.window);
             parts_.root.markStale();
-        } else if (tree->parent != client->parent || !topLevel) {
+        } else if (tree->parent != client->parent) {
             table().markStale(*client).isTopLevelStale = true;
             client->isPlaceStale = true;
-        } else {
-            client->topLevelRect = insideOf(*topLevel);
         }
     }
 }
@@ -147,9 +142,14 @@ void X11WindowReading::askPlaces() {
     for (const xcb_window_t id : windows_) {
         X11Window* window = table().find(id);
         if (window != nullptr && std::exchange(window->isPlaceStale, false)) {
+            const xcb_window_t topLevel = window->topLevel;
+            const bool isFramed = topLevel != XCB_WINDOW_NONE && topLevel != id;
+            // From the outermost to the innermost, as the events are that follow.
+            const auto frame =
+                isFramed ? std::optional(xcb_get_geometry(server(), topLevel)) : std::nullopt;
             places_.push_back(
                 {id, xcb_get_geometry(server(), id),
-                 xcb_translate_coordinates(server(), id, parts_.connection.root(), 0, 0)});
+                 xcb_translate_coordinates(server(), id, parts_.connection.root(), 0, 0), frame});
         }
     }
 }
@@ -197,13 +197,20 @@ void X11WindowReading::takePlaces() {
             xcb_get_geometry_reply(server(), question.size, nullptr));
         const X11Reply<xcb_translate_coordinates_reply_t> position(
             xcb_translate_coordinates_reply(server(), question.position, nullptr));
+        const X11Reply<xcb_get_geometry_reply_t> topLevel(
+            question.topLevel ? xcb_get_geometry_reply(server(), *question.topLevel, nullptr)
+                              : nullptr);
         if (!size || !position) {
             table().forget(question.window);
         } else if (X11Window* window = table().find(question.window)) {
             window->client = {position->dst_x, position->dst_y, size->width, size->height};
+            window->toldPlace.reset();
             window->placeReadAt = question.size.sequence;
-            if (window->topLevel != window->id) {
+            if (topLevel) {
+                window->topLevelRect = insideOf(*topLevel);
                 window->rectInParent = insideOf(*size);
+            } else if (window->topLevel == window->id) {
+                window->topLevelRect = insideOf(*size);
             }
         }
     }

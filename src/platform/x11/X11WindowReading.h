@@ -47,13 +47,13 @@ private:
         xcb_window_t window;
         xcb_get_geometry_cookie_t size;
         xcb_translate_coordinates_cookie_t position;
+        std::optional<xcb_get_geometry_cookie_t> topLevel;
     };
 
     struct UnheardQuestion {
         xcb_window_t window;
         xcb_get_window_attributes_cookie_t attributes;
         xcb_query_tree_cookie_t tree;
-        xcb_get_geometry_cookie_t topLevel;
     };
 
     std::vector<xcb_window_t> readRoot();
