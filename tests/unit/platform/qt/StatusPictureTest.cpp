@@ -155,8 +155,8 @@ TEST(StatusDrawing, isWhatAReaderOfSuchFilesDraws) {
 }
 
 TEST(StatusDrawing, anythingElseIsNone) {
-    const QTemporaryDir folder;
-    const QString path = folder.filePath("drawing.svg");
+    const TemporaryFolder folder;
+    const QString path = QString::fromStdString((folder / "drawing.svg").string());
     for (const char* const text :
          {"", "<svg width=\"16\"/>", "<svg width=\"16\"><path d=\"\"/></svg>",
           "<svg width=\"16\"><path d=\"M1 2C1 2 3 4 5 6z\"/></svg>",
@@ -169,7 +169,8 @@ TEST(StatusDrawing, anythingElseIsNone) {
         file.close();
         EXPECT_TRUE(StatusDrawing::read(path, 16).isNull()) << text;
     }
-    EXPECT_TRUE(StatusDrawing::read(folder.filePath("missing.svg"), 16).isNull());
+    EXPECT_TRUE(StatusDrawing::read(QString::fromStdString((folder / "missing.svg").string()), 16)
+                    .isNull());
 }
 
 TEST_F(InstalledPictures, areFoundInTheTheme) {
