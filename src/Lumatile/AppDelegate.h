@@ -10,7 +10,7 @@
 
 namespace lumatile {
 
-/// The two ends of the program's life, and its wait for the permission to control windows.
+/// Start and end of the program, and the wait for the permission to control windows.
 class AppDelegate {
 public:
     /// @param platform the adapters behind it outlive the delegate

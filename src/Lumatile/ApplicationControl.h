@@ -9,8 +9,8 @@ namespace lumatile {
 class ApplicationConductor;
 class RunLoop;
 
-/// What other programs ask, done by the conductor. Once that is gone, nothing is there to be listed
-/// or run.
+/// Carries out the requests of other programs through the conductor. Once that is gone, lists are
+/// empty and nothing runs.
 class ApplicationControl final : public Controlled {
 public:
     /// @param runLoop outlives this

@@ -7,7 +7,7 @@
 
 namespace lumatile {
 
-/// A value that goes to where it is wanted little by little, from wherever it has come.
+/// A value that moves to its target in small steps, starting from where it is.
 class Fade {
 public:
     struct Pace {

@@ -8,7 +8,7 @@
 
 namespace lumatile {
 
-/// Has the onboarding window for as long as the user needs it. To be owned by a shared pointer:
+/// Owns the onboarding window for as long as it is needed. To be owned by a shared pointer:
 /// what it hands out holds it weakly.
 class OnboardingCoordinator : public std::enable_shared_from_this<OnboardingCoordinator> {
 public:

@@ -7,7 +7,7 @@ namespace lumatile {
 
 class DimOverlays;
 
-/// The overlays over all screens as one surface that fades from level to level. Clear once it is
+/// The overlays of all screens as one surface that fades from level to level. Clear once it is
 /// gone.
 class ScreenDimSurface final : public DimSurface {
 public:

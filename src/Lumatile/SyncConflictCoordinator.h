@@ -9,7 +9,7 @@
 
 namespace lumatile {
 
-/// Has the user choose between two copies of the settings that both changed.
+/// Lets the user choose between two copies of the settings that both changed.
 class SyncConflictCoordinator {
 public:
     using Completion = std::function<void(bool preferLocal)>;

@@ -7,7 +7,7 @@
 
 namespace lumatile {
 
-/// The screens, and the way of a window from one to the next.
+/// The screens, and the frame that a window gets on the next one.
 struct DisplayService {
     std::shared_ptr<const ScreenProviding> screens;
 

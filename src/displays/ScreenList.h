@@ -15,7 +15,7 @@ struct PlatformScreen {
     bool operator==(const PlatformScreen&) const = default;
 };
 
-/// Port: the screens there are at this moment.
+/// Port: the screens that are connected now.
 class ScreenList {
 public:
     virtual ~ScreenList() = default;

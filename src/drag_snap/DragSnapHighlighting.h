@@ -4,7 +4,7 @@
 
 namespace lumatile {
 
-/// Port: shows the user where a dragged window would land.
+/// Port: the highlight of where a dragged window would land.
 class DragSnapHighlighting {
 public:
     virtual ~DragSnapHighlighting() = default;

@@ -7,7 +7,7 @@
 
 namespace lumatile {
 
-/// Darkens the screens little by little once nobody has touched keyboard or mouse for a while, and
+/// Dims the screens gradually once there has been no input for a while, and
 /// clears them at the first input. It does no timing of its own: whoever owns it calls `tick`.
 class IdleDimmer {
 public:

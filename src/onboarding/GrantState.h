@@ -2,7 +2,7 @@
 
 namespace lumatile {
 
-/// How far the user has come with letting the program control windows.
+/// How far the request for the permission to control windows is.
 enum class GrantState {
     requesting,  ///< Nothing has been asked yet.
     waiting,     ///< The user was sent to grant it.

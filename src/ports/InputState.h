@@ -4,7 +4,7 @@
 
 namespace lumatile {
 
-/// Port: what the user's hands do at this moment, over all keyboards and pointers.
+/// Port: the user's input at this moment, over all keyboards and pointers.
 class InputState {
 public:
     virtual ~InputState() = default;

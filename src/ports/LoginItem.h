@@ -5,7 +5,7 @@
 
 namespace lumatile {
 
-/// Port: this program among those that the user's session starts at login.
+/// Port: whether the user's session starts this program at login.
 class LoginItem {
 public:
     enum class Status {

@@ -6,7 +6,7 @@ namespace lumatile {
 
 class SettingsViewModel;
 
-/// The settings window, as whoever opens it sees it. It shows what its model says.
+/// The settings window, seen from the code that opens it. It shows what its model says.
 class SettingsPresenting {
 public:
     virtual ~SettingsPresenting() = default;

@@ -17,7 +17,7 @@ struct StatusImage {
     bool operator==(const StatusImage&) const = default;
 };
 
-/// Port: the program's icon in the desktop's bar, and its menu. It is there once it has a picture.
+/// Port: the tray icon of the program, and its menu. It is there once it has a picture.
 /// A desktop that has no bar at present keeps everything for the time when it has one.
 class StatusItem {
 public:

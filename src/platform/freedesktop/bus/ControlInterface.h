@@ -6,8 +6,8 @@
 
 #include "ports/Controlled.h"
 
-/// The names by which other programs reach the running one over the session bus. Everything here is
-/// a promise to scripts: what is to mean something else gets a new interface beside this one.
+/// The names by which other programs reach the running one over the session bus. Scripts rely on
+/// all of it: an incompatible change gets a new interface beside this one.
 namespace lumatile::ControlInterface {
 
 /// What the bus name of a program begins with; the display's token follows, since one bus may serve

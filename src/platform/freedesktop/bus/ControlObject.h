@@ -15,7 +15,7 @@ namespace lumatile {
 
 class Controlled;
 
-/// Lets other programs of the same user ask the running one for things, over the session bus.
+/// Lets other programs of the same user control the running one, over the session bus.
 /// Nothing here waits for the bus; requests come from the main loop of GLib, which the toolkit's
 /// run loop serves.
 class ControlObject {

@@ -9,8 +9,8 @@
 
 namespace lumatile {
 
-/// Sees to it that a desktop has one program of this kind: two would fight for shortcuts and
-/// windows. Starting it again opens the settings of the one that runs.
+/// Keeps one program of this kind on a desktop: two would fight for shortcuts and windows.
+/// Starting it again opens the settings of the one that runs.
 class SingleInstance {
 public:
     /// @param session the user's bus; outlives this
