@@ -49,12 +49,7 @@ TEST_P(LateHearing, aDragThatHasBegunBeforeIsSeenWhole) {
     EXPECT_EQ(desktop().endProgram(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Desktop, LateHearing, testing::ValuesIn(WindowManager::kinds), nameOf);
-
-/// Under kwin the window is in its tile by then, and nothing tells of how it was dragged there.
-class LateHearingOfAll : public LateHearing {};
-
-TEST_P(LateHearingOfAll, aDropThatIsOverBeforeHappensAllTheSame) {
+TEST_P(LateHearing, aDropThatIsOverBeforeHappensAllTheSame) {
     start();
     for (int round = 0; round < 2; ++round) {
         ASSERT_TRUE(prepare());
@@ -64,7 +59,9 @@ TEST_P(LateHearingOfAll, aDropThatIsOverBeforeHappensAllTheSame) {
     EXPECT_EQ(desktop().endProgram(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Desktop, LateHearingOfAll,
+/// kwin is left out: a drag that the program hears of only later is not followed there, and a
+/// window that kwin has tiled meanwhile stays in its tile.
+INSTANTIATE_TEST_SUITE_P(Desktop, LateHearing,
                          testing::Values(WindowManager::Kind::openbox, WindowManager::Kind::xfwm4,
                                          WindowManager::Kind::metacity),
                          nameOf);

@@ -111,7 +111,8 @@ TEST_P(X11RoundTrips, framesOfMovedWindowsAreReadTogether) {
     for (const AXWindow& target : targets) {
         EXPECT_EQ(target.frame(), (Rect{static_cast<double>(x++), 60, 320, 240}));
     }
-    EXPECT_EQ(waits.roundTrips(), 1U);
+    // None where the events of the moves told it all.
+    EXPECT_LE(waits.roundTrips(), 1U);
 }
 
 TEST_P(X11RoundTrips, readsAfterAWriteNeedNoneOrOne) {
