@@ -24,6 +24,7 @@ public:
     X11EdgeTile(X11Connection& connection, X11WindowMirror& mirror);
     X11EdgeTile(const X11EdgeTile&) = delete;
     X11EdgeTile& operator=(const X11EdgeTile&) = delete;
+    ~X11EdgeTile() = default;
 
     /// Whether a button was let go in this very turn of the run loop, in which a drop is carried
     /// out, so that the window manager may be tiling the window that is written now, and in a way

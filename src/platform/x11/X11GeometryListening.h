@@ -21,6 +21,7 @@ public:
         : connection_(connection), table_(table) {}
     X11GeometryListening(const X11GeometryListening&) = delete;
     X11GeometryListening& operator=(const X11GeometryListening&) = delete;
+    ~X11GeometryListening() = default;
 
     void listenToClient(xcb_window_t client);
 

@@ -27,6 +27,7 @@ public:
     X11PressScene(X11Connection& connection, X11WindowTable& table, std::function<void()> released);
     X11PressScene(const X11PressScene&) = delete;
     X11PressScene& operator=(const X11PressScene&) = delete;
+    ~X11PressScene() = default;
 
     /// The outer rectangle that the window had, where it is another one by now. Absent when no
     /// press is dealt with in this turn of the run loop.

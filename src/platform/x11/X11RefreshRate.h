@@ -13,6 +13,7 @@ public:
     explicit X11RefreshRate(X11Connection& connection);
     X11RefreshRate(const X11RefreshRate&) = delete;
     X11RefreshRate& operator=(const X11RefreshRate&) = delete;
+    ~X11RefreshRate() = default;
 
     /// Seconds, where the server knows no rate: the picture of a screen of 60 Hz.
     static constexpr double usualFrame = 1.0 / 60;

@@ -18,6 +18,7 @@ public:
     explicit X11RootFacts(X11Connection& connection);
     X11RootFacts(const X11RootFacts&) = delete;
     X11RootFacts& operator=(const X11RootFacts&) = delete;
+    ~X11RootFacts() = default;
 
     /// What is read of the root beside the facts below.
     struct Reading {

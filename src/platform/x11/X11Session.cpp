@@ -72,7 +72,7 @@ struct X11Session::Adapters {
         return texts;
     }
 
-    void watchTray(std::function<void()> appeared) {
+    void watchTray(const std::function<void()>& appeared) {
         tray.emplace(connection, appeared);
         if (tray->isPresent()) {
             appeared();
@@ -119,7 +119,7 @@ DesktopSession X11Session::enter(RunLoop& runLoop, SystemLog& log) {
              [&connection] { return connection.isLost(); }},
             [&own] { return own.nameOfWindowManager(); },
             [&own] { return own.refusedShortcuts(); },
-            [&own](std::function<void()> appeared) { own.watchTray(std::move(appeared)); },
+            [&own](const std::function<void()>& appeared) { own.watchTray(appeared); },
             adapters};
 }
 

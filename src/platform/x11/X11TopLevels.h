@@ -20,6 +20,7 @@ public:
                  const std::vector<xcb_window_t>& rootChildren);
     X11TopLevels(const X11TopLevels&) = delete;
     X11TopLevels& operator=(const X11TopLevels&) = delete;
+    ~X11TopLevels() = default;
 
     struct Found {
         xcb_window_t client = XCB_WINDOW_NONE;

@@ -19,6 +19,7 @@ public:
                     X11WindowTable& table, X11RootFacts& root, X11GeometryListening& listening);
     X11WindowEvents(const X11WindowEvents&) = delete;
     X11WindowEvents& operator=(const X11WindowEvents&) = delete;
+    ~X11WindowEvents() = default;
 
 private:
     void note(const xcb_generic_event_t& event);

@@ -33,27 +33,28 @@ public:
     explicit X11WindowReading(const Parts& parts) : parts_(parts) {}
     X11WindowReading(const X11WindowReading&) = delete;
     X11WindowReading& operator=(const X11WindowReading&) = delete;
+    ~X11WindowReading() = default;
 
     /// Once.
     void run();
 
 private:
     struct PropertyQuestion {
-        xcb_window_t window;
-        std::size_t row;
-        xcb_get_property_cookie_t cookie;
+        xcb_window_t window = XCB_WINDOW_NONE;
+        std::size_t row = 0;
+        xcb_get_property_cookie_t cookie{};
     };
     struct PlaceQuestion {
-        xcb_window_t window;
-        xcb_get_geometry_cookie_t size;
-        xcb_translate_coordinates_cookie_t position;
+        xcb_window_t window = XCB_WINDOW_NONE;
+        xcb_get_geometry_cookie_t size{};
+        xcb_translate_coordinates_cookie_t position{};
         std::optional<xcb_get_geometry_cookie_t> topLevel;
     };
 
     struct UnheardQuestion {
-        xcb_window_t window;
-        xcb_get_window_attributes_cookie_t attributes;
-        xcb_query_tree_cookie_t tree;
+        xcb_window_t window = XCB_WINDOW_NONE;
+        xcb_get_window_attributes_cookie_t attributes{};
+        xcb_query_tree_cookie_t tree{};
     };
 
     std::vector<xcb_window_t> readRoot();

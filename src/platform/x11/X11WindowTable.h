@@ -19,6 +19,7 @@ public:
     X11WindowTable() = default;
     X11WindowTable(const X11WindowTable&) = delete;
     X11WindowTable& operator=(const X11WindowTable&) = delete;
+    ~X11WindowTable() = default;
 
     /// Null when there is no such window; also finds windows that are not managed for the moment.
     X11Window* find(xcb_window_t id);
