@@ -67,6 +67,7 @@ double X11RefreshRate::read() {
     const xcb_randr_crtc_t* const crtcs =
         xcb_randr_get_screen_resources_current_crtcs(resources.get());
     std::vector<xcb_randr_get_crtc_info_cookie_t> cookies;
+    cookies.reserve(resources->num_crtcs);
     for (int index = 0; index < resources->num_crtcs; ++index) {
         cookies.push_back(
             xcb_randr_get_crtc_info(server, crtcs[index], resources->config_timestamp));

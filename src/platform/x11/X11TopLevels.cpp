@@ -13,7 +13,7 @@ using TreeReply = X11Reply<xcb_query_tree_reply_t>;
 
 }  // namespace
 
-X11TopLevels::X11TopLevels(xcb_connection_t* connection, std::vector<xcb_window_t> clients,
+X11TopLevels::X11TopLevels(xcb_connection_t* connection, const std::vector<xcb_window_t>& clients,
                            const std::vector<xcb_window_t>& rootChildren)
     : connection_(connection), topLevels_(rootChildren.begin(), rootChildren.end()) {
     for (const xcb_window_t client : clients) {

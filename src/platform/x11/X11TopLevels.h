@@ -16,7 +16,7 @@ namespace lumatile {
 class X11TopLevels {
 public:
     /// @param rootChildren as they are now
-    X11TopLevels(xcb_connection_t* connection, std::vector<xcb_window_t> clients,
+    X11TopLevels(xcb_connection_t* connection, const std::vector<xcb_window_t>& clients,
                  const std::vector<xcb_window_t>& rootChildren);
     X11TopLevels(const X11TopLevels&) = delete;
     X11TopLevels& operator=(const X11TopLevels&) = delete;
