@@ -111,8 +111,10 @@ TEST_P(X11RoundTrips, framesOfMovedWindowsAreReadTogether) {
     for (const AXWindow& target : targets) {
         EXPECT_EQ(target.frame(), (Rect{static_cast<double>(x++), 60, 320, 240}));
     }
-    // None where the events of the moves told it all.
-    EXPECT_LE(waits.roundTrips(), 1U);
+    // A client right below its frame needs none: the events of both tell its place. kwin has a
+    // window between the two, so there all are asked for together.
+    const bool isNestedDeeper = GetParam() == desktop::WindowManager::Kind::kwin;
+    EXPECT_EQ(waits.roundTrips(), isNestedDeeper ? 1U : 0U);
 }
 
 TEST_P(X11RoundTrips, readsAfterAWriteNeedNoneOrOne) {
