@@ -52,6 +52,10 @@ X11Connection::Subscription X11Connection::observe(Observer observer) {
 
 void X11Connection::defer(std::function<void()> action) { deferred_.push_back(std::move(action)); }
 
+void X11Connection::deferToEnd(std::function<void()> action) {
+    deferredToEnd_.push_back(std::move(action));
+}
+
 int X11Connection::fileDescriptor() const { return xcb_get_file_descriptor(connection_); }
 
 void X11Connection::dispatch() {
@@ -60,14 +64,18 @@ void X11Connection::dispatch() {
     }
     dispatching_ = true;
     readEvents();
-    while (!deferred_.empty()) {
-        const std::function<void()> action = std::move(deferred_.front());
-        deferred_.pop_front();
-        action();
+    while (!deferred_.empty() || !deferredToEnd_.empty()) {
+        runFirst(deferred_.empty() ? deferredToEnd_ : deferred_);
         readEvents();
     }
     xcb_flush(connection_);
     dispatching_ = false;
+}
+
+void X11Connection::runFirst(std::deque<std::function<void()>>& actions) {
+    const std::function<void()> action = std::move(actions.front());
+    actions.pop_front();
+    action();
 }
 
 void X11Connection::readEvents() {

@@ -51,6 +51,10 @@ public:
     /// Runs `action` at the next `dispatch`, after every action that was deferred before it.
     void defer(std::function<void()> action);
 
+    /// Runs `action` when nothing is deferred any more: behind all that follows from the events
+    /// that have been read, also from what is put off once more on the way.
+    void deferToEnd(std::function<void()> action);
+
     /// For the run loop: readable when the server has sent something.
     int fileDescriptor() const;
 
@@ -76,6 +80,7 @@ private:
     X11Connection(xcb_connection_t* connection, xcb_screen_t* screen);
 
     void awaitServer();
+    void runFirst(std::deque<std::function<void()>>& actions);
 
     xcb_connection_t* connection_;
     xcb_screen_t* screen_;
@@ -83,6 +88,7 @@ private:
     std::uint32_t rootEventMask_ = 0;
     Observers observers_;
     std::deque<std::function<void()>> deferred_;
+    std::deque<std::function<void()>> deferredToEnd_;
     bool dispatching_ = false;
 };
 

@@ -72,13 +72,12 @@ void X11EdgeTile::noteRelease() {
     atRelease_.clear();
     for (const xcb_window_t id : mirror_.stacking()) {
         if (const X11Window* window = mirror_.find(id)) {
-            atRelease_[id] = {window->serial, window->frame().outer(), !window->isStale()};
+            atRelease_[id] = {window->serial, window->lastHeardFrame().outer(),
+                              !window->isStale() && !window->isUnheard};
         }
     }
-    // Whoever acts on the release may have seen it later than this and so acts later: the end of
-    // the turn is behind both.
-    connection_.defer(lifeline_.guard(
-        [this] { connection_.defer(lifeline_.guard([this] { isReleased_ = false; })); }));
+    // Whoever acts on the release may put that off, as when the press before it was heard of late.
+    connection_.deferToEnd(lifeline_.guard([this] { isReleased_ = false; }));
 }
 
 bool X11EdgeTile::isUndoable() {

@@ -53,11 +53,7 @@ void X11PressScene::notePress() {
             (window->isPlaceStale && !window->toldPlace)) {
             continue;
         }
-        X11WindowFrame frame = window->frame();
-        if (window->isPlaceStale) {
-            frame.client = *window->toldPlace;
-        }
-        windows_[id] = {window->serial, frame.outer()};
+        windows_[id] = {window->serial, window->lastHeardFrame().outer()};
     }
     // Whoever acts on the press may have seen it later than this and so acts later: the end of the
     // turn is behind both.

@@ -83,6 +83,11 @@ struct X11Window {
 
     X11WindowFrame frame() const { return {client, facts.decoration, facts.shadow}; }
 
+    /// With the place that the window manager has told since, where that is not read yet.
+    X11WindowFrame lastHeardFrame() const {
+        return {isPlaceStale ? toldPlace.value_or(client) : client, facts.decoration, facts.shadow};
+    }
+
     std::optional<Pid> owner() const { return pid ? pid : facts.statedPid; }
 
     void noteAnswer() {

@@ -59,12 +59,7 @@ TEST_P(LateHearing, aDropThatIsOverBeforeHappensAllTheSame) {
     EXPECT_EQ(desktop().endProgram(), "");
 }
 
-/// kwin is left out: a drag that the program hears of only later is not followed there, and a
-/// window that kwin has tiled meanwhile stays in its tile.
-INSTANTIATE_TEST_SUITE_P(Desktop, LateHearing,
-                         testing::Values(WindowManager::Kind::openbox, WindowManager::Kind::xfwm4,
-                                         WindowManager::Kind::metacity),
-                         nameOf);
+INSTANTIATE_TEST_SUITE_P(Desktop, LateHearing, testing::ValuesIn(WindowManager::kinds), nameOf);
 
 /// A pointer that remote controls and scripts move tells of no movement.
 class WarpedDrag : public DragTest {
