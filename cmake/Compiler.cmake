@@ -11,6 +11,11 @@ target_compile_options(lumatile_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-re
 # Geometry agrees bit for bit only where no multiply-add is fused.
 target_compile_options(lumatile_flags INTERFACE -ffp-contract=off)
 
+# What stays in memory for years is to be small, and no code here gains from unrolled loops.
+target_compile_options(lumatile_flags INTERFACE
+  $<$<CONFIG:Release>:-O2> $<$<CONFIG:Release>:-ffunction-sections> $<$<CONFIG:Release>:-fdata-sections>)
+target_link_options(lumatile_flags INTERFACE $<$<CONFIG:Release>:-Wl,--gc-sections>)
+
 if(LUMATILE_SANITIZE)
   # gcc 12 reports null dereferences inside instrumented standard-library code that is sound.
   target_compile_options(lumatile_flags INTERFACE

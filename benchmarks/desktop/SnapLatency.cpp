@@ -36,6 +36,7 @@ constexpr std::uint8_t keyZ = 52;
 constexpr std::uint8_t keyX = 53;
 constexpr std::uint8_t keyV = 55;
 constexpr std::uint8_t keyB = 56;
+constexpr std::uint8_t keyN = 57;
 
 constexpr PixelRect start{300, 200, 800, 600};
 
@@ -54,6 +55,7 @@ public:
           watcher_(desktop_.display(), window_->id()),
           target_(leftHalf()),
           lumatile_(desktop_.session(), LUMATILE_PROGRAM),
+          messenger_(desktop_.session().start(messengerCommand(), "bare_messenger")),
           daemon_(desktop_.session(), shortcuts()) {
         bindLeftHalf(desktop_.session(), desktop_.observer(), "C-A-z");
     }
@@ -105,23 +107,45 @@ private:
         return {monitor.x, monitor.y, monitor.width / 2, monitor.height};
     }
 
-    // The shortest commands that do it, sizes worked out beforehand, and the shortest script that
-    // works out the half of whatever screen there is. Sizes are the client's; the corner is the
-    // frame's.
-    std::vector<HotKeyDaemon::Shortcut> shortcuts() {
+    struct Inside {
+        int width;
+        int height;
+    };
+
+    // Of the window where its frame fills the target.
+    Inside insideTarget() {
         const std::vector<std::uint32_t> extents =
             window_->cardinals(window_->id(), "_NET_FRAME_EXTENTS");
         if (extents.size() != 4) {
             throw DesktopError("the window has no frame extents");
         }
-        const int frameWidth = static_cast<int>(extents[0] + extents[1]);
-        const int frameHeight = static_cast<int>(extents[2] + extents[3]);
+        return {target_.width - static_cast<int>(extents[0] + extents[1]),
+                target_.height - static_cast<int>(extents[2] + extents[3])};
+    }
+
+    std::vector<std::string> messengerCommand() {
+        const Inside inside = insideTarget();
+        return {BARE_MESSENGER,
+                std::to_string(keyN),
+                std::to_string(window_->id()),
+                std::to_string(target_.x),
+                std::to_string(target_.y),
+                std::to_string(inside.width),
+                std::to_string(inside.height)};
+    }
+
+    // The shortest commands that do it, sizes worked out beforehand, and the shortest script that
+    // works out the half of whatever screen there is. Sizes are the client's; the corner is the
+    // frame's.
+    std::vector<HotKeyDaemon::Shortcut> shortcuts() {
+        const Inside inside = insideTarget();
+        const int frameWidth = target_.width - inside.width;
+        const int frameHeight = target_.height - inside.height;
         std::ostringstream wmctrl;
-        wmctrl << "wmctrl -r :ACTIVE: -e 0,0,0," << target_.width - frameWidth << ','
-               << target_.height - frameHeight;
+        wmctrl << "wmctrl -r :ACTIVE: -e 0,0,0," << inside.width << ',' << inside.height;
         std::ostringstream xdotool;
-        xdotool << "xdotool getactivewindow windowmove 0 0 windowsize "
-                << target_.width - frameWidth << ' ' << target_.height - frameHeight;
+        xdotool << "xdotool getactivewindow windowmove 0 0 windowsize " << inside.width << ' '
+                << inside.height;
         std::ostringstream script;
         script << "#!/bin/sh\nset -- $(xdotool getdisplaygeometry)\n"
                << "wmctrl -r :ACTIVE: -e 0,0,0,$(($1 / 2 - " << frameWidth << ")),$(($2 - "
@@ -139,6 +163,7 @@ private:
     GeometryWatcher watcher_;
     PixelRect target_;
     LumatileProcess lumatile_;
+    desktop::ChildProcess messenger_;
     HotKeyDaemon daemon_;
     std::optional<GeometryWatcher::Place> place_;
     std::mt19937 random_{1};
@@ -148,8 +173,9 @@ private:
 }  // namespace
 
 SnapLatency SnapLatency::measure(int rounds) {
-    std::array<Contestant, 5> contestants{{{"Lumatile", Key::left},
+    std::array<Contestant, 6> contestants{{{"Lumatile", Key::left},
                                            {"openbox key binding", keyZ},
+                                           {"a bare message to openbox", keyN},
                                            {"sxhkd starts wmctrl", keyX},
                                            {"sxhkd starts xdotool", keyV},
                                            {"sxhkd starts a script", keyB}}};
@@ -171,7 +197,7 @@ SnapLatency SnapLatency::measure(int rounds) {
     for (const Contestant& contestant : contestants) {
         methods.push_back({contestant.name, Statistics::of(contestant.samples)});
     }
-    return {methods[0], methods[1], {methods.begin() + 2, methods.end()}};
+    return {methods[0], methods[1], methods[2], {methods.begin() + 3, methods.end()}};
 }
 
 }  // namespace lumatile::benchmark

@@ -14,10 +14,12 @@ struct SnapMethod {
 };
 
 /// Side by side on one private desktop under openbox, taking turns: Lumatile, openbox's own
-/// binding, and a hot-key daemon that starts programs to do it.
+/// binding, a bare program that sends openbox a message, which is the least that anybody beside the
+/// window manager can do, and a hot-key daemon that starts programs to do it.
 struct SnapLatency {
     SnapMethod lumatile;
     SnapMethod ownBinding;
+    SnapMethod bareMessage;
     std::vector<SnapMethod> daemon;  ///< By what it starts.
 
     /// @param rounds key presses of each

@@ -8,7 +8,7 @@ namespace lumatile {
 Fade::Fade(RunLoop& runLoop, const Pace& pace, std::function<void(double)> apply)
     : runLoop_(runLoop), pace_(pace), apply_(std::move(apply)) {}
 
-void Fade::fadeTo(double target) {
+void Fade::fadeTo(double target, bool isGradual) {
     if (target == target_) {
         return;
     }
@@ -16,7 +16,8 @@ void Fade::fadeTo(double target) {
     start_ = value_;
     startTime_ = runLoop_.now();
     step_ = 0;
-    timer_ = runLoop_.repeat(pace_.seconds / pace_.steps, [this] { advance(); });
+    steps_ = isGradual ? pace_.steps : 1;
+    timer_ = runLoop_.repeat(pace_.seconds / steps_, [this] { advance(); });
 }
 
 void Fade::reset() {
@@ -29,7 +30,7 @@ void Fade::advance() {
     ++step_;
     // By the clock, since ticks are missed while a large window is drawn; by the steps where they
     // are further, since the clock may be set back.
-    const double progress = std::max(static_cast<double>(step_) / pace_.steps,
+    const double progress = std::max(static_cast<double>(step_) / steps_,
                                      (runLoop_.now() - startTime_) / pace_.seconds);
     const bool isOver = progress >= 1;
     value_ = isOver ? target_ : start_ + (target_ - start_) * progress;

@@ -21,7 +21,8 @@ public:
     Fade(RunLoop& runLoop, const Pace& pace, std::function<void(double)> apply);
 
     /// Nothing happens when it is there, or on its way.
-    void fadeTo(double target);
+    /// @param isGradual false: in one step, which comes when the time of a fade is over
+    void fadeTo(double target, bool isGradual = true);
 
     /// Is back at 0 at once, without a word.
     void reset();
@@ -41,6 +42,7 @@ private:
     double target_ = 0;
     double startTime_ = 0;
     int step_ = 0;
+    int steps_ = 1;  // Of the way that was taken last.
     std::unique_ptr<RunLoopTimer> timer_;
 };
 

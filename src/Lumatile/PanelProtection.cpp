@@ -23,8 +23,8 @@ constexpr double usualRamp = 5;
 
 }  // namespace
 
-PanelProtection::PanelProtection(const Platform& platform, const Blacklist& blacklist)
-    : platform_(platform), blacklist_(blacklist) {}
+PanelProtection::PanelProtection(Platform platform, const Blacklist& blacklist)
+    : platform_(std::move(platform)), blacklist_(blacklist) {}
 
 void PanelProtection::apply(const OLEDSettings& settings, bool exaggerated) {
     settings_ = settings;

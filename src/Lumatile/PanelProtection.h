@@ -33,7 +33,7 @@ public:
     static constexpr double dimTick = 2;
 
     /// @param blacklist applications whose windows are never moved; outlives the protection
-    PanelProtection(const Platform& platform, const Blacklist& blacklist);
+    PanelProtection(Platform platform, const Blacklist& blacklist);
     PanelProtection(const PanelProtection&) = delete;
     PanelProtection& operator=(const PanelProtection&) = delete;
     ~PanelProtection() = default;

@@ -6,7 +6,7 @@ namespace {
 
 using Condition = SharedStoreStatus::Condition;
 
-std::string withReason(std::string sentence, const std::string& reason) {
+std::string withReason(const std::string& sentence, const std::string& reason) {
     return reason.empty() ? sentence + "." : sentence + " (" + reason + ").";
 }
 

@@ -20,11 +20,15 @@ public:
     HighlightFade(RunLoop& runLoop, std::function<void(double)> apply,
                   std::function<void()> cleared);
 
+    /// Whether anybody sees what lies between in and out. Where nothing is blended a way takes as
+    /// long, and its alpha changes once, at its end.
+    bool isBlended = true;
+
     /// Nothing happens when it is in, or on its way.
-    void fadeIn() { fade_.fadeTo(1); }
+    void fadeIn() { fade_.fadeTo(1, isBlended); }
 
     /// Nothing happens when it is out, or on its way.
-    void fadeOut() { fade_.fadeTo(0); }
+    void fadeOut() { fade_.fadeTo(0, isBlended); }
 
     double alpha() const { return fade_.value(); }
 

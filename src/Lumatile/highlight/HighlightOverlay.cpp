@@ -19,6 +19,10 @@ namespace lumatile {
 
 namespace {
 
+// Seconds for which a hidden window is kept. A drag shows it again and again, and to make it and
+// its picture anew each time costs more than all the rest of showing it.
+constexpr double keptHidden = 2;
+
 std::vector<ToolkitScreen> toolkitScreens(const QList<QScreen*>& screens) {
     std::vector<ToolkitScreen> result;
     result.reserve(static_cast<std::size_t>(screens.size()));
@@ -36,8 +40,9 @@ HighlightOverlay::HighlightOverlay(ScreenList& screens, Translucency& translucen
                                    RunLoop& runLoop)
     : screens_(screens),
       translucency_(translucency),
+      runLoop_(runLoop),
       fade_(
-          runLoop, [this](double alpha) { setAlpha(alpha); }, [this] { releaseWindow(); }) {
+          runLoop, [this](double alpha) { setAlpha(alpha); }, [this] { orderOut(); }) {
     // A window that the window manager does not know of: any other one would sink below full-screen
     // windows, stay on its virtual desktop, or swallow the click that drops.
     window_.setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
@@ -57,9 +62,24 @@ void HighlightOverlay::makeWindow() {
     window_.setAttribute(Qt::WA_X11NetWmWindowTypeDND);
 }
 
-void HighlightOverlay::releaseWindow() {
+void HighlightOverlay::orderOut() {
     window_.hide();
+    rest_ = runLoop_.repeat(keptHidden, [this] { releaseWindow(); });
+}
+
+void HighlightOverlay::releaseWindow() {
+    rest_.reset();
+    window_.clearMask();
+    cutOut_ = {};
     window_.release();
+}
+
+/// The shape is as large a thing as the picture, and the same as long as the target is.
+void HighlightOverlay::cutOut() {
+    if (const HighlightView::Drawn wanted = view_.drawn(); wanted != cutOut_) {
+        window_.setMask(view_.shape());
+        cutOut_ = wanted;
+    }
 }
 
 void HighlightOverlay::setAlpha(double alpha) {
@@ -90,6 +110,7 @@ void HighlightOverlay::show(const Rect& frame) {
     const QRect geometry =
         QRectF(place->window.x, place->window.y, place->window.width, place->window.height)
             .toRect();
+    rest_.reset();
     if (!window_.isVisible()) {
         makeWindow();
     }
@@ -97,10 +118,12 @@ void HighlightOverlay::show(const Rect& frame) {
     window_.setGeometry(geometry);
     view_.setGeometry(QRect({}, geometry.size()));
     if (view_.isSolid) {
-        window_.setMask(view_.shape());
-    } else {
+        cutOut();
+    } else if (cutOut_ != HighlightView::Drawn{}) {
         window_.clearMask();
+        cutOut_ = {};
     }
+    fade_.isBlended = !view_.isSolid;
     view_.update();
     window_.show();
     // Windows that came since then may lie above.

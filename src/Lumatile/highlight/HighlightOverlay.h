@@ -2,13 +2,15 @@
 
 #include <QWidget>
 
+#include <memory>
+
 #include "Lumatile/highlight/HighlightFade.h"
 #include "Lumatile/highlight/HighlightView.h"
 #include "drag_snap/DragSnapHighlighting.h"
+#include "ports/RunLoop.h"
 
 namespace lumatile {
 
-class RunLoop;
 class ScreenList;
 class Translucency;
 
@@ -34,14 +36,19 @@ private:
     };
 
     void makeWindow();
+    void orderOut();
     void releaseWindow();
+    void cutOut();
     Size cellPitch(const Rect& frame);
     void setAlpha(double alpha);
 
     ScreenList& screens_;
     Translucency& translucency_;
+    RunLoop& runLoop_;
     Window window_;
     HighlightView view_{&window_};
+    HighlightView::Drawn cutOut_;         // What the window's shape was made of last; empty before.
+    std::unique_ptr<RunLoopTimer> rest_;  // Runs while the window is hidden and still there.
     HighlightFade fade_;
 };
 

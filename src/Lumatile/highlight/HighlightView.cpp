@@ -2,6 +2,7 @@
 
 #include <QBitmap>
 #include <QColor>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -105,7 +106,9 @@ QColor mixed(const QColor& color, double alpha, const QColor& below) {
             channel(color.blue(), below.blue())};
 }
 
-void drawTranslucent(QPainter& painter, const QRectF& bounds, const Size& pitch) {
+/// @param part what is to be drawn of it
+void drawTranslucent(QPainter& painter, const QRectF& bounds, const Size& pitch,
+                     const QRectF& part) {
     const QRectF panel = panelIn(bounds);
     if (panel.isEmpty()) {
         return;  // Too small a place for any panel.
@@ -118,14 +121,17 @@ void drawTranslucent(QPainter& painter, const QRectF& bounds, const Size& pitch)
     painter.fillPath(path, withAlpha(Palette::lightTint, panelTintAlpha));
     const QColor markColor = withAlpha(Palette::lightTint, markAlpha);
     for (const QRectF& mark : marksIn(panel, pitch)) {
-        painter.fillPath(roundedPath(mark, markRadius), markColor);
+        if (mark.intersects(part)) {
+            painter.fillPath(roundedPath(mark, markRadius), markColor);
+        }
     }
     painter.fillRect(bandIn(panel), withAlpha(Palette::accent, 1));
     painter.restore();
     painter.fillPath(outlineOf(panel, outlineWidth), withAlpha(Palette::lightTint, outlineAlpha));
 }
 
-void drawSolid(QPainter& painter, const QRectF& bounds, const Size& pitch) {
+/// @param part what is to be drawn of it
+void drawSolid(QPainter& painter, const QRectF& bounds, const Size& pitch, const QRectF& part) {
     // Nothing is known of what lies below, so it counts as medium grey.
     const QColor tint = withAlpha(Palette::lightTint, 1);
     const QColor panelColor =
@@ -137,7 +143,9 @@ void drawSolid(QPainter& painter, const QRectF& bounds, const Size& pitch) {
         return;
     }
     for (const QRectF& mark : marksIn(panel, pitch)) {
-        painter.fillRect(mark, markColor);
+        if (mark.intersects(part)) {
+            painter.fillRect(mark, markColor);
+        }
     }
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setClipPath(roundedPath(panel, panelRadius));
@@ -150,6 +158,8 @@ void drawSolid(QPainter& painter, const QRectF& bounds, const Size& pitch) {
 
 QRectF HighlightView::drawingBounds() const { return place.isEmpty() ? QRectF(rect()) : place; }
 
+/// The corners of the marks' borders are square: round ones would double the rectangles that make up
+/// the shape, and the server tells of each one that comes into sight.
 QRegion HighlightView::shape() const {
     const QRectF panel = panelIn(drawingBounds());
     if (panel.isEmpty()) {
@@ -161,13 +171,11 @@ QRegion HighlightView::shape() const {
     QPainter painter(&bitmap);
     painter.setClipPath(path);
     for (const QRectF& mark : marksIn(panel, cellPitch)) {
-        QPainterPath border = roundedPath(mark, markRadius);
+        painter.fillRect(mark, Qt::color1);
         if (mark.width() > 2 * markBorder) {
-            border.addPath(
-                roundedPath(mark.adjusted(markBorder, markBorder, -markBorder, -markBorder),
-                            markRadius - markBorder));
+            painter.fillRect(mark.adjusted(markBorder, markBorder, -markBorder, -markBorder),
+                             Qt::color0);
         }
-        painter.fillPath(border, Qt::color1);
     }
     painter.fillRect(bandIn(panel), Qt::color1);
     painter.setClipping(false);
@@ -176,9 +184,12 @@ QRegion HighlightView::shape() const {
     return {bitmap};
 }
 
-void HighlightView::paintEvent(QPaintEvent* /*event*/) {
+/// A step of a fade has a single pixel drawn, which costs as much as all of them unless the marks
+/// are left out.
+void HighlightView::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    (isSolid ? drawSolid : drawTranslucent)(painter, drawingBounds(), cellPitch);
+    (isSolid ? drawSolid : drawTranslucent)(painter, drawingBounds(), cellPitch,
+                                            QRectF(event->rect()));
 }
 
 }  // namespace lumatile

@@ -2,6 +2,7 @@
 
 #include <QRectF>
 #include <QRegion>
+#include <QSize>
 #include <QWidget>
 
 #include "geometry/Size.h"
@@ -25,6 +26,16 @@ public:
     /// For screens on which nothing can be translucent: opaque colours, of which `shape` is to be
     /// cut out.
     bool isSolid = false;
+
+    /// All that the picture and the shape depend on, but for which of the two forms it is.
+    struct Drawn {
+        QSize size;
+        QRectF place;
+        Size cellPitch{0, 0};
+
+        bool operator==(const Drawn&) const = default;
+    };
+    Drawn drawn() const { return {size(), place, cellPitch}; }
 
     /// What the solid form shows: the outline, the band, and the borders of the cell marks.
     QRegion shape() const;

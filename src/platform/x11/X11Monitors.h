@@ -39,6 +39,9 @@ public:
     Rect fromRoot(const Rect& rect);
     Rect toRoot(const Rect& rect);
 
+    /// What the server's RandR can do.
+    const X11RandR& randr() const { return randr_; }
+
 private:
     void refresh();
     void readMonitors();

@@ -96,7 +96,7 @@ X11MouseEventSource::X11MouseEventSource(X11Connection& connection, X11Monitors&
     : connection_(connection),
       monitors_(monitors),
       runLoop_(runLoop),
-      refreshRate_(connection),
+      refreshRate_(connection, monitors.randr()),
       extension_(inputExtension(connection)),
       subscription_(connection.observe([this](const xcb_generic_event_t& event) { note(event); })) {
 }

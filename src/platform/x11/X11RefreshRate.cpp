@@ -6,7 +6,6 @@
 
 #include <xcb/randr.h>
 
-#include "platform/x11/X11Event.h"
 #include "platform/x11/X11Reply.h"
 
 namespace lumatile {
@@ -28,15 +27,12 @@ double rateOf(const xcb_randr_mode_info_t& mode) {
 
 }  // namespace
 
-X11RefreshRate::X11RefreshRate(X11Connection& connection)
+X11RefreshRate::X11RefreshRate(X11Connection& connection, const X11RandR& randr)
     : connection_(connection),
-      subscription_(connection.observe([this](const xcb_generic_event_t& event) { note(event); })) {
-    const xcb_query_extension_reply_t* extension =
-        xcb_get_extension_data(connection.get(), &xcb_randr_id);
-    if (extension != nullptr && extension->present != 0) {
-        firstEvent_ = extension->first_event;
-    }
-}
+      randr_(randr),
+      subscription_(connection.observe([this](const xcb_generic_event_t& event) {
+          isStale_ = isStale_ || randr_.isChange(event);
+      })) {}
 
 double X11RefreshRate::frame() {
     if (std::exchange(isStale_, false)) {
@@ -45,16 +41,8 @@ double X11RefreshRate::frame() {
     return frame_;
 }
 
-void X11RefreshRate::note(const xcb_generic_event_t& event) {
-    const int type = X11Event::type(event);
-    if (firstEvent_ >= 0 && (type == firstEvent_ + XCB_RANDR_SCREEN_CHANGE_NOTIFY ||
-                             type == firstEvent_ + XCB_RANDR_NOTIFY)) {
-        isStale_ = true;
-    }
-}
-
 double X11RefreshRate::read() {
-    if (firstEvent_ < 0) {
+    if (!randr_.knowsControllers()) {
         return usualFrame;
     }
     xcb_connection_t* const server = connection_.get();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/x11/X11Connection.h"
+#include "platform/x11/X11RandR.h"
 
 namespace lumatile {
 
@@ -8,9 +9,8 @@ namespace lumatile {
 /// change of the server's monitors.
 class X11RefreshRate {
 public:
-    /// @param connection outlives this; somebody on it has selected the events of RandR, as
-    ///        `X11Monitors` does
-    explicit X11RefreshRate(X11Connection& connection);
+    /// Both outlive this.
+    X11RefreshRate(X11Connection& connection, const X11RandR& randr);
     X11RefreshRate(const X11RefreshRate&) = delete;
     X11RefreshRate& operator=(const X11RefreshRate&) = delete;
     ~X11RefreshRate() = default;
@@ -25,11 +25,10 @@ public:
     double frame();
 
 private:
-    void note(const xcb_generic_event_t& event);
     double read();
 
     X11Connection& connection_;
-    int firstEvent_ = -1;  // Of RandR; none where it is missing.
+    const X11RandR& randr_;
     bool isStale_ = true;
     double frame_ = usualFrame;
     X11Connection::Subscription subscription_;  // Last: its observer names the fields above.

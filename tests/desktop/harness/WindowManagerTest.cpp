@@ -106,6 +106,26 @@ TEST_P(EveryWindowManager, followsMonitorsAndLeavesRoomForPanels) {
     window->place({100, 100, 640, 480});
 }
 
+TEST_P(EveryWindowManager, followsMonitorsAlsoWhereTheRootStaysAsItIs) {
+    const MonitorLayout above = MonitorLayout::landscapeAndPortrait();
+    MonitorLayout below = above;
+    below.monitors[0].y = 840;
+    ASSERT_EQ(above.root(), below.root());
+    TestDesktop desktop(above, GetParam());
+    const auto window = desktop.openWindow({});
+    for (const MonitorLayout& layout : {below, above, below}) {
+        desktop.arrange(layout);
+        const PixelRect& monitor = layout.primaryMonitor();
+        window->place({monitor.x + 100, monitor.y + 100, 640, 480});
+        const std::vector<std::string> maximized{"_NET_WM_STATE_MAXIMIZED_VERT",
+                                                 "_NET_WM_STATE_MAXIMIZED_HORZ"};
+        window->setState(maximized, true);
+        EXPECT_TRUE(XClient::waitUntil([&] { return window->frame() == monitor; }))
+            << window->frame() << " instead of " << monitor;
+        window->setState(maximized, false);
+    }
+}
+
 TEST_P(EveryWindowManager, runsRealPrograms) {
     TestDesktop desktop(MonitorLayout::landscape(), GetParam());
     const auto terminal = desktop.openProgram({"xterm", "-e", "sleep 1000"}, "XTerm");

@@ -101,7 +101,7 @@ protected:
     X11Monitors monitors_{*connection_};
     SimulatedClock clock_;
     SimulatedRunLoop runLoop_{clock_};
-    const double frame_ = X11RefreshRate(*connection_).frame();
+    const double frame_ = X11RefreshRate(*connection_, monitors_.randr()).frame();
     X11MouseEventSource taps_{*connection_, monitors_, runLoop_};
     std::unique_ptr<MouseTap> tap_;
     std::vector<MouseEvent> told_;

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "platform/x11/X11Monitors.h"
 #include "platform/x11/X11RefreshRate.h"
 #include "tests/desktop/support/PrivateServer.h"
 
@@ -10,9 +9,8 @@ namespace {
 TEST(X11RefreshRateTest, isThatOfTheFastestMonitorNow) {
     PrivateServer server(MonitorLayout::landscapeAndPortrait());
     const auto connection = X11Connection::open(server.display());
-    // It selects the events.
-    const X11Monitors monitors(*connection);
-    X11RefreshRate rate(*connection);
+    const X11RandR randr(*connection);
+    X11RefreshRate rate(*connection, randr);
     EXPECT_NEAR(rate.frame(), 2200 * 1125 / 148.5e6, 1e-7);
     server.arrange(MonitorLayout::smallLandscape());
     connection->synchronize();
@@ -23,7 +21,8 @@ TEST(X11RefreshRateTest, isTheUsualOneWhereTheServerKnowsNone) {
     PrivateServer server(MonitorLayout::landscape(), PrivateServer::Kind::virtualFramebuffer,
                          {"RANDR"});
     const auto connection = X11Connection::open(server.display());
-    X11RefreshRate rate(*connection);
+    const X11RandR randr(*connection);
+    X11RefreshRate rate(*connection, randr);
     EXPECT_EQ(rate.frame(), 1.0 / 60);
 }
 

@@ -14,6 +14,24 @@ std::uint32_t millimetres(int pixels) {
 
 std::uint16_t narrow(int value) { return static_cast<std::uint16_t>(value); }
 
+/// The desktop sees one change, not its steps. Ends also where a step fails: whoever says so needs
+/// the server.
+class ServerGrab {
+public:
+    explicit ServerGrab(XClient& client) : client_(client) {
+        xcb_grab_server(client_.connection());
+    }
+    ServerGrab(const ServerGrab&) = delete;
+    ServerGrab& operator=(const ServerGrab&) = delete;
+    ~ServerGrab() {
+        xcb_ungrab_server(client_.connection());
+        client_.roundTrip();
+    }
+
+private:
+    XClient& client_;
+};
+
 }  // namespace
 
 ScreenArranger::ScreenArranger(const std::string& display) : client_(display) {
@@ -85,7 +103,8 @@ void ScreenArranger::configure(const Resources& resources, std::size_t index, in
                                   mode == XCB_NONE ? 0 : 1, mode == XCB_NONE ? nullptr : &output),
         nullptr));
     if (!reply || reply->status != XCB_RANDR_SET_CONFIG_SUCCESS) {
-        throw DesktopError("the server refuses monitor " + std::to_string(index));
+        throw DesktopError("the server refuses monitor " + std::to_string(index) + ": " +
+                           (reply ? std::to_string(reply->status) : "error"));
     }
 }
 
@@ -111,8 +130,7 @@ void ScreenArranger::resizeRoot(const PixelRect& root) {
 }
 
 void ScreenArranger::arrange(const MonitorLayout& layout) {
-    // The desktop sees one change, not its steps.
-    xcb_grab_server(client_.connection());
+    const ServerGrab grab(client_);
     const Resources before = resources();
     if (before.controllers.size() < layout.monitors.size()) {
         throw DesktopError("the server has too few outputs for " + layout.name);
@@ -137,8 +155,6 @@ void ScreenArranger::arrange(const MonitorLayout& layout) {
     // The server asks an output whether it is connected only when somebody wants to know; until
     // then toolkits would read that it is not.
     static_cast<void>(resources());
-    xcb_ungrab_server(client_.connection());
-    client_.roundTrip();
 }
 
 void ScreenArranger::arrangeVirtually(const MonitorLayout& layout) {
@@ -167,11 +183,9 @@ void ScreenArranger::arrangeVirtually(const MonitorLayout& layout) {
 }
 
 void ScreenArranger::unplug(std::size_t monitor) {
-    xcb_grab_server(client_.connection());
+    const ServerGrab grab(client_);
     configure(resources(), monitor, 0, 0, XCB_NONE);
     static_cast<void>(resources());
-    xcb_ungrab_server(client_.connection());
-    client_.roundTrip();
 }
 
 }  // namespace lumatile::desktop

@@ -2,6 +2,7 @@
 
 #include "tests/desktop/support/DesktopError.h"
 #include "tests/desktop/support/WindowActivation.h"
+#include "tests/desktop/support/WindowManagerAnswer.h"
 
 namespace lumatile::desktop {
 
@@ -44,6 +45,10 @@ void TestDesktop::arrange(const MonitorLayout& layout) {
     });
     if (!followed) {
         throw DesktopError("the window manager does not follow the monitors");
+    }
+    // The root may have the size that it had before.
+    if (windowManager_) {
+        waitForWindowManager(observer_);
     }
 }
 

@@ -129,6 +129,22 @@ TEST_F(HighlightFadeTest, aClockSetBackDoesNotStopIt) {
     EXPECT_EQ(cleared_, 1);
 }
 
+TEST_F(HighlightFadeTest, takesOneStepWhereNothingIsBlended) {
+    fade_.isBlended = false;
+    fade_.fadeIn();
+    runLoop_.advance(0.119);
+    EXPECT_TRUE(alphas_.empty());
+    runLoop_.advance(0.002);
+    EXPECT_EQ(alphas_, std::vector<double>{1});
+    fade_.fadeOut();
+    runLoop_.advance(0.119);
+    EXPECT_EQ(cleared_, 0);
+    runLoop_.advance(0.002);
+    EXPECT_EQ(alphas_, (std::vector<double>{1, 0}));
+    EXPECT_EQ(cleared_, 1);
+    EXPECT_EQ(runLoop_.timerCount(), 0U);
+}
+
 TEST_F(HighlightFadeTest, mayBeTurnedRoundByItsOwnEnd) {
     std::vector<double> seen;
     HighlightFade* self = nullptr;

@@ -95,7 +95,50 @@ TEST_F(HighlightOverlayTest, hidingDuringTheFadeInEndsHidden) {
     overlay_.hide();
     runLoop_.advance(0.121);
     EXPECT_FALSE(isVisible());
+}
+
+TEST_F(HighlightOverlayTest, aHiddenWindowIsKeptForTwoSecondsAndNoLonger) {
+    overlay_.show({100, 50, 320, 240});
+    runLoop_.advance(1);
+    const WId window = overlay_.window().internalWinId();
+    ASSERT_NE(window, WId{0});
+    overlay_.hide();
+    runLoop_.advance(0.121 + 1.9);
+    overlay_.show({10, 20, 300, 200});
+    EXPECT_EQ(overlay_.window().internalWinId(), window) << "the drag has come back";
+    runLoop_.advance(10);
+    EXPECT_EQ(overlay_.window().internalWinId(), window) << "it is shown";
+    overlay_.hide();
+    runLoop_.advance(0.121 + 2.001);
+    EXPECT_EQ(overlay_.window().internalWinId(), WId{0}) << "it takes megabytes";
     EXPECT_EQ(runLoop_.timerCount(), 0U);
+}
+
+TEST_F(HighlightOverlayTest, aShapeIsThereAlsoInTheNextWindow) {
+    translucency_.available = false;
+    for (int round = 0; round < 2; ++round) {
+        overlay_.show({100, 50, 320, 240});
+        EXPECT_FALSE(overlay_.window().mask().isEmpty());
+        EXPECT_EQ(overlay_.window().mask(), overlay_.view().shape());
+        overlay_.hide();
+        runLoop_.advance(10);
+    }
+}
+
+TEST_F(HighlightOverlayTest, withoutACompositorNothingRunsWhileItIsShown) {
+    translucency_.available = false;
+    overlay_.show({100, 50, 320, 240});
+    EXPECT_TRUE(isVisible());
+    runLoop_.advance(0.119);
+    EXPECT_EQ(overlay_.window().windowOpacity(), 0) << "nobody would see the steps";
+    runLoop_.advance(0.002);
+    EXPECT_EQ(overlay_.window().windowOpacity(), 1);
+    EXPECT_EQ(runLoop_.timerCount(), 0U);
+    overlay_.hide();
+    runLoop_.advance(0.119);
+    EXPECT_TRUE(isVisible());
+    runLoop_.advance(0.002);
+    EXPECT_FALSE(isVisible());
 }
 
 TEST_F(HighlightOverlayTest, showingDuringTheFadeOutComesBackElsewhere) {

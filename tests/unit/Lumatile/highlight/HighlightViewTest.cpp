@@ -160,6 +160,24 @@ TEST(HighlightView, aPlaceSmallerThanThePanelsInsetStaysEmpty) {
     EXPECT_FALSE(view.shape().isEmpty()) << "an empty shape would mean no shape at all";
 }
 
+TEST(HighlightView, aPartOfItIsDrawnAsInTheWhole) {
+    for (const bool isSolid : {false, true}) {
+        HighlightView view;
+        view.resize(480, 270);
+        view.cellPitch = {56.916666, 61.333333};
+        view.isSolid = isSolid;
+        const QImage whole = drawn(view);
+        // A pixel, as for a step of the fade; within a mark, over the edges of two, the band.
+        for (const QRect& part : {QRect(0, 0, 1, 1), QRect(20, 20, 9, 9), QRect(70, 30, 60, 80),
+                                  QRect(100, 0, 40, 20), QRect(400, 200, 80, 70)}) {
+            QImage image(view.size(), whole.format());
+            image.fill(Qt::transparent);
+            view.render(&image, part.topLeft(), part, QWidget::DrawChildren);
+            EXPECT_EQ(image.copy(part), whole.copy(part)) << part.x() << ", " << part.y();
+        }
+    }
+}
+
 // --- Without translucency ---
 
 TEST(HighlightView, theSolidFormIsOpaqueAndItsShapeSeeThroughInside) {
