@@ -23,16 +23,20 @@ void SettingsViewModel::setSection(SettingsSection section) {
     }
 }
 
-const SnapCommand* SettingsViewModel::selected() const {
+std::size_t SettingsViewModel::indexOfSelected() const {
     const auto found = std::find_if(commands_.begin(), commands_.end(),
                                     [this](const auto& each) { return each.id == selectedID_; });
-    return found != commands_.end() ? &*found : nullptr;
+    return static_cast<std::size_t>(found - commands_.begin());
+}
+
+const SnapCommand* SettingsViewModel::selected() const {
+    const std::size_t index = indexOfSelected();
+    return index < commands_.size() ? &commands_[index] : nullptr;
 }
 
 SnapCommand* SettingsViewModel::selectedCommand() {
-    const auto found = std::find_if(commands_.begin(), commands_.end(),
-                                    [this](const auto& each) { return each.id == selectedID_; });
-    return found != commands_.end() ? &*found : nullptr;
+    const std::size_t index = indexOfSelected();
+    return index < commands_.size() ? &commands_[index] : nullptr;
 }
 
 void SettingsViewModel::select(const std::optional<UUID>& id) {

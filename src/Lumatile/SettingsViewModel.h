@@ -118,6 +118,8 @@ public:
 
 private:
     void edited();
+    /// As many as there are commands where none is selected.
+    std::size_t indexOfSelected() const;
     SnapCommand* selectedCommand();
     void deselectGone();
 

@@ -104,10 +104,10 @@ TEST_P(AfterRelease, theWindowGoesToItsPlaceBySlowWindowManagersToo) {
             const HeldWindowManager held(desktop().desktop().windowManager(), desktop().observer());
             hand().letGo();
             ASSERT_TRUE(XClient::waitUntil([&] {
-                return desktop()
-                           .observer()
-                           .messages(window().id(), "_NET_MOVERESIZE_WINDOW")
-                           .size() >= 1;
+                return !desktop()
+                            .observer()
+                            .messages(window().id(), "_NET_MOVERESIZE_WINDOW")
+                            .empty();
             }));
         }
         EXPECT_TRUE(snaps(area(place.command)));

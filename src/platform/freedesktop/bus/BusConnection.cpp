@@ -38,7 +38,6 @@ struct BusConnection::Subscription::Record {
     std::string interface;
     std::string name;
     std::function<void(GVariant*)> told;
-    bool isOver = false;
     GObjectHandle<GDBusConnection> connection;  ///< Where it is registered; null: nowhere.
     guint number = 0;
 
@@ -48,7 +47,7 @@ struct BusConnection::Subscription::Record {
         g_object_ref(with);
         number = g_dbus_connection_signal_subscribe(
             with, service.c_str(), interface.c_str(), name.c_str(), path.c_str(), nullptr,
-            G_DBUS_SIGNAL_FLAGS_NONE, deliver, new std::shared_ptr<Record>(self), release);
+            G_DBUS_SIGNAL_FLAGS_NONE, deliver, new std::weak_ptr<Record>(self), release);
     }
 
     /// The library holds this record until then, and this holds the library's connection.
@@ -62,13 +61,13 @@ struct BusConnection::Subscription::Record {
     static void deliver(GDBusConnection* /*connection*/, const char* /*sender*/,
                         const char* /*path*/, const char* /*interface*/, const char* /*name*/,
                         GVariant* arguments, gpointer data) {
-        const std::shared_ptr<Record> record = *static_cast<std::shared_ptr<Record>*>(data);
-        if (!record->isOver) {
+        // It may be on its way when the subscription ends, and may end it itself.
+        if (const auto record = static_cast<std::weak_ptr<Record>*>(data)->lock()) {
             record->told(arguments);
         }
     }
 
-    static void release(gpointer data) { delete static_cast<std::shared_ptr<Record>*>(data); }
+    static void release(gpointer data) { delete static_cast<std::weak_ptr<Record>*>(data); }
 };
 
 /// What the library's callbacks share with the connection.
@@ -277,9 +276,6 @@ std::unique_ptr<BusConnection::Subscription> BusConnection::subscribe(
 BusConnection::Subscription::Subscription(std::shared_ptr<Record> record)
     : record_(std::move(record)) {}
 
-BusConnection::Subscription::~Subscription() {
-    record_->isOver = true;
-    record_->unregister();
-}
+BusConnection::Subscription::~Subscription() { record_->unregister(); }
 
 }  // namespace lumatile

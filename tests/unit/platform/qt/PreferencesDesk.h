@@ -10,17 +10,9 @@
 
 #include "platform/qt/QSettingsPreferences.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/unit/platform/qt/RecordedLog.h"
 
 namespace lumatile {
-
-class RecordedLog final : public SystemLog {
-public:
-    void write(std::string_view type, std::string_view message) override {
-        lines.push_back(std::string(type) + ": " + std::string(message));
-    }
-
-    std::vector<std::string> lines;
-};
 
 /// What another process, an editor for one, makes of the file.
 inline void write(const std::filesystem::path& path, const std::string& text) {

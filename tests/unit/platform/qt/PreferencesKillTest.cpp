@@ -18,6 +18,7 @@
 
 #include "platform/qt/QSettingsPreferences.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/unit/platform/qt/RecordedLog.h"
 
 namespace lumatile {
 namespace {
@@ -27,15 +28,6 @@ using testing::AnyOf;
 using testing::ElementsAre;
 using testing::Eq;
 using testing::IsEmpty;
-
-class RecordedLog final : public SystemLog {
-public:
-    void write(std::string_view type, std::string_view message) override {
-        lines.push_back(std::string(type) + ": " + std::string(message));
-    }
-
-    std::vector<std::string> lines;
-};
 
 /// Runs `work` in a process of its own that stands still before each of its system calls.
 /// @param mayGoOn called then, with the number of calls made so far; false: the process is killed
