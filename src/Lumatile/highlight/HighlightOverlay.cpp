@@ -48,11 +48,24 @@ HighlightOverlay::HighlightOverlay(ScreenList& screens, Translucency& translucen
     window_.setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                            Qt::WindowTransparentForInput | Qt::WindowDoesNotAcceptFocus |
                            Qt::X11BypassWindowManagerHint | Qt::NoDropShadowWindowHint);
-    window_.setAttribute(Qt::WA_TranslucentBackground);
     window_.setAttribute(Qt::WA_ShowWithoutActivating);
     // For those who look at the windows of a session.
     window_.setWindowTitle(QStringLiteral("Lumatile highlight"));
     window_.setWindowOpacity(0);
+}
+
+/// Whether a window can be seen through is settled when it is made.
+void HighlightOverlay::setSolid(bool isSolid) {
+    if (isSolid != view_.isSolid) {
+        window_.hide();
+        releaseWindow();
+    }
+    view_.isSolid = isSolid;
+    // Where nothing is seen through, nothing has to be cleared before it is drawn over.
+    window_.setAttribute(Qt::WA_TranslucentBackground, !isSolid);
+    window_.setAttribute(Qt::WA_NoSystemBackground);
+    view_.setAttribute(Qt::WA_OpaquePaintEvent, isSolid);
+    fade_.isBlended = !isSolid;
 }
 
 void HighlightOverlay::makeWindow() {
@@ -105,7 +118,7 @@ void HighlightOverlay::show(const Rect& frame) {
     const Size pitch = cellPitch(frame);
     view_.cellPitch = {pitch.width / scale, pitch.height / scale};
     view_.place = {place->panel.x, place->panel.y, place->panel.width, place->panel.height};
-    view_.isSolid = !translucency_.isAvailable();
+    setSolid(!translucency_.isAvailable());
 
     const QRect geometry =
         QRectF(place->window.x, place->window.y, place->window.width, place->window.height)
@@ -123,7 +136,6 @@ void HighlightOverlay::show(const Rect& frame) {
         window_.clearMask();
         cutOut_ = {};
     }
-    fade_.isBlended = !view_.isSolid;
     view_.update();
     window_.show();
     // Windows that came since then may lie above.

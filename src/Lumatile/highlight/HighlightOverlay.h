@@ -35,6 +35,7 @@ private:
         void release() { destroy(); }
     };
 
+    void setSolid(bool isSolid);
     void makeWindow();
     void orderOut();
     void releaseWindow();

@@ -130,6 +130,95 @@ void drawTranslucent(QPainter& painter, const QRectF& bounds, const Size& pitch,
     painter.fillPath(outlineOf(panel, outlineWidth), withAlpha(Palette::lightTint, outlineAlpha));
 }
 
+/// By edges, so that neighbours meet.
+QRect rounded(const QRectF& rect) {
+    const int left = qRound(rect.left());
+    const int top = qRound(rect.top());
+    return {left, top, qRound(rect.right()) - left, qRound(rect.bottom()) - top};
+}
+
+/// Adds to a band, whose rectangles come from left to right.
+void addToBand(std::vector<QRect>& rects, const QRect& rect) {
+    if (rect.isEmpty()) {
+        return;
+    }
+    if (!rects.empty() && rects.back().top() == rect.top() &&
+        rects.back().right() + 1 >= rect.left()) {
+        rects.back().setRight(rect.right());
+        return;
+    }
+    rects.push_back(rect);
+}
+
+/// The borders of the marks, laid out row by row as a region wants its rectangles: to join them one
+/// by one would look at all of them each time.
+QRegion markBorders(const QRectF& panel, const Size& pitch) {
+    const int border = static_cast<int>(markBorder);
+    const std::vector<QRectF> marks = marksIn(panel, pitch);
+    std::vector<QRect> rects;
+    for (auto row = marks.begin(); row != marks.end();) {
+        const auto next = std::find_if(
+            row, marks.end(), [row](const QRectF& mark) { return mark.top() != row->top(); });
+        const QRect first = rounded(*row);
+        const bool isOpen = first.height() > 2 * border && first.width() > 2 * border;
+        const int upper = isOpen ? first.top() + border : first.bottom() + 1;
+        const int lower = isOpen ? first.bottom() + 1 - border : first.bottom() + 1;
+        std::for_each(row, next, [&](const QRectF& mark) {
+            const QRect whole = rounded(mark);
+            addToBand(rects, {whole.left(), first.top(), whole.width(), upper - first.top()});
+        });
+        std::for_each(row, next, [&](const QRectF& mark) {
+            const QRect whole = rounded(mark);
+            addToBand(rects, {whole.left(), upper, border, lower - upper});
+            addToBand(rects, {whole.right() + 1 - border, upper, border, lower - upper});
+        });
+        std::for_each(row, next, [&](const QRectF& mark) {
+            const QRect whole = rounded(mark);
+            addToBand(rects, {whole.left(), lower, whole.width(), first.bottom() + 1 - lower});
+        });
+        row = next;
+    }
+    QRegion region;
+    region.setRects(rects.data(), static_cast<int>(rects.size()));
+    return region;
+}
+
+/// The pixels of the outline and the band within a small rectangle.
+QRegion frameWithin(const QRect& tile, const QRectF& panel) {
+    QBitmap bitmap(tile.size());
+    bitmap.clear();
+    QPainter painter(&bitmap);
+    painter.translate(-tile.topLeft());
+    painter.setClipPath(roundedPath(panel, panelRadius));
+    painter.fillRect(bandIn(panel), Qt::color1);
+    painter.setClipping(false);
+    painter.fillPath(outlineOf(panel, outlineWidth + 2 * contrastWidth), Qt::color1);
+    painter.end();
+    return QRegion(bitmap).translated(tile.topLeft());
+}
+
+/// The outline with what lies round it, and the band. Only the corners have to be drawn to be
+/// known.
+QRegion frameRegion(const QRectF& panel) {
+    constexpr double half = outlineWidth / 2 + contrastWidth;
+    const QRect outer = rounded(panel.adjusted(-half, -half, half, half));
+    const QRect inner = rounded(panel.adjusted(half, half, -half, -half));
+    constexpr int corner = static_cast<int>(panelRadius + half) + 2;
+    const QRect straight = outer.adjusted(corner, corner, -corner, -corner);
+    if (straight.isEmpty()) {
+        return frameWithin(outer, panel);
+    }
+    QRegion region = QRegion(outer) - inner;
+    region |= rounded(bandIn(panel));
+    for (const int x : {outer.left(), straight.right() + 1}) {
+        for (const int y : {outer.top(), straight.bottom() + 1}) {
+            const QRect tile(x, y, corner, corner);
+            region = (region - tile) | frameWithin(tile, panel);
+        }
+    }
+    return region;
+}
+
 /// @param part what is to be drawn of it
 void drawSolid(QPainter& painter, const QRectF& bounds, const Size& pitch, const QRectF& part) {
     // Nothing is known of what lies below, so it counts as medium grey.
@@ -158,30 +247,14 @@ void drawSolid(QPainter& painter, const QRectF& bounds, const Size& pitch, const
 
 QRectF HighlightView::drawingBounds() const { return place.isEmpty() ? QRectF(rect()) : place; }
 
-/// The corners of the marks' borders are square: round ones would double the rectangles that make up
-/// the shape, and the server tells of each one that comes into sight.
+/// The corners of the marks' borders are square: round ones would double the rectangles that make
+/// up the shape, and the server tells of each one that comes into sight.
 QRegion HighlightView::shape() const {
     const QRectF panel = panelIn(drawingBounds());
     if (panel.isEmpty()) {
         return drawingBounds().toAlignedRect();
     }
-    const QPainterPath path = roundedPath(panel, panelRadius);
-    QBitmap bitmap(size());
-    bitmap.clear();
-    QPainter painter(&bitmap);
-    painter.setClipPath(path);
-    for (const QRectF& mark : marksIn(panel, cellPitch)) {
-        painter.fillRect(mark, Qt::color1);
-        if (mark.width() > 2 * markBorder) {
-            painter.fillRect(mark.adjusted(markBorder, markBorder, -markBorder, -markBorder),
-                             Qt::color0);
-        }
-    }
-    painter.fillRect(bandIn(panel), Qt::color1);
-    painter.setClipping(false);
-    painter.fillPath(outlineOf(panel, outlineWidth + 2 * contrastWidth), Qt::color1);
-    painter.end();
-    return {bitmap};
+    return frameRegion(panel) | (markBorders(panel, cellPitch) & rounded(panel));
 }
 
 /// A step of a fade has a single pixel drawn, which costs as much as all of them unless the marks

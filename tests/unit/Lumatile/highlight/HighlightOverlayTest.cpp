@@ -187,11 +187,15 @@ TEST_F(HighlightOverlayTest, takesAShapeOnlyWhereNothingIsTranslucent) {
     translucency_.available = false;
     overlay_.show({10, 20, 300, 200});
     EXPECT_TRUE(overlay_.view().isSolid);
+    EXPECT_TRUE(isVisible());
     EXPECT_EQ(overlay_.window().mask(), overlay_.view().shape());
+    EXPECT_FALSE(overlay_.window().testAttribute(Qt::WA_TranslucentBackground));
     translucency_.available = true;
     overlay_.show({100, 50, 320, 240});
+    EXPECT_TRUE(isVisible());
     EXPECT_TRUE(overlay_.window().mask().isEmpty());
     EXPECT_FALSE(overlay_.view().isSolid);
+    EXPECT_TRUE(overlay_.window().testAttribute(Qt::WA_TranslucentBackground));
 }
 
 TEST_F(HighlightOverlayTest, neverTakesFocusOrMouse) {

@@ -1,7 +1,9 @@
 #include "Lumatile/highlight/HighlightView.h"
 
+#include <QBitmap>
 #include <QImage>
 #include <QPainter>
+#include <QPainterPath>
 
 #include <gtest/gtest.h>
 
@@ -207,6 +209,79 @@ TEST(HighlightView, theSolidFormIsOpaqueAndItsShapeSeeThroughInside) {
         covered += rect.width() * rect.height();
     }
     EXPECT_LT(covered, 480 * 270 * 0.15);
+}
+
+/// The shape drawn whole, which is what it is put together from parts to save.
+QRegion drawnShape(const QSize& size, const Box& place, const Size& pitch) {
+    const QRectF panel(place.left + 3, place.top + 3, place.right - place.left - 6,
+                       place.bottom - place.top - 6);
+    const auto path = [&](double outset, double radius) {
+        QPainterPath result;
+        result.addRoundedRect(panel.adjusted(-outset, -outset, outset, outset), radius, radius);
+        return result;
+    };
+    QBitmap bitmap(size);
+    bitmap.clear();
+    QPainter painter(&bitmap);
+    painter.setClipPath(path(0, 8));
+    const double side = std::min(pitch.width, pitch.height) / 2;
+    for (double y = (pitch.height - side) / 2; y < panel.bottom(); y += pitch.height) {
+        for (double x = (pitch.width - side) / 2; x < panel.right(); x += pitch.width) {
+            const int left = qRound(place.left + x);
+            const int top = qRound(place.top + y);
+            const QRect mark(left, top, qRound(place.left + x + side) - left,
+                             qRound(place.top + y + side) - top);
+            painter.fillRect(mark, Qt::color1);
+            painter.fillRect(mark.adjusted(2, 2, -2, -2), Qt::color0);
+        }
+    }
+    painter.fillRect(QRectF(panel.left(), panel.top(), panel.width(), 6), Qt::color1);
+    painter.setClipping(false);
+    QPainterPath ring = path(3, 11);
+    ring.addPath(path(-3, 5));
+    painter.fillPath(ring, Qt::color1);
+    painter.end();
+    return {bitmap};
+}
+
+TEST(HighlightView, theShapeIsWhatDrawingTheWholeWouldGive) {
+    struct Form {
+        QSize size;
+        Size pitch;
+    };
+    for (const Form& form : {Form{{480, 270}, {80, 90}}, Form{{960, 1080}, {80, 90}},
+                             Form{{455, 307}, {56.916666, 61.333333}}, Form{{300, 90}, {40, 40}}}) {
+        HighlightView view;
+        view.resize(form.size);
+        view.cellPitch = form.pitch;
+        view.isSolid = true;
+        const QRegion expected = drawnShape(
+            form.size,
+            {0, 0, static_cast<double>(form.size.width()), static_cast<double>(form.size.height())},
+            form.pitch);
+        EXPECT_TRUE(view.shape().xored(expected).isEmpty()) << form.size.width();
+        EXPECT_FALSE(expected.isEmpty());
+    }
+}
+
+TEST(HighlightView, marksThatAreOnlyBorderAreWhole) {
+    HighlightView view;
+    view.resize(120, 80);
+    view.cellPitch = {6, 4};
+    view.isSolid = true;
+    const QRegion shape = view.shape();
+    EXPECT_TRUE(shape.contains(QPoint(38, 41))) << "of two by two pixels";
+    EXPECT_TRUE(shape.contains(QPoint(39, 42)));
+    EXPECT_FALSE(shape.contains(QPoint(41, 41)));
+}
+
+TEST(HighlightView, theShapeOfAScreenHasFewRectangles) {
+    HighlightView view;
+    view.resize(1920, 1080);
+    view.cellPitch = {80, 90};
+    view.isSolid = true;
+    // Two for each mark beside the inside, and one above and one below.
+    EXPECT_LT(view.shape().rectCount(), 24 * 12 * 4 + 200);
 }
 
 }  // namespace
