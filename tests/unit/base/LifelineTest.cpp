@@ -8,6 +8,7 @@
 #include <string>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 namespace lumatile {
 namespace {
@@ -89,13 +90,12 @@ TEST(Lifeline, theOwnerMayDieInItsOwnCallback) {
 
 TEST(Lifeline, aWatchTellsWhetherTheOwnerIsThere) {
     auto lifeline = std::make_optional<Lifeline>();
-    const Lifeline::Watch watch = lifeline->watch();
-    const Lifeline::Watch copy = watch;
-    EXPECT_TRUE(watch.isAlive());
-    EXPECT_TRUE(copy.isAlive());
+    const std::vector<Lifeline::Watch> copies(2, lifeline->watch());
+    EXPECT_TRUE(copies[0].isAlive());
+    EXPECT_TRUE(copies[1].isAlive());
     lifeline.reset();
-    EXPECT_FALSE(watch.isAlive());
-    EXPECT_FALSE(copy.isAlive());
+    EXPECT_FALSE(copies[0].isAlive());
+    EXPECT_FALSE(copies[1].isAlive());
 }
 
 TEST(Lifeline, aWatchOfNothingIsNotAlive) { EXPECT_FALSE(Lifeline::Watch().isAlive()); }
