@@ -1,5 +1,7 @@
 #include "Lumatile/PanelProtection.h"
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -27,6 +29,10 @@ PanelProtection::PanelProtection(Platform platform, const Blacklist& blacklist)
     : platform_(std::move(platform)), blacklist_(blacklist) {}
 
 void PanelProtection::apply(const OLEDSettings& settings, bool exaggerated) {
+    if (isApplied_ && settings == settings_ && exaggerated == exaggerated_) {
+        return;
+    }
+    isApplied_ = true;
     settings_ = settings;
     exaggerated_ = exaggerated;
     jitter_ = settings.jitterPolicy(exaggerated);
@@ -67,11 +73,11 @@ void PanelProtection::stop() {
 std::array<std::string, 3> PanelProtection::statusLines() const {
     const double now = platform_.runLoop.now();
     const Offset shift = jitter_.offset(now);
+    const IdleDimmer::Config dim = dimmerConfig();
     return {OLEDStatus::pixelShiftLine(settings_.orbitEnabled, orbit_.trackedCount(),
                                        orbit_.lastShift(), now, exaggerated_),
             OLEDStatus::edgeJitterLine(settings_.jitterEnabled, shift.dx, shift.dy),
-            OLEDStatus::idleDimLine(settings_.idleDimEnabled, settings_.idleDimStrength,
-                                    dimmerConfig().idleThreshold)};
+            OLEDStatus::idleDimLine(dim.enabled, dim.maxLevel, dim.idleThreshold)};
 }
 
 void PanelProtection::restartOrbitTimer() {
@@ -79,6 +85,7 @@ void PanelProtection::restartOrbitTimer() {
     orbitPacer_.reset();
     // Where windows are not moved there is nothing to wake up for.
     if (movesWindows()) {
+        lastTick_ = platform_.runLoop.now();
         orbitPacer_ = freshPacer();
         orbitTimer_ = platform_.runLoop.repeat(orbitTick, [this] { tickOrbit(); });
     }
@@ -89,14 +96,25 @@ OrbitPacer PanelProtection::freshPacer() const {
             pauseSeconds, platform_.runLoop.now()};
 }
 
+/// Stored settings may hold anything; so put, what is not a number counts as the least.
 IdleDimmer::Config PanelProtection::dimmerConfig() const {
-    return {exaggerated_ ? exaggeratedIdleThreshold : settings_.idleThreshold,
-            settings_.idleDimStrength, exaggerated_ ? exaggeratedRamp : usualRamp,
-            settings_.idleDimEnabled};
+    const double threshold = exaggerated_ ? exaggeratedIdleThreshold : settings_.idleThreshold;
+    return {std::max(leastIdleThreshold, threshold),
+            std::min(std::max(0.0, settings_.idleDimStrength), 1.0),
+            exaggerated_ ? exaggeratedRamp : usualRamp, settings_.idleDimEnabled};
+}
+
+/// A tick comes a little early or late. One that comes a millisecond before a step is due would put
+/// the step off by a whole second, so it counts as come when it should have; where it is further
+/// off, the clock was set or the program held up.
+double PanelProtection::timeOfTick(double now) {
+    const double due = lastTick_ + orbitTick;
+    lastTick_ = std::abs(now - due) < orbitTick / 2 ? due : now;
+    return lastTick_;
 }
 
 void PanelProtection::tickOrbit() {
-    const double now = platform_.runLoop.now();
+    const double now = timeOfTick(platform_.runLoop.now());
     if (orbitPacer_->isAheadOfClock(now)) {
         orbitPacer_ = freshPacer();
     }

@@ -32,6 +32,9 @@ public:
     /// first input.
     static constexpr double dimTick = 2;
 
+    /// Seconds: the screens never darken sooner, or an input could not clear them in time.
+    static constexpr double leastIdleThreshold = dimTick;
+
     /// @param blacklist applications whose windows are never moved; outlives the protection
     PanelProtection(Platform platform, const Blacklist& blacklist);
     PanelProtection(const PanelProtection&) = delete;
@@ -39,7 +42,7 @@ public:
     ~PanelProtection() = default;
 
     /// Hands the settings to everything that runs by them; the next step of the orbit is then a
-    /// whole interval away.
+    /// whole interval away. Those that are in force already change nothing.
     /// @param exaggerated the demonstration mode
     void apply(const OLEDSettings& settings, bool exaggerated);
 
@@ -73,11 +76,13 @@ private:
     OrbitPacer freshPacer() const;
     IdleDimmer::Config dimmerConfig() const;
     void tickOrbit();
+    double timeOfTick(double now);
     void step(double now);
     std::vector<Pid> candidateApplications() const;
 
     Platform platform_;
     const Blacklist& blacklist_;
+    bool isApplied_ = false;
     OLEDSettings settings_;
     bool exaggerated_ = false;
     OrbitScheduler orbit_;
@@ -86,6 +91,7 @@ private:
     std::optional<IdleDimmer> dimmer_;
     std::unique_ptr<RunLoopTimer> orbitTimer_;
     std::optional<OrbitPacer> orbitPacer_;
+    double lastTick_ = 0;  // The time that the last tick stood for, or the start before the first.
     std::unique_ptr<RunLoopTimer> dimTimer_;
     bool oledRunning_ = false;
 };

@@ -8,12 +8,14 @@
 #include <vector>
 
 #include "lumatilectl/ControlClient.h"
+#include "lumatilectl/PrintedText.h"
 #include "lumatilectl/Request.h"
 #include "platform/freedesktop/bus/BusConnection.h"
 
 namespace {
 
 using lumatile::ControlClient;
+using lumatile::printedText;
 using lumatile::Request;
 
 // As the manual says.
@@ -72,15 +74,16 @@ void print(GVariant* answer) {
     gboolean isOn = FALSE;
     if (g_variant_is_of_type(value.get(), G_VARIANT_TYPE("a(sss)")) != FALSE) {
         while (g_variant_iter_next(&rows, "(&s&s&s)", &first, &second, &third) != FALSE) {
-            std::printf("%s\t%s\t%s\n", first, second, third);
+            std::printf("%s\t%s\t%s\n", printedText(first).c_str(), printedText(second).c_str(),
+                        printedText(third).c_str());
         }
     } else if (g_variant_is_of_type(value.get(), G_VARIANT_TYPE("a(sb)")) != FALSE) {
         while (g_variant_iter_next(&rows, "(&sb)", &first, &isOn) != FALSE) {
-            std::printf("%s\t%s\n", first, switchText(isOn != FALSE));
+            std::printf("%s\t%s\n", printedText(first).c_str(), switchText(isOn != FALSE));
         }
     } else {
         while (g_variant_iter_next(&rows, "&s", &first) != FALSE) {
-            std::puts(first);
+            std::puts(printedText(first).c_str());
         }
     }
 }
@@ -111,7 +114,7 @@ int main(int argc, char** argv) {
         return exitNotRunning;
     }
     if (!answer.value) {
-        std::fprintf(stderr, "lumatilectl: %s\n", answer.refusal.c_str());
+        std::fprintf(stderr, "lumatilectl: %s\n", printedText(answer.refusal).c_str());
         return exitRefused;
     }
     print(answer.value.get());

@@ -96,12 +96,13 @@ void SyncCard::refresh() {
     location_->setCurrentIndex(isShared ? present : none);
     location_->setToolTip(isShared ? folder : QString());
 
+    // Already in the words of this host; a folder by the name of a noun of others is the user's.
     QStringList lines;
     for (const std::string& line :
          {SyncStatusText::lastSynced(status, timeText), SyncStatusText::failure(status),
           SyncStatusText::copies(status)}) {
         if (!line.empty()) {
-            lines.push_back(say_(line));
+            lines.push_back(QString::fromStdString(line));
         }
     }
     status_->setText(lines.join(QLatin1Char('\n')));

@@ -228,5 +228,19 @@ TEST(Control, theShellCompletesCommandsOfTheRunningProgram) {
                 ElementsAre("status", "command.bottomLeft", "off on"));
 }
 
+TEST(Control, theShellTakesNamesOfCommandsForWordsWhateverTheyHold) {
+    ControlledProgram controlled;
+    const TemporaryFolder folder;
+    const std::filesystem::path touched = folder / "touched";
+    const std::string script =
+        ". " LUMATILECTL_COMPLETION "; lumatilectl() { printf '%s\\n' $'1\\t$(touch " +
+        touched.string() + R"()\tOne' $'2\ta b;c\tTwo' $'3\tplain\tThree'; };)" +
+        "COMP_WORDS=(lumatilectl run ''); COMP_CWORD=2; _lumatilectl;"
+        "printf '%s\\n' \"${COMPREPLY[@]}\"";
+    EXPECT_THAT(lines(controlled.run({"bash", "-c", script}).text),
+                ElementsAre("\\$\\(touch\\ " + touched.string() + "\\)", "a\\ b\\;c", "plain"));
+    EXPECT_FALSE(std::filesystem::exists(touched));
+}
+
 }  // namespace
 }  // namespace lumatile::desktop

@@ -1,6 +1,7 @@
 #include "Lumatile/PanelProtection.h"
 
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
 #include <algorithm>
 #include <ostream>
@@ -291,6 +292,15 @@ TEST(PanelProtection, settingsThatChangeNothingDoNothing) {
     EXPECT_EQ(desk.preferences.changes(), 0U);
 }
 
+TEST(PanelProtection, settingsThatAreInForceAlreadyDoNotStartTheCountdownAnew) {
+    DesktopUnderProtection desk;
+    desk.advance(3);
+    const auto pacer = desk.protection().orbitPacer();
+    desk.conductor->applyOLEDSettings();
+    EXPECT_EQ(desk.protection().orbitPacer(), pacer)
+        << "as after a change of the commands elsewhere";
+}
+
 TEST(PanelProtection, changedSettingsAreStoredAndStartTheCountdownAnew) {
     DesktopUnderProtection desk;
     const WindowID window = desk.open(desk.editor, opened);
@@ -325,6 +335,8 @@ const DimmerRow dimmerRows[] = {
     {"{}", true, {15, 0.3, 2, true}},
     {R"({"idleThreshold":60,"idleDimStrength":0.75})", false, {60, 0.75, 5, true}},
     {R"({"idleThreshold":60,"idleDimStrength":0.75})", true, {15, 0.75, 2, true}},
+    {R"({"idleThreshold":-10,"idleDimStrength":5})", false, {2, 1, 5, true}},
+    {R"({"idleThreshold":1.5,"idleDimStrength":-1})", false, {2, 0, 5, true}},
     {R"({"idleDimEnabled":false})", false, {300, 0.3, 5, false}},
     {R"({"idleDimEnabled":false})", true, {15, 0.3, 2, false}},
 };
@@ -377,7 +389,29 @@ TEST(PanelProtection, theStatusLinesTellWhatIsInForce) {
               "Edge jitter: inner edges shifted (−3, +2) this hour");
 }
 
+TEST(PanelProtection, theStatusLineTellsTheDimmingThatIsInForceNotTheOneThatIsStored) {
+    const DesktopUnderProtection desk(R"({"idleThreshold":-10,"idleDimStrength":5})");
+    EXPECT_EQ(desk.conductor->oledStatusLines()[2], "Idle dim: 100% after 2s idle");
+}
+
 // --- The clock ---
+
+TEST(PanelProtection, aStepEverySecondComesEverySecondAlsoWhereTicksAreEarly) {
+    DesktopUnderProtection desk(
+        R"({"orbitAmplitude":1,"orbitStepInterval":1,"orbitWaitForPause":false,)"
+        R"("jitterEnabled":false,"idleDimEnabled":false})");
+    const WindowID window = desk.open(desk.editor, opened);
+    desk.advance(0.5);
+    for (int second = 0; second < 100; ++second) {
+        // A few milliseconds off to either side.
+        const double off = (second % 7 - 3) * 0.004;
+        desk.clock.jump(off);
+        const Rect before = desk.frame(window).value_or(Rect{});
+        desk.advance(1);
+        EXPECT_NE(desk.frame(window), before) << second;
+        desk.clock.jump(-off);
+    }
+}
 
 TEST(PanelProtection, aClockSetBackDelaysTheNextStepByOneIntervalAtMost) {
     DesktopUnderProtection desk;
@@ -421,6 +455,24 @@ TEST(PanelProtection, theScreensDarkenAfterTheThresholdAndClearOnInput) {
     desk.advance(2.4);
     EXPECT_EQ(desk.dimOverlays.opacity(), 0);
     EXPECT_TRUE(desk.log.lines().empty());
+}
+
+RC_GTEST_PROP(PanelProtection, whateverIsStoredAnInputClearsTheScreens, ()) {
+    const auto number = rc::gen::oneOf(
+        rc::gen::map(rc::gen::inRange(-100'000, 100'000), [](int whole) { return whole / 100.0; }),
+        rc::gen::element(-1e300, -1e-300, 0.0, 1e-300, 1e9, 1e300));
+    OLEDSettings settings;
+    settings.orbitEnabled = false;
+    settings.jitterEnabled = false;
+    settings.idleThreshold = *number;
+    settings.idleDimStrength = *number;
+    DesktopUnderProtection desk(OLEDSettingsCodec::encode(settings));
+    desk.advance(*rc::gen::inRange(0, 400));
+    desk.conductor->setExaggerated(*rc::gen::arbitrary<bool>());
+    desk.advance(*rc::gen::inRange(0, 400) / 10.0);
+    desk.input.touch();
+    desk.advance(2.4);
+    RC_ASSERT(desk.dimOverlays.opacity() == 0);
 }
 
 TEST(PanelProtection, aHeldButtonGoesOnCountingAsIdle) {

@@ -94,6 +94,17 @@ TEST_F(SyncCardTest, aFolderBesideTheHomeIsShownAsItIs) {
     EXPECT_EQ(location().currentText(), QDir::homePath() + "-other");
 }
 
+TEST_F(SyncCardTest, aFolderByTheNameOfANounStaysTheUsers) {
+    card = std::make_unique<SyncCard>(desk.sharedStore, [](std::string_view words) {
+        return text(words).replace(QLatin1String("Mac"), QLatin1String("computer"));
+    });
+    card->show();
+    desk.sharedStore.setLocation("/home/a/Mac");
+    pass();
+    EXPECT_TRUE(says(" with /home/a/Mac."));
+    EXPECT_EQ(choices().at(1), "/home/a/Mac");
+}
+
 TEST_F(SyncCardTest, choosingNoneEndsTheSharing) {
     desk.sharedStore.setLocation("/somewhere");
     pass();
