@@ -335,8 +335,8 @@ const DimmerRow dimmerRows[] = {
     {"{}", true, {15, 0.3, 2, true}},
     {R"({"idleThreshold":60,"idleDimStrength":0.75})", false, {60, 0.75, 5, true}},
     {R"({"idleThreshold":60,"idleDimStrength":0.75})", true, {15, 0.75, 2, true}},
-    {R"({"idleThreshold":-10,"idleDimStrength":5})", false, {2, 1, 5, true}},
-    {R"({"idleThreshold":1.5,"idleDimStrength":-1})", false, {2, 0, 5, true}},
+    {R"({"idleThreshold":-10,"idleDimStrength":5})", false, {2.4, 1, 5, true}},
+    {R"({"idleThreshold":1.5,"idleDimStrength":-1})", false, {2.4, 0, 5, true}},
     {R"({"idleDimEnabled":false})", false, {300, 0.3, 5, false}},
     {R"({"idleDimEnabled":false})", true, {15, 0.3, 2, false}},
 };
@@ -455,6 +455,16 @@ TEST(PanelProtection, theScreensDarkenAfterTheThresholdAndClearOnInput) {
     desk.advance(2.4);
     EXPECT_EQ(desk.dimOverlays.opacity(), 0);
     EXPECT_TRUE(desk.log.lines().empty());
+}
+
+TEST(PanelProtection, anInputJustBeforeATickClearsTheScreensUntilTheFadeHasEnded) {
+    DesktopUnderProtection desk(
+        R"({"orbitEnabled":false,"jitterEnabled":false,"idleThreshold":-10,"idleDimStrength":1})");
+    desk.advance(15.7);
+    ASSERT_GT(desk.dimOverlays.opacity(), 0);
+    desk.input.touch();
+    desk.advance(2.4);
+    EXPECT_EQ(desk.dimOverlays.opacity(), 0);
 }
 
 RC_GTEST_PROP(PanelProtection, whateverIsStoredAnInputClearsTheScreens, ()) {
