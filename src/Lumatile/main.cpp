@@ -20,6 +20,7 @@
 #include "platform/freedesktop/bus/BusConnection.h"
 #include "platform/freedesktop/bus/ControlObject.h"
 #include "platform/freedesktop/bus/SingleInstance.h"
+#include "platform/freedesktop/process/CodePages.h"
 #include "platform/freedesktop/process/ServiceNotifier.h"
 #include "platform/freedesktop/process/StandardErrorLog.h"
 #include "platform/freedesktop/process/TerminationSignals.h"
@@ -35,6 +36,10 @@ using namespace lumatile;
 
 /// In the order in which they are asked.
 constexpr std::array kinds{SessionKind{X11Session::find, X11Session::absence}};
+
+// Seconds after which what the desktop does in answer to a start (tray icon, windows listed) is
+// over.
+constexpr double startSettles = 1;
 
 }  // namespace
 
@@ -106,11 +111,17 @@ int main(int argc, char** argv) {
         }
     });
     const ServiceNotifier notifier;
+    // For years to come most of the code that the start has run is not run again.
+    std::unique_ptr<RunLoopTimer> startHasSettled;
     runLoop.post([&] {
         delegate.applicationDidFinishLaunching();
         // From now on it looks by itself, as far as it is to.
         windows.updater().controller();
         notifier.ready();
+        startHasSettled = runLoop.repeat(startSettles, [&startHasSettled] {
+            CodePages::release();
+            startHasSettled.reset();
+        });
     });
     const int status = ToolkitApplication::run();
     notifier.stopping();
