@@ -179,5 +179,39 @@ TEST(SecondStart, findsTheFirstWithoutABusToo) {
     EXPECT_TRUE(LumatileProcess::isClean(first.stop())) << first.output();
 }
 
+/// @return whether another start ends in silence and opens the settings of the one that runs
+bool opensTheSettings(TestDesktop& desktop, const Environment& environment = {}) {
+    EXPECT_EQ(desktop.observer().windowOfClass("lumatile"), xcb_window_t{XCB_WINDOW_NONE});
+    ChildProcess second = desktop.session().start({LUMATILE_PROGRAM}, "second", environment);
+    EXPECT_EQ(second.wait(Deadline::usual()), (ChildProcess::Exit{0, 0}));
+    EXPECT_EQ(desktop.session().output("second"), "");
+    return XClient::waitUntil(
+        [&] { return desktop.observer().windowOfClass("lumatile") != XCB_WINDOW_NONE; });
+}
+
+TEST(SecondStart, withoutABusFindsAFirstThatHasOne) {
+    TestDesktop desktop(MonitorLayout::landscape(), WindowManager::Kind::openbox);
+    LumatileProcess first(desktop.session(), LUMATILE_PROGRAM);
+    EXPECT_TRUE(opensTheSettings(desktop, {{"DBUS_SESSION_BUS_ADDRESS", "disabled:"}}));
+    EXPECT_TRUE(LumatileProcess::isClean(first.stop())) << first.output();
+}
+
+TEST(SecondStart, findsTheFirstAfterTheBusHasDied) {
+    TestDesktop desktop(MonitorLayout::landscape(), WindowManager::Kind::openbox);
+    LumatileProcess first(desktop.session(), LUMATILE_PROGRAM);
+    desktop.session().endBus();
+    EXPECT_TRUE(opensTheSettings(desktop));
+    EXPECT_TRUE(LumatileProcess::isClean(first.stop())) << first.output();
+}
+
+TEST(SecondStart, findsTheFirstOnABusThatWasStartedAnew) {
+    TestDesktop desktop(MonitorLayout::landscape(), WindowManager::Kind::openbox);
+    LumatileProcess first(desktop.session(), LUMATILE_PROGRAM);
+    desktop.session().endBus();
+    desktop.session().startBus();
+    EXPECT_TRUE(opensTheSettings(desktop));
+    EXPECT_TRUE(LumatileProcess::isClean(first.stop())) << first.output();
+}
+
 }  // namespace
 }  // namespace lumatile::desktop

@@ -29,6 +29,12 @@ public:
     ChildProcess start(const std::vector<std::string>& command, const std::string& name,
                        const Environment& further = {});
 
+    /// Ends the bus without a word to anybody.
+    void endBus() { bus_.stop(); }
+
+    /// Starts a bus at the address of one that has ended.
+    void startBus();
+
     /// What the program of this name has written so far.
     std::string output(const std::string& name) const;
 
@@ -36,8 +42,6 @@ public:
     void endProgram(const std::string& executable) const;
 
 private:
-    void startBus();
-
     TemporaryFolder folder_;
     std::string mark_;
     Environment environment_;

@@ -9,8 +9,11 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <optional>
+#include <thread>
+#include <utility>
 
 #include "platform/freedesktop/bus/DisplayToken.h"
 
@@ -20,6 +23,11 @@ namespace {
 
 constexpr std::string_view request = "OpenSettings";
 constexpr mode_t forTheUserAlone = 0600;
+
+// Between the other one's lock and its socket lies next to nothing, but a busy machine may stop
+// there.
+constexpr int askAttempts = 20;
+constexpr std::chrono::milliseconds askPause{50};
 
 std::optional<sockaddr_un> addressOf(const std::string& path) {
     sockaddr_un address{};
@@ -68,27 +76,40 @@ InstanceClaim RuntimeFolderInstance::claim() {
         return InstanceClaim::unavailable;
     }
     if (flock(lock_, LOCK_EX | LOCK_NB) == 0) {
-        return listen() ? InstanceClaim::first : InstanceClaim::unavailable;
+        listen();
+        return InstanceClaim::first;
     }
-    if (errno != EWOULDBLOCK) {
-        return InstanceClaim::unavailable;
-    }
-    return ask() ? InstanceClaim::second : InstanceClaim::unreachable;
+    return errno == EWOULDBLOCK ? InstanceClaim::second : InstanceClaim::unavailable;
 }
 
-bool RuntimeFolderInstance::listen() {
+void RuntimeFolderInstance::listen() {
     const std::string path = stem_ + ".socket";
     const std::optional<sockaddr_un> address = addressOf(path);
+    // Where the folder's name is too long for a socket, the lock alone keeps others away.
     if (!address) {
-        return false;
+        return;
     }
     // Left by a program that was killed: the lock says that nobody listens.
     unlink(path.c_str());
     socket_ = newSocket();
-    return socket_ >= 0 && bind(socket_, base(*address), sizeof *address) == 0;
+    if (socket_ >= 0 && bind(socket_, base(*address), sizeof *address) != 0) {
+        close(std::exchange(socket_, -1));
+    }
 }
 
 bool RuntimeFolderInstance::ask() const {
+    for (int attempt = 0; attempt < askAttempts; ++attempt) {
+        if (attempt > 0) {
+            std::this_thread::sleep_for(askPause);
+        }
+        if (askNow()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool RuntimeFolderInstance::askNow() const {
     const std::optional<sockaddr_un> address = addressOf(stem_ + ".socket");
     const int descriptor = address ? newSocket() : -1;
     if (descriptor < 0) {

@@ -7,8 +7,8 @@
 
 namespace lumatile {
 
-/// The one program of a desktop where there is no session bus: known by a lock in the user's
-/// run-time folder, and told by a socket beside it.
+/// The one program of a desktop, known by a lock in the user's run-time folder, and told by a
+/// socket beside it.
 class RuntimeFolderInstance {
 public:
     /// Takes the folder from the environment's present value ("XDG_RUNTIME_DIR").
@@ -20,9 +20,14 @@ public:
     /// Gives the lock back.
     ~RuntimeFolderInstance();
 
+    /// @return `first`, `second` (the other one knows nothing of this) or `unavailable`
     InstanceClaim claim();
 
-    /// Readable when another program asks; -1 unless this one is the first.
+    /// Asks the other one to open its settings; whether it does so cannot be known.
+    /// @return whether somebody is there to be asked; one that is just starting is waited for
+    bool ask() const;
+
+    /// Readable when another program asks; -1 where nobody can.
     int fileDescriptor() const { return socket_; }
 
     /// Takes what has arrived.
@@ -30,8 +35,8 @@ public:
     bool consume() const;
 
 private:
-    bool listen();
-    bool ask() const;
+    void listen();
+    bool askNow() const;
 
     std::string stem_;  ///< Path without ending; empty where there is no folder.
     int lock_ = -1;

@@ -24,17 +24,15 @@ constexpr const char* description =
     "<node><interface name=\"org.lumatile.Lumatile\"><method name=\"OpenSettings\"/></interface>"
     "</node>";
 
-/// What the program that has the name makes of the request to open its settings.
-enum class OtherInstance { answers, isGone, isSilent };
-
-OtherInstance askOther(GDBusConnection* connection, const std::string& name) {
+/// Asks the program that has the name to open its settings.
+InstanceClaim askOther(GDBusConnection* connection, const std::string& name) {
     GError* failure = nullptr;
     const GVariantHandle answer(g_dbus_connection_call_sync(
         connection, name.c_str(), objectPath, interfaceName, openSettingsMethod, nullptr, nullptr,
         G_DBUS_CALL_FLAGS_NO_AUTO_START, answerMilliseconds, nullptr, &failure));
     const GErrorHandle error(failure);
     if (answer) {
-        return OtherInstance::answers;
+        return InstanceClaim::second;
     }
     // The last one is the bus's word for a program that has ended with the question unanswered; one
     // that takes too long is known by the library's own error.
@@ -42,7 +40,7 @@ OtherInstance askOther(GDBusConnection* connection, const std::string& name) {
         g_error_matches(failure, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) != FALSE ||
         g_error_matches(failure, G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER) != FALSE ||
         g_error_matches(failure, G_DBUS_ERROR, G_DBUS_ERROR_NO_REPLY) != FALSE;
-    return isGone ? OtherInstance::isGone : OtherInstance::isSilent;
+    return isGone ? InstanceClaim::unavailable : InstanceClaim::unreachable;
 }
 
 }  // namespace
@@ -79,16 +77,17 @@ InstanceClaim SessionBusInstance::claim() {
         if (*isOurs) {
             return InstanceClaim::first;
         }
-        switch (askOther(connection.get(), name_)) {
-            case OtherInstance::answers:
-                return InstanceClaim::second;
-            case OtherInstance::isSilent:
-                return InstanceClaim::unreachable;
-            case OtherInstance::isGone:
-                break;
+        const InstanceClaim answered = askOther(connection.get(), name_);
+        if (answered != InstanceClaim::unavailable) {
+            return answered;
         }
     }
     return InstanceClaim::unreachable;
+}
+
+InstanceClaim SessionBusInstance::ask() {
+    const GObjectHandle<GDBusConnection> connection = session_.connectNow();
+    return connection ? askOther(connection.get(), name_) : InstanceClaim::unavailable;
 }
 
 }  // namespace lumatile

@@ -28,8 +28,13 @@ public:
     /// Nobody is answered any more; the name goes with the connection.
     ~SessionBusInstance();
 
-    /// Waits for the other program for some seconds at most.
+    /// Takes the name; where another one has it, asks that to open its settings. Waits for it for
+    /// some seconds at most.
     InstanceClaim claim();
+
+    /// Asks the other one to open its settings, and waits as long.
+    /// @return `second`, `unreachable`, or `unavailable` where none is on the bus
+    InstanceClaim ask();
 
     /// The name of the program on that desktop.
     static std::string nameOn(std::string_view display);

@@ -10,7 +10,8 @@
 namespace lumatile {
 
 /// Keeps one program of this kind on a desktop: two would fight for shortcuts and windows.
-/// Starting it again opens the settings of the one that runs.
+/// Starting it again opens the settings of the one that runs. Each has a lock in the run-time
+/// folder and a name on the bus: either may be missing, and the bus may end before the program.
 class SingleInstance {
 public:
     /// @param session the user's bus; outlives this
@@ -19,7 +20,8 @@ public:
     SingleInstance(BusConnection& session, std::string_view display,
                    const std::function<void()>& openSettings);
 
-    /// @return `first` also where programs could not find one another
+    /// @return `first` also where programs could not find one another; for `second`, the other one
+    ///         has been asked to open its settings
     InstanceClaim claim();
 
     /// To be watched by the run loop; -1 where nothing comes this way.

@@ -52,6 +52,8 @@ TEST_F(RuntimeFolderInstanceTest, theSecondAsksTheFirst) {
     RuntimeFolderInstance second(":7");
     EXPECT_EQ(second.claim(), InstanceClaim::second);
     EXPECT_EQ(second.fileDescriptor(), -1);
+    EXPECT_FALSE(isReadable(first.fileDescriptor()));
+    EXPECT_TRUE(second.ask());
     EXPECT_TRUE(isReadable(first.fileDescriptor()));
     EXPECT_TRUE(first.consume());
     EXPECT_FALSE(first.consume());
@@ -86,6 +88,7 @@ TEST_F(RuntimeFolderInstanceTest, aSocketThatAKilledProgramLeftIsNoHindrance) {
     EXPECT_EQ(next.claim(), InstanceClaim::first);
     RuntimeFolderInstance second(":7");
     EXPECT_EQ(second.claim(), InstanceClaim::second);
+    EXPECT_TRUE(second.ask());
     EXPECT_TRUE(next.consume());
 }
 
@@ -94,7 +97,8 @@ TEST_F(RuntimeFolderInstanceTest, anotherThatHoldsTheLockAndDoesNotListenIsUnrea
     ASSERT_EQ(first.claim(), InstanceClaim::first);
     std::filesystem::remove(folder_ / "lumatile-display_3a7.socket");
     RuntimeFolderInstance second(":7");
-    EXPECT_EQ(second.claim(), InstanceClaim::unreachable);
+    EXPECT_EQ(second.claim(), InstanceClaim::second);
+    EXPECT_FALSE(second.ask());
 }
 
 TEST_F(RuntimeFolderInstanceTest, otherWordsAreIgnored) {
@@ -115,9 +119,17 @@ TEST_F(RuntimeFolderInstanceTest, withoutAFolderThereIsNoPlaceToMeet) {
     EXPECT_EQ(RuntimeFolderInstance(":7").claim(), InstanceClaim::unavailable);
     setenv("XDG_RUNTIME_DIR", (folder_ / "missing").c_str(), 1);
     EXPECT_EQ(RuntimeFolderInstance(":7").claim(), InstanceClaim::unavailable);
+}
+
+TEST_F(RuntimeFolderInstanceTest, whereTheNameIsTooLongForASocketTheLockHolds) {
     setenv("XDG_RUNTIME_DIR", (folder_ / std::string(200, 'x')).c_str(), 1);
     std::filesystem::create_directory(folder_ / std::string(200, 'x'));
-    EXPECT_EQ(RuntimeFolderInstance(":7").claim(), InstanceClaim::unavailable);
+    RuntimeFolderInstance first(":7");
+    EXPECT_EQ(first.claim(), InstanceClaim::first);
+    EXPECT_EQ(first.fileDescriptor(), -1);
+    RuntimeFolderInstance second(":7");
+    EXPECT_EQ(second.claim(), InstanceClaim::second);
+    EXPECT_FALSE(second.ask());
 }
 
 }  // namespace
