@@ -6,6 +6,8 @@
 
 #include "Lumatile/ApplicationConductor.h"
 #include "oled_protection/OLEDSettings.h"
+#include "onboarding/AccessibilityGrantFlow.h"
+#include "onboarding/OnboardingTexts.h"
 #include "ports/RunLoop.h"
 #include "settings_core/SettingsSection.h"
 
@@ -28,8 +30,13 @@ bool OLEDSettings::*switchOf(Controlled::Protection protection) {
 }  // namespace
 
 ApplicationControl::ApplicationControl(std::weak_ptr<ApplicationConductor> conductor,
-                                       RunLoop& runLoop)
-    : conductor_(std::move(conductor)), runLoop_(runLoop) {}
+                                       AccessibilityPlatform& accessibility, RunLoop& runLoop)
+    : conductor_(std::move(conductor)), accessibility_(accessibility), runLoop_(runLoop) {}
+
+std::string ApplicationControl::missing() {
+    const AccessibilityGrantFlow flow(accessibility_);
+    return flow.isTrusted(false) ? "" : std::string(OnboardingTexts::missing(flow.obstacle()));
+}
 
 std::vector<Controlled::Command> ApplicationControl::commands() {
     std::vector<Command> listed;
@@ -75,7 +82,11 @@ std::vector<std::string> ApplicationControl::statusLines() {
         return {};
     }
     const auto lines = conductor->oledStatusLines();
-    return {lines.begin(), lines.end()};
+    std::vector<std::string> all(lines.begin(), lines.end());
+    if (std::string missing = this->missing(); !missing.empty()) {
+        all.insert(all.begin(), std::move(missing));
+    }
+    return all;
 }
 
 bool ApplicationControl::isOn(Protection protection) {

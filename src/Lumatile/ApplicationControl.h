@@ -6,6 +6,7 @@
 
 namespace lumatile {
 
+class AccessibilityPlatform;
 class ApplicationConductor;
 class RunLoop;
 
@@ -13,9 +14,11 @@ class RunLoop;
 /// empty and nothing runs.
 class ApplicationControl final : public Controlled {
 public:
-    /// @param runLoop outlives this
-    ApplicationControl(std::weak_ptr<ApplicationConductor> conductor, RunLoop& runLoop);
+    /// @param accessibility and `runLoop` outlive this
+    ApplicationControl(std::weak_ptr<ApplicationConductor> conductor,
+                       AccessibilityPlatform& accessibility, RunLoop& runLoop);
 
+    std::string missing() override;
     std::vector<Command> commands() override;
     bool run(std::string_view idOrKey) override;
     bool openSettings(std::string_view section) override;
@@ -28,6 +31,7 @@ public:
 
 private:
     std::weak_ptr<ApplicationConductor> conductor_;
+    AccessibilityPlatform& accessibility_;
     RunLoop& runLoop_;
 };
 

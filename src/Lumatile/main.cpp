@@ -101,8 +101,8 @@ int main(int argc, char** argv) {
             log.write(MainTexts::program, MainTexts::refusedShortcuts(refused));
         }
     };
-    ApplicationControl control(delegate.app().weak_from_this(), runLoop);
-    const ControlObject controlObject(sessionBus, facts.desktop, control);
+    ApplicationControl control(delegate.app().weak_from_this(), session.accessibility, runLoop);
+    const ControlObject controlObject(sessionBus, facts.desktop, control, log);
     const auto instanceWatch =
         runLoop.watchDescriptor(instance.fileDescriptor(), [&instance] { instance.dispatch(); });
     const auto signalWatch = runLoop.watchDescriptor(termination.fileDescriptor(), [&termination] {

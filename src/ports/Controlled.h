@@ -27,6 +27,9 @@ public:
 
     virtual ~Controlled() = default;
 
+    /// What is missing before windows can be moved, in a sentence; empty where nothing is.
+    virtual std::string missing() = 0;
+
     /// In the order of menus and settings.
     virtual std::vector<Command> commands() = 0;
 
@@ -41,7 +44,7 @@ public:
     /// @return false when there is no such section
     virtual bool openSettings(std::string_view section) = 0;
 
-    /// The lines on top of the status menu.
+    /// What is missing, if anything, and the lines on top of the status menu.
     virtual std::vector<std::string> statusLines() = 0;
 
     virtual bool isOn(Protection protection) = 0;

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -10,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/freedesktop/bus/BusConnection.h"
+#include "platform/freedesktop/bus/BusObject.h"
 #include "platform/freedesktop/bus/DisplayToken.h"
 #include "tests/desktop/support/AskedFrame.h"
 #include "tests/desktop/support/DefaultShortcuts.h"
@@ -42,14 +45,27 @@ class ControlledProgram {
 public:
     ControlledProgram() : desktop_(MonitorLayout::landscape(), WindowManager::Kind::openbox) {}
 
+    /// On a desktop without a window manager.
+    explicit ControlledProgram(std::nullptr_t) : desktop_(MonitorLayout::landscape()) {}
+
     TestDesktop& desktop() { return desktop_; }
     LumatileProcess& program() { return *program_; }
 
     /// Returns when it can be asked.
     void start() {
+        startUnheard();
+        ASSERT_TRUE(isHeard());
+    }
+
+    void startUnheard() {
         program_ = std::make_unique<LumatileProcess>(desktop_.session(), LUMATILE_PROGRAM);
-        const std::string name = "org.lumatile.Control." + displayToken(desktop_.display());
-        ASSERT_EQ(run({"gdbus", "wait", "--session", "--timeout", "20", name}), (Outcome{0, ""}));
+    }
+
+    std::string name() const { return "org.lumatile.Control." + displayToken(desktop_.display()); }
+
+    /// Waits until something has the program's name.
+    bool isHeard() {
+        return run({"gdbus", "wait", "--session", "--timeout", "20", name()}) == Outcome{0, ""};
     }
 
     Outcome run(const std::vector<std::string>& command) {
@@ -135,6 +151,53 @@ TEST(Control, listsAndRunsCommands) {
     EXPECT_EQ(controlled.ask({"run", "command.nowhere"}), unknown);
     EXPECT_EQ(controlled.ask({"run", std::string(100000, 'x')}), unknown);
     EXPECT_EQ(window->frame(), right);
+}
+
+TEST(Control, saysWhatIsMissingWhileWindowsCannotBeMoved) {
+    ControlledProgram controlled(nullptr);
+    ASSERT_NO_FATAL_FAILURE(controlled.start());
+    const std::string missing =
+        "No window manager is running in this session. As soon as one is, Lumatile continues by "
+        "itself.\n";
+    EXPECT_EQ(controlled.ask({"run", "command.left"}), (Outcome{1, "lumatilectl: " + missing}));
+    const Outcome status = controlled.ask({"status"});
+    EXPECT_EQ(status.status, 0);
+    EXPECT_THAT(status.text, StartsWith(missing));
+    EXPECT_EQ(lines(status.text).size(), 4U);
+}
+
+TEST(Control, isHeardAgainAfterTheBusWasStartedAnew) {
+    ControlledProgram controlled;
+    ASSERT_NO_FATAL_FAILURE(controlled.start());
+    controlled.desktop().session().endBus();
+    EXPECT_EQ(controlled.ask({"exaggerated"}).status, 3);
+    controlled.desktop().session().startBus();
+    EXPECT_TRUE(controlled.isHeard());
+    EXPECT_EQ(controlled.ask({"exaggerated"}), (Outcome{0, "off\n"}));
+    EXPECT_EQ(
+        controlled.program().output(),
+        "Control: the session bus has gone away, so requests wait until there is one again\n");
+    controlled.program().stop();
+}
+
+TEST(Control, waitsForANameThatAnotherProgramHas) {
+    ControlledProgram controlled;
+    {
+        BusConnection other(
+            controlled.desktop().session().environment().at("DBUS_SESSION_BUS_ADDRESS"));
+        ASSERT_EQ(BusObject::requestNameNow(other.connectNow().get(), controlled.name(), 5000),
+                  true);
+        controlled.startUnheard();
+        EXPECT_TRUE(XClient::waitUntil([&] { return !controlled.program().output().empty(); }));
+        EXPECT_NE(controlled.ask({"exaggerated"}).status, 0);
+    }
+    EXPECT_TRUE(XClient::waitUntil([&] {
+        return controlled.ask({"exaggerated"}) == Outcome{0, "off\n"};
+    }));
+    EXPECT_EQ(controlled.program().output(),
+              "Control: another program has the name on the session bus, so requests wait until it "
+              "is free\n");
+    controlled.program().stop();
 }
 
 TEST(Control, switchesTheProtectionsAndTheDemonstration) {

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "oled_protection/OLEDSettingsCodec.h"
+#include "onboarding/OnboardingTexts.h"
 #include "tests/unit/Lumatile/DesktopWithConductor.h"
 
 namespace lumatile {
@@ -16,7 +17,7 @@ namespace {
 using Protection = Controlled::Protection;
 
 struct ControlledDesktop : DesktopWithConductor {
-    ControlledDesktop() : control(conductor, runLoop) {}
+    ControlledDesktop() : control(conductor, accessibility, runLoop) {}
 
     ApplicationControl control;
 
@@ -35,6 +36,17 @@ TEST(ApplicationControl, listsEveryCommandInTheOrderOfTheMenus) {
     EXPECT_EQ(listed.front(), (Controlled::Command{commands.front().id.text(), "command.left",
                                                    commands.front().displayName()}));
     EXPECT_EQ(listed.back().id, commands.back().id.text());
+}
+
+TEST(ApplicationControl, saysWhatIsMissingBeforeWindowsCanBeMoved) {
+    ControlledDesktop desk;
+    EXPECT_EQ(desk.control.missing(), "");
+    EXPECT_EQ(desk.control.statusLines().size(), 3U);
+    desk.accessibility.setTrusted(false);
+    const std::string sentence(OnboardingTexts::missing(desk.accessibility.trustObstacle()));
+    EXPECT_EQ(desk.control.missing(), sentence);
+    ASSERT_EQ(desk.control.statusLines().size(), 4U);
+    EXPECT_EQ(desk.control.statusLines().front(), sentence);
 }
 
 TEST(ApplicationControl, runsACommandByItsKey) {

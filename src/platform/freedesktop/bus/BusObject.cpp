@@ -16,9 +16,28 @@ constexpr const char* bus = "org.freedesktop.DBus";
 constexpr const char* busPath = "/org/freedesktop/DBus";
 constexpr int usualPatience = -1;
 
-GVariant* nameAlone(const std::string& name) {
-    constexpr guint32 doNotQueue = 4;
-    return g_variant_new("(su)", name.c_str(), doNotQueue);
+// What is asked of the bus, and what it answers.
+constexpr guint32 queue = 0;
+constexpr guint32 doNotQueue = 4;
+constexpr guint32 primaryOwner = 1;
+constexpr guint32 inQueue = 2;
+constexpr guint32 alreadyOwner = 4;
+
+GVariant* request(const std::string& name, guint32 flags) {
+    return g_variant_new("(su)", name.c_str(), flags);
+}
+
+void nameAnswered(GObject* source, GAsyncResult* result, gpointer data) {
+    const std::unique_ptr<std::function<void()>> isTaken(static_cast<std::function<void()>*>(data));
+    const GVariantHandle reply(
+        g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr));
+    guint32 answer = 0;
+    if (reply) {
+        g_variant_get(reply.get(), "(u)", &answer);
+    }
+    if (answer == inQueue) {
+        (*isTaken)();
+    }
 }
 
 }  // namespace
@@ -56,21 +75,21 @@ BusObject::~BusObject() {
     }
 }
 
-void BusObject::requestName(GDBusConnection* connection, const std::string& name) {
-    g_dbus_connection_call(connection, bus, busPath, bus, "RequestName", nameAlone(name), nullptr,
-                           G_DBUS_CALL_FLAGS_NONE, usualPatience, nullptr, nullptr, nullptr);
+void BusObject::requestName(GDBusConnection* connection, const std::string& name,
+                            std::function<void()> isTaken) {
+    g_dbus_connection_call(connection, bus, busPath, bus, "RequestName", request(name, queue),
+                           G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE, usualPatience, nullptr,
+                           nameAnswered, new std::function<void()>(std::move(isTaken)));
 }
 
 std::optional<bool> BusObject::requestNameNow(GDBusConnection* connection, const std::string& name,
                                               int milliseconds) {
     const GVariantHandle reply(g_dbus_connection_call_sync(
-        connection, bus, busPath, bus, "RequestName", nameAlone(name), G_VARIANT_TYPE("(u)"),
-        G_DBUS_CALL_FLAGS_NONE, milliseconds, nullptr, nullptr));
+        connection, bus, busPath, bus, "RequestName", request(name, doNotQueue),
+        G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE, milliseconds, nullptr, nullptr));
     if (!reply) {
         return std::nullopt;
     }
-    constexpr guint32 primaryOwner = 1;
-    constexpr guint32 alreadyOwner = 4;
     guint32 result = 0;
     g_variant_get(reply.get(), "(u)", &result);
     return result == primaryOwner || result == alreadyOwner;

@@ -29,10 +29,13 @@ public:
     BusObject& operator=(const BusObject&) = delete;
     ~BusObject();
 
-    /// Takes a name on the bus, unless somebody has it, and does not wait for the answer.
-    static void requestName(GDBusConnection* connection, const std::string& name);
+    /// Takes a name on the bus; where somebody has it, as soon as that gives it up. Does not wait
+    /// for the answer.
+    /// @param isTaken called from the main loop where somebody has it
+    static void requestName(GDBusConnection* connection, const std::string& name,
+                            std::function<void()> isTaken);
 
-    /// The same, but waits for the answer.
+    /// Takes a name on the bus, unless somebody has it, and waits for the answer.
     /// @return whether this connection has the name; absent: the bus does not answer
     static std::optional<bool> requestNameNow(GDBusConnection* connection, const std::string& name,
                                               int milliseconds);

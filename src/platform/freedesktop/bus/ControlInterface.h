@@ -17,6 +17,7 @@ inline constexpr std::string_view busNamePrefix = "org.lumatile.Control.";
 inline constexpr const char* path = "/org/lumatile/Control";
 inline constexpr const char* name = "org.lumatile.Control1";
 
+inline constexpr const char* notReady = "org.lumatile.Control1.Error.NotReady";
 inline constexpr const char* unknownCommand = "org.lumatile.Control1.Error.UnknownCommand";
 inline constexpr const char* unknownSection = "org.lumatile.Control1.Error.UnknownSection";
 inline constexpr const char* unknownProtection = "org.lumatile.Control1.Error.UnknownProtection";
@@ -35,11 +36,11 @@ inline constexpr std::array<ProtectionName, 3> protections{
 inline constexpr const char* description = R"xml(<node><interface name="org.lumatile.Control1">
   <!-- Every command in the order of the menus: id, key, name. -->
   <method name="ListCommands"><arg name="commands" type="a(sss)" direction="out"/></method>
-  <!-- Runs a command, by its id or key, on the front window. -->
+  <!-- Runs a command, by its id or key, on the front window. NotReady while windows cannot be moved. -->
   <method name="RunCommand"><arg name="idOrKey" type="s" direction="in"/></method>
   <!-- Shows the settings: "general", "commands", "oled", "about", or "" for the last section. -->
   <method name="OpenSettings"><arg name="section" type="s" direction="in"/></method>
-  <!-- The lines on top of the status menu. -->
+  <!-- What is missing before windows can be moved, if anything; the lines on top of the status menu. -->
   <method name="StatusLines"><arg name="lines" type="as" direction="out"/></method>
   <!-- "pixelShift", "edgeJitter" and "idleDimming", and whether each is on. -->
   <method name="ListProtections"><arg name="protections" type="a(sb)" direction="out"/></method>

@@ -7,13 +7,18 @@
 #include <string>
 
 #include "platform/freedesktop/bus/ControlInterface.h"
+#include "platform/freedesktop/bus/ControlTexts.h"
 #include "platform/freedesktop/bus/DisplayToken.h"
 #include "platform/freedesktop/glib/GLibHandles.h"
 #include "ports/Controlled.h"
+#include "ports/SystemLog.h"
 
 namespace lumatile {
 
 namespace {
+
+// A session that starts its bus anew does so soon; until then this is all that a lost bus costs.
+constexpr int retryMilliseconds = 5000;
 
 /// A request that has arrived; its arguments are of the types that the description says. Answered
 /// once.
@@ -57,6 +62,11 @@ void listCommands(const Request& request) {
 }
 
 void runCommand(const Request& request) {
+    const std::string missing = request.controlled.missing();
+    if (!missing.empty()) {
+        request.answerIf(false, ControlInterface::notReady, missing.c_str());
+        return;
+    }
     request.answerIf(request.controlled.run(request.text()), ControlInterface::unknownCommand,
                      "there is no such command");
 }
@@ -140,25 +150,54 @@ constexpr std::array<Verb, 9> verbs{{{"ListCommands", listCommands},
 }  // namespace
 
 ControlObject::ControlObject(BusConnection& session, std::string_view display,
-                             Controlled& controlled)
-    : name_(std::string(ControlInterface::busNamePrefix) + displayToken(display)),
+                             Controlled& controlled, SystemLog& log)
+    : session_(session),
+      name_(std::string(ControlInterface::busNamePrefix) + displayToken(display)),
       controlled_(controlled),
+      log_(log),
       cancellable_(g_cancellable_new()) {
-    session.whenConnected(lifeline_.guard([this](GDBusConnection* connection) {
+    connect();
+}
+
+ControlObject::~ControlObject() {
+    g_cancellable_cancel(cancellable_.get());
+    if (connection_) {
+        g_signal_handler_disconnect(connection_.get(), lossHandler_);
+    }
+}
+
+void ControlObject::connect() {
+    session_.whenConnected(lifeline_.guard([this](GDBusConnection* connection) {
         if (connection != nullptr) {
             serve(connection);
         }
     }));
 }
 
-ControlObject::~ControlObject() { g_cancellable_cancel(cancellable_.get()); }
+void ControlObject::noteLost() {
+    log_.write(ControlTexts::logType, ControlTexts::busLost);
+    retry_ = MainLoopSource::every(retryMilliseconds, [this] { connect(); });
+}
 
 void ControlObject::serve(GDBusConnection* connection) {
+    retry_.stop();
+    if (connection_) {
+        g_signal_handler_disconnect(connection_.get(), lossHandler_);
+    }
+    g_object_ref(connection);
+    connection_.reset(connection);
+    lossHandler_ = g_signal_connect(
+        connection, "closed", G_CALLBACK(+[](GDBusConnection*, gboolean, GError*, gpointer self) {
+            static_cast<ControlObject*>(self)->noteLost();
+        }),
+        this);
     // Before the name, so that nobody finds the one without the other.
     object_ = std::make_unique<BusObject>(connection, ControlInterface::path,
                                           ControlInterface::description,
                                           [this](const BusObject::Call& call) { carryOut(call); });
-    BusObject::requestName(connection, name_);
+    BusObject::requestName(connection, name_, lifeline_.guard([this] {
+        log_.write(ControlTexts::logType, ControlTexts::nameTaken);
+    }));
 }
 
 // The bus has checked name, interface and types against the description already.

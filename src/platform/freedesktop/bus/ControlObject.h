@@ -10,20 +10,24 @@
 #include "platform/freedesktop/bus/BusConnection.h"
 #include "platform/freedesktop/bus/BusObject.h"
 #include "platform/freedesktop/glib/GLibHandles.h"
+#include "platform/freedesktop/glib/MainLoopSource.h"
 
 namespace lumatile {
 
 class Controlled;
+class SystemLog;
 
-/// Lets other programs of the same user control the running one, over the session bus.
+/// Lets other programs of the same user control the running one, over the session bus. A bus that
+/// is started anew is found again, and a name that another program has is taken when it is free.
 /// Nothing here waits for the bus; requests come from the main loop of GLib, which the toolkit's
 /// run loop serves.
 class ControlObject {
 public:
     /// @param session the user's bus, on which it takes a name; without one nobody can ask
     /// @param display the desktop, as in $DISPLAY: one bus may serve several
-    /// @param controlled outlives this
-    ControlObject(BusConnection& session, std::string_view display, Controlled& controlled);
+    /// @param controlled and `log` outlive this, and so does `session`
+    ControlObject(BusConnection& session, std::string_view display, Controlled& controlled,
+                  SystemLog& log);
     ControlObject(const ControlObject&) = delete;
     ControlObject& operator=(const ControlObject&) = delete;
 
@@ -31,13 +35,20 @@ public:
     ~ControlObject();
 
 private:
+    void connect();
     void serve(GDBusConnection* connection);
+    void noteLost();
     void carryOut(const BusObject::Call& call) const;
 
+    BusConnection& session_;
     std::string name_;
     Controlled& controlled_;
-    GObjectHandle<GCancellable> cancellable_;  ///< Of what is answered after the program's end.
-    std::unique_ptr<BusObject> object_;        ///< Where there is a bus.
+    SystemLog& log_;
+    GObjectHandle<GCancellable> cancellable_;    ///< Of what is answered after the program's end.
+    GObjectHandle<GDBusConnection> connection_;  ///< The one that is served; null without a bus.
+    gulong lossHandler_ = 0;                     ///< Of that connection.
+    std::unique_ptr<BusObject> object_;          ///< Where there is a bus.
+    MainLoopSource retry_;                       ///< While a bus is looked for that was lost.
     Lifeline lifeline_;
 };
 
