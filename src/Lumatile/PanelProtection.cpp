@@ -32,6 +32,9 @@ void PanelProtection::apply(const OLEDSettings& settings, bool exaggerated) {
     if (isApplied_ && settings == settings_ && exaggerated == exaggerated_) {
         return;
     }
+    if (oledRunning_ && movesWindows() && !settings.orbitEnabled && !settings.jitterEnabled) {
+        meetReturnedWindows();
+    }
     isApplied_ = true;
     settings_ = settings;
     exaggerated_ = exaggerated;
@@ -63,8 +66,10 @@ void PanelProtection::stop() {
     orbitTimer_.reset();
     orbitPacer_.reset();
     dimTimer_.reset();
-    oledRunning_ = false;
-    orbit_.stop();
+    if (std::exchange(oledRunning_, false)) {
+        meetReturnedWindows();
+    }
+    homes_.stop();
     if (dimSurface_) {
         dimSurface_->setLevel(0);
     }
@@ -130,12 +135,21 @@ void PanelProtection::tickOrbit() {
 }
 
 void PanelProtection::step(double now) {
-    orbit_.sync(AXBridge(platform_.accessibility).windowsOfApplications(candidateApplications()));
+    homes_.sync(candidateWindows(), platform_.screenList.origin());
     // The screens are asked for once a step, not for every window.
     orbit_.setBounds([screens = platform_.screenList.screens()](const Rect& frame) {
         return visibleFrameOfScreenContaining(screens, frame.center());
     });
-    orbit_.step(now);
+    homes_.step(now);
+}
+
+/// Before windows go home: those that came back since the last step have to as well.
+void PanelProtection::meetReturnedWindows() {
+    homes_.add(candidateWindows(), platform_.screenList.origin());
+}
+
+std::vector<std::shared_ptr<WindowControlling>> PanelProtection::candidateWindows() const {
+    return AXBridge(platform_.accessibility).windowsOfApplications(candidateApplications());
 }
 
 std::vector<Pid> PanelProtection::candidateApplications() const {

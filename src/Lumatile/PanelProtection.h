@@ -8,6 +8,7 @@
 
 #include "Lumatile/ScreenDimSurface.h"
 #include "displays/ScreenList.h"
+#include "oled_protection/HomeKeeper.h"
 #include "oled_protection/IdleDimmer.h"
 #include "oled_protection/JitterPolicy.h"
 #include "oled_protection/OLEDSettings.h"
@@ -79,6 +80,8 @@ private:
     void tickOrbit();
     double timeOfTick(double now);
     void step(double now);
+    void meetReturnedWindows();
+    std::vector<std::shared_ptr<WindowControlling>> candidateWindows() const;
     std::vector<Pid> candidateApplications() const;
 
     Platform platform_;
@@ -87,6 +90,7 @@ private:
     OLEDSettings settings_;
     bool exaggerated_ = false;
     OrbitScheduler orbit_;
+    HomeKeeper homes_{orbit_};
     JitterPolicy jitter_;
     std::shared_ptr<ScreenDimSurface> dimSurface_;
     std::optional<IdleDimmer> dimmer_;

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "geometry/Point.h"
 #include "geometry/Rect.h"
 
 namespace lumatile {
@@ -22,6 +23,11 @@ public:
 
     /// Every screen, the primary one first, in the platform's order. Empty when there is none.
     virtual std::vector<PlatformScreen> screens() = 0;
+
+    /// The primary screen's top-left corner, y downwards, in the arrangement in which screens and
+    /// windows stay as they are when another screen becomes the primary one: where the
+    /// accessibility space begins there.
+    virtual Point origin() = 0;
 };
 
 }  // namespace lumatile

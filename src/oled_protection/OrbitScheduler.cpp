@@ -115,6 +115,13 @@ void OrbitScheduler::noteSnapped(const std::shared_ptr<WindowControlling>& windo
     }
 }
 
+void OrbitScheduler::rehome(const AXElementKey& key, const Rect& home, const Rect& lastApplied) {
+    if (const auto found = tracked_.find(key); found != tracked_.end()) {
+        found->second.home = home;
+        found->second.lastApplied = lastApplied;
+    }
+}
+
 void OrbitScheduler::restoreHomes() {
     for (const AXElementKey& key : trackedKeys()) {
         restoreHome(key);

@@ -79,6 +79,10 @@ public:
     void noteSnapped(const std::shared_ptr<WindowControlling>& window,
                      const std::optional<Rect>& home = std::nullopt);
 
+    /// Gives a tracked window another home, without moving it. Does nothing for others.
+    /// @param lastApplied where the window is
+    void rehome(const AXElementKey& key, const Rect& home, const Rect& lastApplied);
+
     /// Puts the windows home that nobody else has moved since, and starts the path over.
     void restoreHomes();
 
@@ -95,6 +99,9 @@ public:
 
     /// What is known of a window; absent when it is not tracked.
     std::optional<Tracked> tracked(const AXElementKey& key) const;
+
+    /// All that is known of the windows.
+    const std::unordered_map<AXElementKey, Tracked>& tracked() const { return tracked_; }
 
 private:
     std::vector<AXElementKey> trackedKeys() const;

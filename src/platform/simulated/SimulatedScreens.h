@@ -37,9 +37,8 @@ public:
     void addPanel(std::string_view screen, ScreenEdge edge, double thickness);
     void removePanels(std::string_view screen);
 
-    /// Where the accessibility space begins in the arrangement; where it last began without
-    /// screens.
-    Point origin() const { return origin_; }
+    /// Without screens: where the accessibility space last began.
+    Point origin() override { return origin_; }
 
     Rect toArrangement(const Rect& accessible) const;
     Rect toAccessibility(const Rect& arranged) const;

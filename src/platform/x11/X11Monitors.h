@@ -34,6 +34,9 @@ public:
     /// event has not arrived yet.
     void invalidate() { stale_ = true; }
 
+    /// Where the accessibility space begins on the root.
+    Point origin();
+
     Point fromRoot(const Point& point);
     Point toRoot(const Point& point);
     Rect fromRoot(const Rect& rect);
@@ -45,7 +48,6 @@ public:
 private:
     void refresh();
     void readMonitors();
-    Point origin();
 
     X11Connection& connection_;
     X11RandR randr_;

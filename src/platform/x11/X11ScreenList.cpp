@@ -43,6 +43,11 @@ std::vector<PlatformScreen> X11ScreenList::screens() {
     return screens_;
 }
 
+Point X11ScreenList::origin() {
+    connection_.readEvents();
+    return monitors_.origin();
+}
+
 void X11ScreenList::note(const xcb_generic_event_t& event) {
     if (X11Event::type(event) != XCB_PROPERTY_NOTIFY) {
         return;

@@ -20,6 +20,7 @@ public:
     X11ScreenList(X11Connection& connection, X11Monitors& monitors);
 
     std::vector<PlatformScreen> screens() override;
+    Point origin() override;
 
 private:
     void note(const xcb_generic_event_t& event);

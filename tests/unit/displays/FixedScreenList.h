@@ -14,6 +14,7 @@ public:
     FixedScreenList(std::initializer_list<PlatformScreen> screens) : list(screens) {}
 
     std::vector<PlatformScreen> screens() override { return list; }
+    Point origin() override { return {}; }
 
     /// A screen without panels. `frame` is in the platform's bottom-left space.
     static PlatformScreen bare(const Rect& frame) { return {frame, frame}; }
