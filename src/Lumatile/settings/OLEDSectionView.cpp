@@ -150,6 +150,10 @@ void OLEDSectionView::refresh() {
     interval_->setCurrentIndex(choice);
     waits_->showState(oled.orbitWaitForPause);
     distance_.setEnabled(oled.orbitEnabled);
+    // The edge jitter moves windows at the same steps.
+    const bool hasSteps = oled.orbitEnabled || oled.jitterEnabled;
+    interval_->setEnabled(hasSteps);
+    waits_->setEnabled(hasSteps);
 
     jitter_->showState(oled.jitterEnabled);
     range_.showState(rounded(oled.jitterTolerance),

@@ -1,12 +1,16 @@
 #include "Lumatile/widgets/Card.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 #include "Lumatile/widgets/AppFonts.h"
+#include "Lumatile/widgets/WheelRule.h"
 
 namespace lumatile {
 
@@ -17,6 +21,8 @@ constexpr double notePoints = 12;
 constexpr double valuePoints = 12;
 constexpr int rowMargin = 10;
 constexpr int sideMargin = 14;
+/// The layout reaches this far beyond the edge of what is shown, so that a switch can end there.
+constexpr int beyondEdge = ToggleSwitch::roomForFocus;
 constexpr int sliderWidth = 200;
 
 /// A slider that only stops at its steps, counted from its least value.
@@ -37,13 +43,29 @@ protected:
     }
 };
 
-/// A row of `label` and the `control` that it names.
-QHBoxLayout* labelledRow(QLabel* label, QWidget* control) {
+/// The text of a row, off together with the control that it names.
+class RowLabel final : public QLabel {
+public:
+    RowLabel(const QString& text, QWidget* control) : QLabel(text) {
+        setBuddy(control);
+        control->setAccessibleName(text);
+        control->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::EnabledChange) {
+            setEnabled(static_cast<QWidget*>(watched)->isEnabled());
+        }
+        return QLabel::eventFilter(watched, event);
+    }
+};
+
+QHBoxLayout* labelledRow(QLabel* label, QWidget* control, int rightMargin) {
     auto* row = new QHBoxLayout;
-    row->setContentsMargins(0, rowMargin, 0, rowMargin);
+    row->setContentsMargins(0, rowMargin, rightMargin, rowMargin);
     row->setSpacing(12);
-    label->setBuddy(control);
-    control->setAccessibleName(label->text());
+    WheelRule::giveTo(*control);
     row->addWidget(label, 1);
     row->addWidget(control);
     return row;
@@ -65,7 +87,7 @@ Card::Card(const QString& title, QWidget* parent) : QWidget(parent) {
     auto* card = new QFrame;
     card->setObjectName(QStringLiteral("card"));
     rows_ = new QVBoxLayout(card);
-    rows_->setContentsMargins(sideMargin, 2, sideMargin, 2);
+    rows_->setContentsMargins(sideMargin, 2, sideMargin - beyondEdge, 2);
     rows_->setSpacing(0);
     whole->addWidget(card);
 }
@@ -82,20 +104,28 @@ void Card::Slider::setEnabled(bool enabled) const {
     value->setEnabled(enabled);
 }
 
+void Card::append(QWidget* widget) {
+    auto* layout = new QHBoxLayout;
+    layout->setContentsMargins(0, 0, beyondEdge, 0);
+    layout->addWidget(widget);
+    rows_->addLayout(layout);
+}
+
 void Card::addLine() {
     if (!isFirst_) {
         auto* line = new QFrame;
         line->setObjectName(QStringLiteral("rowLine"));
-        rows_->addWidget(line);
+        append(line);
     }
     isFirst_ = false;
 }
 
 void Card::addRow(const QString& text, QWidget* control) {
     addLine();
-    auto* label = new QLabel(text);
+    auto* label = new RowLabel(text, control);
     label->setWordWrap(true);
-    rows_->addLayout(labelledRow(label, control));
+    const bool isSwitch = dynamic_cast<ToggleSwitch*>(control) != nullptr;
+    rows_->addLayout(labelledRow(label, control, isSwitch ? 0 : beyondEdge));
 }
 
 ToggleSwitch* Card::addToggle(const QString& text) {
@@ -114,10 +144,15 @@ Card::Slider Card::addSlider(const QString& text, int least, int most, const QSt
     auto* value = new QLabel;
     value->setFont(AppFonts::monospaced(valuePoints));
     value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    value->setMinimumWidth(value->fontMetrics().horizontalAdvance(widest) + 4);
+    values_.push_back(value);
+    widestValue_ = std::max(widestValue_, value->fontMetrics().horizontalAdvance(widest) + 4);
+    // One width, so that the sliders of a card begin and end below one another.
+    for (QLabel* each : values_) {
+        each->setMinimumWidth(widestValue_);
+    }
 
     addLine();
-    auto* row = labelledRow(new QLabel(text), slider);
+    auto* row = labelledRow(new RowLabel(text, slider), slider, beyondEdge);
     row->addWidget(value);
     rows_->addLayout(row);
     return {slider, value};
@@ -130,13 +165,13 @@ QLabel* Card::addNote(const QString& text) {
     note->setProperty("tone", QStringLiteral("secondary"));
     note->setWordWrap(true);
     note->setContentsMargins(0, rowMargin, 0, rowMargin);
-    rows_->addWidget(note);
+    append(note);
     return note;
 }
 
 void Card::addWidget(QWidget* widget) {
     addLine();
-    rows_->addWidget(widget);
+    append(widget);
 }
 
 }  // namespace lumatile

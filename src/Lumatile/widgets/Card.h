@@ -3,6 +3,8 @@
 #include <QFrame>
 #include <QString>
 
+#include <vector>
+
 #include "Lumatile/widgets/ToggleSwitch.h"
 
 class QLabel;
@@ -11,7 +13,8 @@ class QVBoxLayout;
 
 namespace lumatile {
 
-/// A titled group of rows: a text on the left, a control on the right.
+/// A titled group of rows: a text on the left, a control on the right. What the controls show ends
+/// at one edge.
 class Card : public QWidget {
 public:
     /// @param title empty: none
@@ -44,8 +47,11 @@ public:
 private:
     QVBoxLayout* rows_;
     bool isFirst_ = true;
+    std::vector<QLabel*> values_;  ///< Those of the sliders.
+    int widestValue_ = 0;
 
     void addLine();
+    void append(QWidget* widget);
 };
 
 }  // namespace lumatile

@@ -14,7 +14,6 @@ constexpr double widthPoints = 36;
 constexpr double heightPoints = 20;
 constexpr double knobInset = 2;
 constexpr double focusWidth = 1.5;
-constexpr double roomForFocus = 3;
 
 }  // namespace
 

@@ -8,6 +8,9 @@ namespace lumatile {
 /// it.
 class ToggleSwitch : public QCheckBox {
 public:
+    /// Between the switch as it is drawn and each border of the widget, logical pixels.
+    static constexpr int roomForFocus = 3;
+
     explicit ToggleSwitch(QWidget* parent = nullptr);
 
     /// Shows a state that is so already: nobody is told.
