@@ -81,10 +81,12 @@ std::vector<std::string> ApplicationControl::statusLines() {
     if (!conductor) {
         return {};
     }
-    const auto lines = conductor->oledStatusLines();
-    std::vector<std::string> all(lines.begin(), lines.end());
+    std::vector<std::string> all;
     if (std::string missing = this->missing(); !missing.empty()) {
-        all.insert(all.begin(), std::move(missing));
+        all.push_back(std::move(missing));
+    }
+    for (const std::string& line : conductor->oledStatusLines()) {
+        all.push_back(line);
     }
     return all;
 }
