@@ -72,7 +72,7 @@ FNR == NR {
         if (wraps(own, "^PkgConfig::utf8proc$")) next
     } else if (rank == "helper" || rank == "adapter" || rank == "model") {
         if (text !~ /<X11\//) next
-    } else if (own == "Base" && text ~ /<(fcntl|unistd|sys\/stat)\.h>/) {
+    } else if (own == "Base" && text ~ /<(fcntl|unistd|sys\/(file|stat))\.h>/) {
         # Only the system can flush a file to the disk, which a durable replacement needs.
         next
     }

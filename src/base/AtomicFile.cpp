@@ -5,6 +5,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -40,13 +41,21 @@ private:
     int number_;
 };
 
+std::string temporaryPrefix(std::string_view writer) {
+    std::string prefix = ".lumatile-";
+    if (!writer.empty()) {
+        prefix.append(writer).push_back('-');
+    }
+    return prefix;
+}
+
 /// A temporary file in an open folder, removed unless it takes its final name.
 class TemporaryFile {
 public:
-    explicit TemporaryFile(int folder)
+    TemporaryFile(int folder, std::string_view writer)
         : folder_(folder),
           // Of its own length, so that a long final name cannot make this one too long.
-          name_(".lumatile-" + UUID::random().lowercaseText()),
+          name_(temporaryPrefix(writer) + UUID::random().lowercaseText()),
           // NOLINTNEXTLINE(*-vararg)
           file_(
               ::openat(folder, name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, ownerOnly)) {
@@ -54,6 +63,9 @@ public:
             error_ = lastError();
             // Nothing was made, or it is not ours to remove.
             name_.clear();
+        } else if (::flock(file_.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+            // Taken for a leftover in this very moment.
+            error_ = lastError();
         }
     }
     TemporaryFile(const TemporaryFile&) = delete;
@@ -128,7 +140,8 @@ std::filesystem::path withLinksFollowed(const std::filesystem::path& path) {
 
 }  // namespace
 
-std::error_code AtomicFile::replace(const std::filesystem::path& path, std::string_view bytes) {
+std::error_code AtomicFile::replace(const std::filesystem::path& path, std::string_view bytes,
+                                    std::string_view writer) {
     const std::filesystem::path target = withLinksFollowed(path);
     const std::string name = target.filename().string();
     const std::filesystem::path parent = target.has_parent_path() ? target.parent_path() : ".";
@@ -143,7 +156,7 @@ std::error_code AtomicFile::replace(const std::filesystem::path& path, std::stri
     if (const auto error = checkReplaceable(folder.get(), name)) {
         return error;
     }
-    TemporaryFile temporary(folder.get());
+    TemporaryFile temporary(folder.get(), writer);
     if (const auto error = temporary.write(bytes)) {
         return error;
     }
@@ -155,6 +168,24 @@ std::error_code AtomicFile::replace(const std::filesystem::path& path, std::stri
         return lastError();
     }
     return {};
+}
+
+void AtomicFile::removeLeftovers(const std::filesystem::path& folder, std::string_view writer) {
+    const std::string prefix = temporaryPrefix(writer);
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        if (!entry->path().filename().native().starts_with(prefix)) {
+            continue;
+        }
+        // Who writes it holds the lock; that of a process which was killed is free.
+        const Descriptor file(
+            // NOLINTNEXTLINE(*-vararg)
+            ::open(entry->path().c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+        if (file.isOpen() && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0) {
+            ::unlink(entry->path().c_str());
+        }
+    }
 }
 
 std::error_code AtomicFile::read(const std::filesystem::path& path, std::size_t maxBytes,

@@ -18,7 +18,13 @@ struct AtomicFile {
     /// that it leads to is replaced. What is no regular file is left alone and refused.
     /// @return why it could not be written; `false` as a boolean when it was. Only a failure to
     /// flush the folder is told after the new file is in place.
-    static std::error_code replace(const std::filesystem::path& path, std::string_view bytes);
+    /// @param writer is part of the temporary file's name, for `removeLeftovers`
+    static std::error_code replace(const std::filesystem::path& path, std::string_view bytes,
+                                   std::string_view writer = {});
+
+    /// Removes the temporary files that a process of this `writer` has left in `folder` when it was
+    /// killed; not those that are being written, nor anybody else's.
+    static void removeLeftovers(const std::filesystem::path& folder, std::string_view writer);
 
     /// Reads a regular file into `bytes`; pipes and devices, which may never end, are refused.
     /// @return why it could not be read, `std::errc::file_too_large` past `maxBytes`

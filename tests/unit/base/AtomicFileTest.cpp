@@ -1,12 +1,17 @@
 #include "base/AtomicFile.h"
 
+#include <csignal>
 #include <filesystem>
 #include <string>
 #include <system_error>
 #include <vector>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "tests/support/FileSizeLimit.h"
@@ -169,6 +174,51 @@ TEST(AtomicFileReplacing, aFullDiskLeavesTheOldFileAndNothingElse) {
     }
     EXPECT_EQ(folder.read("file"), std::string(1000, 'y'));
     EXPECT_EQ(folder.names(), Names{"file"});
+}
+
+/// Another process is killed while it replaces a file.
+void beKilledWriting(const fs::path& path, std::string_view writer) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        constexpr rlim_t mostBytes = 1000;
+        const rlimit noDump{0, 0};
+        const rlimit limit{mostBytes, mostBytes};
+        ::setrlimit(RLIMIT_CORE, &noDump);
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        ::signal(SIGXFSZ, SIG_DFL);
+        AtomicFile::replace(path, std::string(mostBytes, 'x') + "one more", writer);
+        ::_exit(0);
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFSIGNALED(status));
+}
+
+TEST(AtomicFileLeftovers, ofAKilledWriterAreRemovedUnderItsNameAlone) {
+    const TemporaryFolder folder;
+    folder.write("file", "old");
+    beKilledWriting(folder / "file", "me");
+    ASSERT_EQ(folder.names().size(), 2U);
+    EXPECT_TRUE(folder.names().front().starts_with(".lumatile-me-"));
+    EXPECT_EQ(folder.read("file"), "old");
+    AtomicFile::removeLeftovers(folder.path(), "m");
+    AtomicFile::removeLeftovers(folder.path(), "you");
+    EXPECT_EQ(folder.names().size(), 2U);
+    AtomicFile::removeLeftovers(folder.path(), "me");
+    EXPECT_EQ(folder.names(), Names{"file"});
+    AtomicFile::removeLeftovers(folder / "missing", "me");
+}
+
+TEST(AtomicFileLeftovers, whatIsBeingWrittenIsNone) {
+    const TemporaryFolder folder;
+    folder.write(".lumatile-me-1", "");
+    const int writing = ::open((folder / ".lumatile-me-1").c_str(), O_RDWR | O_CLOEXEC);
+    ASSERT_EQ(::flock(writing, LOCK_EX), 0);
+    AtomicFile::removeLeftovers(folder.path(), "me");
+    EXPECT_EQ(folder.names(), Names{".lumatile-me-1"});
+    ::close(writing);
+    AtomicFile::removeLeftovers(folder.path(), "me");
+    EXPECT_EQ(folder.names(), Names{});
 }
 
 TEST(AtomicFileReading, readsTheWholeFile) {
