@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "Lumatile/SettingsDifferences.h"
+#include "Lumatile/SharedSettings.h"
 #include "displays/NSScreenProvider.h"
 #include "oled_protection/OLEDSettingsCodec.h"
 #include "ports/Preferences.h"
@@ -84,9 +86,11 @@ void ApplicationConductor::shutdown() {
     }
 }
 
-void ApplicationConductor::startPreferenceSync() {
+void ApplicationConductor::startPreferenceSync() { sync().start(); }
+
+SettingsSync& ApplicationConductor::sync() {
     if (sync_) {
-        return;
+        return *sync_;
     }
     const auto onConductor = [this](auto operation) {
         return [conductor = weak_from_this(), operation](const auto&... arguments) {
@@ -98,16 +102,18 @@ void ApplicationConductor::startPreferenceSync() {
     sync_ = std::make_unique<SettingsSync>(
         platform_.preferences, platform_.sharedStore,
         [&runLoop = platform_.runLoop] { return runLoop.now(); },
-        SettingsSync::Closures{onConductor(&ApplicationConductor::reloadCommands),
-                               onConductor(&ApplicationConductor::reloadOLEDSettings),
-                               onConductor(&ApplicationConductor::presentConflict)});
-    sync_->start();
+        SettingsSync::Closures{
+            onConductor(&ApplicationConductor::reloadCommands),
+            onConductor(&ApplicationConductor::reloadOLEDSettings),
+            onConductor(&ApplicationConductor::presentConflict),
+            [](const SharedSet& set) { return SharedSettings::decode(set).has_value(); }});
+    return *sync_;
 }
 
 void ApplicationConductor::reloadCommands() {
     const std::optional<Bytes> stored = platform_.preferences.bytes(CommandStore::preferenceKey);
     applyCommands(CommandStore::fromStored(stored).commands);
-    // What cannot be decoded stays as it is: perhaps a newer version on another computer wrote it.
+    // What cannot be decoded stays as it is: perhaps a newer version wrote it here.
     if (stored && CommandStore::decode(*stored)) {
         platform_.preferences.setBytes(CommandStore::preferenceKey, store_.encode());
     }
@@ -119,18 +125,17 @@ void ApplicationConductor::reloadOLEDSettings() {
     showChangedSettings();
 }
 
-void ApplicationConductor::recordLocalChange() {
-    if (sync_) {
-        sync_->recordLocalChange();
-    }
-}
-
 void ApplicationConductor::presentConflict(const ConflictSummary& summary) {
-    syncConflict_.present(summary, [conductor = weak_from_this()](bool preferLocal) {
-        if (const auto alive = conductor.lock()) {
-            alive->sync_->settleConflict(preferLocal);
-        }
-    });
+    const auto elsewhere = SharedSettings::decode(sync_->sharedSet());
+    syncConflict_.present(
+        summary,
+        [conductor = weak_from_this()](bool preferLocal) {
+            if (const auto alive = conductor.lock()) {
+                alive->sync_->settleConflict(preferLocal);
+            }
+        },
+        elsewhere ? settingsDifferences({store_.commands, oledSettings_}, *elsewhere)
+                  : ConflictDifferences());
 }
 
 void ApplicationConductor::performCommand(const SnapCommand& command) {
@@ -155,7 +160,7 @@ void ApplicationConductor::changeOLEDSettings(const OLEDSettings& settings) {
                                    OLEDSettingsCodec::encode(settings));
     applyOLEDSettings();
     showChangedSettings();
-    recordLocalChange();
+    sync().recordLocalChange();
 }
 
 void ApplicationConductor::registerHotkeys() {
@@ -240,7 +245,7 @@ void ApplicationConductor::changeCommands(const std::vector<SnapCommand>& comman
     // Stored before anything else, which may fail.
     platform_.preferences.setBytes(CommandStore::preferenceKey, CommandStore(commands).encode());
     applyCommands(commands);
-    recordLocalChange();
+    sync().recordLocalChange();
 }
 
 void ApplicationConductor::applyCommands(std::vector<SnapCommand> commands) {

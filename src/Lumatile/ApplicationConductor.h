@@ -128,7 +128,7 @@ private:
     void applyCommands(std::vector<SnapCommand> commands);
     void reloadCommands();
     void reloadOLEDSettings();
-    void recordLocalChange();
+    SettingsSync& sync();
     void presentConflict(const ConflictSummary& summary);
     void showChangedSettings();
 
@@ -143,7 +143,7 @@ private:
     HotkeyService hotkeys_;
     DragToSnap dragToSnap_;
     std::shared_ptr<StatusMenuController> statusMenu_;  ///< None before start-up.
-    std::unique_ptr<SettingsSync> sync_;                ///< None before it is started.
+    std::unique_ptr<SettingsSync> sync_;                ///< None before it is needed.
     SyncConflictCoordinator syncConflict_;
     std::vector<UUID> refusedShortcuts_;             ///< The commands that they belong to.
     std::shared_ptr<SettingsViewModel> settingsVM_;  ///< None before the settings are opened.

@@ -9,14 +9,15 @@ SyncConflictCoordinator::SyncConflictCoordinator(SyncConflictPresenter& presente
 
 SyncConflictCoordinator::~SyncConflictCoordinator() = default;
 
-void SyncConflictCoordinator::present(const ConflictSummary& summary, Completion completion) {
+void SyncConflictCoordinator::present(const ConflictSummary& summary, Completion completion,
+                                      const ConflictDifferences& differences) {
     completion_ = std::move(completion);
     if (!window_) {
         window_ =
             presenter_.make(lifeline_.guard([this](bool preferLocal) { choose(preferLocal); }),
                             lifeline_.guard([this] { dismiss(); }));
     }
-    window_->show(summary);
+    window_->show(summary, differences);
 }
 
 void SyncConflictCoordinator::choose(bool preferLocal) {

@@ -5,6 +5,7 @@
 
 #include "base/Lifeline.h"
 #include "ports/SyncConflictPresenting.h"
+#include "preference_sync/ConflictDifferences.h"
 #include "preference_sync/ConflictSummary.h"
 
 namespace lumatile {
@@ -23,7 +24,9 @@ public:
     /// Shows the window with `summary`; while it is shown already, that one from now on.
     /// @param completion runs once, after the window is gone, with the user's choice; never when
     /// the window is closed without one, nor when another conflict is presented before
-    void present(const ConflictSummary& summary, Completion completion);
+    /// @param differences what the copies differ in, as far as that is known
+    void present(const ConflictSummary& summary, Completion completion,
+                 const ConflictDifferences& differences = {});
 
     bool hasWindow() const { return window_ != nullptr; }
 

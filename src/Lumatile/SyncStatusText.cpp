@@ -1,5 +1,8 @@
 #include "Lumatile/SyncStatusText.h"
 
+#include <cmath>
+#include <utility>
+
 namespace lumatile::SyncStatusText {
 
 namespace {
@@ -8,6 +11,23 @@ using Condition = SharedStoreStatus::Condition;
 
 std::string withReason(const std::string& sentence, const std::string& reason) {
     return reason.empty() ? sentence + "." : sentence + " (" + reason + ").";
+}
+
+/// The two largest units, rounded down.
+std::string duration(double seconds) {
+    constexpr double perMinute = 60;
+    constexpr double perHour = 3600;
+    constexpr double perDay = 86'400;
+    const auto text = [seconds](double large, const char* largeUnit, double small,
+                                const char* smallUnit) {
+        const double count = std::floor(seconds / large);
+        const double rest = std::floor((seconds - count * large) / small);
+        return std::to_string(std::llround(count)) + " " + largeUnit +
+               (rest > 0 ? " " + std::to_string(std::llround(rest)) + " " + smallUnit : "");
+    };
+    return seconds < perHour  ? text(perMinute, "min", 1, "s")
+           : seconds < perDay ? text(perHour, "h", perMinute, "min")
+                              : text(perDay, "d", perHour, "h");
 }
 
 }  // namespace
@@ -39,6 +59,11 @@ std::string failure(const SharedStoreStatus& status) {
         case Condition::damaged:
             return "The settings file there is damaged or incomplete. It is left as it is until it "
                    "arrives whole, or until you replace it with this computer’s settings.";
+        case Condition::notUsable:
+            return "The settings there were written by a program that this one does not "
+                   "understand, perhaps a newer version. This computer’s settings stay in force. "
+                   "Before your next change replaces the ones there, they are kept in " +
+                   status.copiesLocation + ".";
         case Condition::missing:
             return "The settings file there is gone. Syncing goes on when it is back, or when you "
                    "replace it with this computer’s settings.";
@@ -55,6 +80,26 @@ std::string copies(const SharedStoreStatus& status) {
            (isOne ? " copy from a collision was put aside"
                   : " copies from collisions were put aside") +
            "; the newest settings are in use.";
+}
+
+std::vector<std::string> kept(const SharedStoreStatus& status) {
+    std::vector<std::string> sentences;
+    for (const auto& [isSo, what] :
+         {std::pair{status.hasKeptOwn, "An older change from this computer was kept in "},
+          {status.hasKeptOthers, "A change from another computer that was not used was kept in "},
+          {status.hasKeptUnusable,
+           "Settings from another computer that could not be understood were kept in "}}) {
+        if (isSo) {
+            sentences.push_back(what + status.copiesLocation + ".");
+        }
+    }
+    return sentences;
+}
+
+std::string clocks(const SharedStoreStatus& status) {
+    return status.clockLead ? "A computer’s clock is " + duration(*status.clockLead) +
+                                  " ahead of this one’s. Please set the clocks right."
+                            : "";
 }
 
 bool offersStartAnew(const SharedStoreStatus& status) {

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "ports/SharedStore.h"
 
@@ -19,6 +20,12 @@ std::string failure(const SharedStoreStatus& status);
 
 /// What became of copies from collisions; empty where there were none.
 std::string copies(const SharedStoreStatus& status);
+
+/// Which changes do not count and where they were kept, a sentence each.
+std::vector<std::string> kept(const SharedStoreStatus& status);
+
+/// That a clock is wrong, and by how much; empty where none is.
+std::string clocks(const SharedStoreStatus& status);
 
 /// Whether the user may have this computer's settings written in place of what lies there.
 bool offersStartAnew(const SharedStoreStatus& status);

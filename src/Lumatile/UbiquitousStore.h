@@ -8,7 +8,8 @@
 
 namespace lumatile {
 
-/// The shared side: what all of the user's computers see.
+/// The shared side: what all of the user's computers see. A set that cannot be decoded is withheld;
+/// see `SharedStore::heed`.
 class UbiquitousStore final : public KeyValueStoring {
 public:
     /// @param store outlives this

@@ -7,10 +7,10 @@
 #include <string_view>
 
 #include "base/ObserverList.h"
+#include "preference_sync/SharedSet.h"
+#include "preference_sync/SharedSetAdvice.h"
 
 namespace lumatile {
-
-using Bytes = std::string;
 
 /// What a store of shared settings tells of.
 struct SharedStoreChange {
@@ -32,6 +32,7 @@ struct SharedStoreStatus {
         tooLarge,      ///< This computer's last change is too large to be shared.
         damaged,       ///< What lies there cannot be read, and nothing is written over it.
         missing,       ///< What lay there is gone, and nothing is written in its place.
+        notUsable,     ///< What lies there is whole, and this program does not understand it.
     };
 
     Condition condition = Condition::noLocation;
@@ -41,6 +42,16 @@ struct SharedStoreStatus {
     std::optional<double> lastSynced;
     std::string failure;  ///< The system's words for what failed; empty where it has none.
     std::size_t copiesPutAside = 0;  ///< Copies from collisions that were put aside since then.
+    /// Where they are put, and what follows here.
+    std::string copiesLocation{};
+    /// Since then a change was kept there that does not count: one of this computer, one of
+    /// another, one that this program does not understand.
+    bool hasKeptOwn = false;
+    bool hasKeptOthers = false;
+    bool hasKeptUnusable = false;
+    /// By how many seconds some computer's clock is ahead of this one's; absent for a minute and
+    /// less.
+    std::optional<double> clockLead{};
 
     friend bool operator==(const SharedStoreStatus&, const SharedStoreStatus&) = default;
 };
@@ -76,6 +87,14 @@ public:
     /// The user names a location, or none. What is known of the former one is forgotten, what is on
     /// its way there as well; nothing of it is removed.
     virtual void setLocation(const std::optional<std::string>& location) = 0;
+
+    /// Goes by that advice from now on, on what was read already as well. A set that cannot be used
+    /// is not answered, and stays at the location until this computer's is written over it. What is
+    /// written over without ever having been used here is put among the copies before.
+    virtual void heed(SharedSetAdvice advice) = 0;
+
+    /// Puts a set of this computer, which is not to be used, among the copies soon.
+    virtual void keep(const SharedSet& set) = 0;
 
     /// The user gives up what lies there damaged or is missing: it counts as empty from now on, so
     /// that this computer's settings are written in its place. Nothing in other conditions.

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 
+#include "preference_sync/ConflictDifferences.h"
 #include "preference_sync/ConflictSummary.h"
 
 namespace lumatile {
@@ -12,8 +13,8 @@ class SyncConflictPresenting {
 public:
     virtual ~SyncConflictPresenting() = default;
 
-    /// Shows `summary` in it, and the window in front of the others.
-    virtual void show(const ConflictSummary& summary) = 0;
+    /// Shows `summary` and `differences` in it, and the window in front of the others.
+    virtual void show(const ConflictSummary& summary, const ConflictDifferences& differences) = 0;
 };
 
 /// Port: makes the conflict window.

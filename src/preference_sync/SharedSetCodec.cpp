@@ -21,10 +21,6 @@ constexpr JSONLimits limits{.bytes = largestText,
                             .stringBytes = largestValue / 3 * 4 + 4,
                             .values = mostKeys + 4};
 
-/// Where a time is further from zero than that, no clock showed it: it would win against every
-/// change for ever. (The year 9999.)
-constexpr double latestTime = 253'402'300'800;
-
 bool isPlain(char letter) { return letter > ' ' && letter <= '~'; }
 
 bool isWithinBounds(const SharedSet& set) {

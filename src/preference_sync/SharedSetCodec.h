@@ -24,6 +24,10 @@ constexpr std::size_t longestKey = 64;
 constexpr std::size_t largestText =
     mostKeys * (largestValue / 3 * 4 + 2 * longestKey + std::size_t{64}) + std::size_t{1024};
 
+/// Where a time is further from zero than that, no clock showed it: it would win against every
+/// change for ever. (The year 9999.)
+constexpr double latestTime = 253'402'300'800;
+
 /// @return absent for every text that `print` does not write
 std::optional<SharedSet> parse(std::string_view text);
 

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "Lumatile/widgets/LocaleTime.h"
+
 namespace lumatile {
 
 namespace {
@@ -37,7 +39,7 @@ QString editedTime(double timestamp, const QLocale& locale) {
     const QDateTime moment = QDateTime::fromMSecsSinceEpoch(
         static_cast<qint64>(std::floor(seconds * perSecond)), Qt::LocalTime);
     return locale.toString(moment.date(), mediumDateFormat(locale)) + QStringLiteral(", ") +
-           locale.toString(moment.time(), QLocale::ShortFormat);
+           locale.toString(moment.time(), withoutSeconds(locale.timeFormat(QLocale::ShortFormat)));
 }
 
 }  // namespace lumatile

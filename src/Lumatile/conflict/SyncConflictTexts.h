@@ -15,6 +15,10 @@ inline constexpr std::string_view explanation =
 inline constexpr std::string_view keepLocal = "Keep This Mac";
 inline constexpr std::string_view useRemote = "Use iCloud";
 
+/// What the two copies are called.
+inline constexpr std::string_view localCopy = "This computer";
+inline constexpr std::string_view remoteCopy = "Shared folder";
+
 /// Stands before the time of the copy's last change.
 inline constexpr std::string_view edited = "Edited ";
 

@@ -59,43 +59,53 @@ SyncConflictView::SyncConflictView(Saying say, std::function<void(bool)> choose,
     layout->addStretch(1);
     auto* choices = new QHBoxLayout;
     choices->setSpacing(gap);
-    local_ = makeChoice(SyncConflictTexts::keepLocal, true);
-    remote_ = makeChoice(SyncConflictTexts::useRemote, false);
+    local_ = makeChoice(SyncConflictTexts::localCopy, SyncConflictTexts::keepLocal, true);
+    remote_ = makeChoice(SyncConflictTexts::remoteCopy, SyncConflictTexts::useRemote, false);
     choices->addWidget(local_.card, 1);
     choices->addWidget(remote_.card, 1);
     layout->addLayout(choices);
     setFocusPolicy(Qt::ClickFocus);
 }
 
-SyncConflictView::Choice SyncConflictView::makeChoice(std::string_view title, bool preferLocal) {
+SyncConflictView::Choice SyncConflictView::makeChoice(std::string_view copy, std::string_view title,
+                                                      bool preferLocal) {
     constexpr int inside = 14;
     auto* card = new QFrame;
     card->setObjectName(QStringLiteral("card"));
     auto* layout = new QVBoxLayout(card);
     layout->setContentsMargins(inside, inside, inside, inside);
-    layout->setSpacing(gap);
-    auto* times = new QHBoxLayout;
+    layout->setSpacing(4);
+    auto* top = new QHBoxLayout;
+    auto* name = new QLabel(say_(copy));
+    name->setFont(AppFonts::text(textPoints, QFont::DemiBold));
     auto* edited = new QLabel;
     edited->setFont(AppFonts::text(editedPoints));
     edited->setTextFormat(Qt::PlainText);
-    edited->setWordWrap(true);
+    auto* differences = new QLabel;
+    differences->setFont(AppFonts::text(editedPoints));
+    differences->setTextFormat(Qt::PlainText);
+    differences->setWordWrap(true);
+    differences->setProperty("tone", QStringLiteral("secondary"));
     auto* badge = new QLabel(say_(SyncConflictTexts::newer));
     badge->setObjectName(QStringLiteral("badge"));
     badge->setFont(AppFonts::text(badgePoints, QFont::DemiBold));
     QSizePolicy asIfShown = badge->sizePolicy();
     asIfShown.setRetainSizeWhenHidden(true);
     badge->setSizePolicy(asIfShown);
-    times->addWidget(edited, 1);
-    times->addWidget(badge, 0, Qt::AlignTop);
+    top->addWidget(name, 1);
+    top->addWidget(badge, 0, Qt::AlignTop);
     auto* button = new QPushButton(withoutMnemonic(say_(title)));
     // The window may come up while the user is typing elsewhere: no key that is on its way may
     // choose.
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, [this, preferLocal] { choose_(preferLocal); });
-    layout->addLayout(times);
+    layout->addLayout(top);
+    layout->addWidget(edited);
+    layout->addWidget(differences);
     layout->addStretch(1);
+    layout->addSpacing(gap - layout->spacing());
     layout->addWidget(button);
-    return {card, button, edited, badge};
+    return {card, button, edited, badge, differences};
 }
 
 void SyncConflictView::keyPressEvent(QKeyEvent* event) {
@@ -116,20 +126,33 @@ void SyncConflictView::showEvent(QShowEvent* event) {
     setFocus(Qt::OtherFocusReason);
 }
 
-void SyncConflictView::show(const ConflictSummary& summary) {
+void SyncConflictView::show(const ConflictSummary& summary,
+                            const ConflictDifferences& differences) {
     summary_ = summary;
-    showCopy(local_, summary.localTimestamp, summary.localTimestamp > summary.remoteTimestamp);
-    showCopy(remote_, summary.remoteTimestamp, summary.remoteTimestamp > summary.localTimestamp);
+    showCopy(local_, summary.localTimestamp, summary.localTimestamp > summary.remoteTimestamp,
+             differences.local);
+    showCopy(remote_, summary.remoteTimestamp, summary.remoteTimestamp > summary.localTimestamp,
+             differences.remote);
 }
 
-void SyncConflictView::showCopy(const Choice& choice, double timestamp, bool isNewer) {
+void SyncConflictView::showCopy(const Choice& choice, double timestamp, bool isNewer,
+                                const std::string& differences) {
     const QString edited =
         say_(SyncConflictTexts::edited) + editedTime(timestamp, QLocale::system());
     choice.edited->setText(edited);
     choice.badge->setVisible(isNewer);
+    const QString what = QString::fromStdString(differences);
+    choice.differences->setText(what);
+    choice.differences->setVisible(!what.isEmpty());
     // What stands above the button, for whoever hears it alone.
-    choice.button->setAccessibleDescription(
-        isNewer ? edited + QStringLiteral(", ") + say_(SyncConflictTexts::newer) : edited);
+    QStringList described{edited};
+    if (isNewer) {
+        described.push_back(say_(SyncConflictTexts::newer));
+    }
+    if (!what.isEmpty()) {
+        described.push_back(what);
+    }
+    choice.button->setAccessibleDescription(described.join(QStringLiteral(", ")));
 }
 
 }  // namespace lumatile

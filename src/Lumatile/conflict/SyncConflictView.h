@@ -3,9 +3,11 @@
 #include <QWidget>
 
 #include <functional>
+#include <string>
 #include <string_view>
 
 #include "Lumatile/widgets/Saying.h"
+#include "preference_sync/ConflictDifferences.h"
 #include "preference_sync/ConflictSummary.h"
 
 class QLabel;
@@ -19,7 +21,7 @@ public:
     /// @param choose runs with the user's choice: true keeps this computer's copy
     SyncConflictView(Saying say, std::function<void(bool)> choose, QWidget* parent = nullptr);
 
-    void show(const ConflictSummary& summary);
+    void show(const ConflictSummary& summary, const ConflictDifferences& differences);
 
     const ConflictSummary& summary() const { return summary_; }
 
@@ -34,9 +36,11 @@ private:
         QPushButton* button = nullptr;
         QLabel* edited = nullptr;
         QLabel* badge = nullptr;
+        QLabel* differences = nullptr;
     };
-    Choice makeChoice(std::string_view title, bool preferLocal);
-    void showCopy(const Choice& choice, double timestamp, bool isNewer);
+    Choice makeChoice(std::string_view copy, std::string_view title, bool preferLocal);
+    void showCopy(const Choice& choice, double timestamp, bool isNewer,
+                  const std::string& differences);
 
     Saying say_;
     std::function<void(bool)> choose_;

@@ -1,5 +1,6 @@
 #include "Lumatile/conflict/SyncConflictWindow.h"
 
+#include <QLayout>
 #include <QSize>
 
 #include <utility>
@@ -31,8 +32,14 @@ SyncConflictWindow::SyncConflictWindow(RunLoop& runLoop, const Saying& say,
 
 SyncConflictWindow::~SyncConflictWindow() = default;
 
-void SyncConflictWindow::show(const ConflictSummary& summary) {
-    view_->show(summary);
+void SyncConflictWindow::show(const ConflictSummary& summary,
+                              const ConflictDifferences& differences) {
+    view_->show(summary, differences);
+    // Much that differs takes more lines than there is room for.
+    const int needed = window_->layout()->totalHeightForWidth(window_->width());
+    if (needed > window_->height()) {
+        window_->resize(window_->width(), needed);
+    }
     bringToFront(*window_);
 }
 

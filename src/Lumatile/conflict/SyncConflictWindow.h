@@ -24,7 +24,7 @@ public:
     SyncConflictWindow& operator=(const SyncConflictWindow&) = delete;
     ~SyncConflictWindow() override;
 
-    void show(const ConflictSummary& summary) override;
+    void show(const ConflictSummary& summary, const ConflictDifferences& differences) override;
 
     QDialog& window() { return *window_; }
 

@@ -15,6 +15,7 @@
 #include "Lumatile/settings/SettingsTexts.h"
 #include "Lumatile/widgets/AppFonts.h"
 #include "Lumatile/widgets/ChoiceBox.h"
+#include "Lumatile/widgets/LocaleTime.h"
 #include "Lumatile/widgets/WidgetStyle.h"
 
 namespace lumatile {
@@ -43,7 +44,9 @@ std::string timeText(double time) {
     constexpr double millisecondsPerSecond = 1000;
     const auto moment =
         QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(time * millisecondsPerSecond));
-    return QLocale().toString(moment, QLocale::ShortFormat).toStdString();
+    const QLocale locale = QLocale::system();
+    return locale.toString(moment, withoutSeconds(locale.dateTimeFormat(QLocale::ShortFormat)))
+        .toStdString();
 }
 
 }  // namespace
@@ -85,6 +88,7 @@ void SyncCard::refresh() {
     const bool isShared = status.condition != SharedStoreStatus::Condition::noLocation;
     const QString folder = QString::fromStdString(status.location);
     status.location = shortened(folder).toStdString();
+    status.copiesLocation = shortened(QString::fromStdString(status.copiesLocation)).toStdString();
 
     location_->clear();
     location_->addItem(say_(SettingsTexts::shareNot));
@@ -98,12 +102,17 @@ void SyncCard::refresh() {
 
     // Already in the words of this host; a folder by the name of a noun of others is the user's.
     QStringList lines;
-    for (const std::string& line :
-         {SyncStatusText::lastSynced(status, timeText), SyncStatusText::failure(status),
-          SyncStatusText::copies(status)}) {
+    const auto say = [&lines](const std::string& line) {
         if (!line.empty()) {
             lines.push_back(QString::fromStdString(line));
         }
+    };
+    say(SyncStatusText::lastSynced(status, timeText));
+    say(SyncStatusText::failure(status));
+    say(SyncStatusText::clocks(status));
+    say(SyncStatusText::copies(status));
+    for (const std::string& sentence : SyncStatusText::kept(status)) {
+        say(sentence);
     }
     status_->setText(lines.join(QLatin1Char('\n')));
     replace_->setVisible(SyncStatusText::offersStartAnew(status));

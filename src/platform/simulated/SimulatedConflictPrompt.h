@@ -36,6 +36,7 @@ public:
     }
 
     std::optional<ConflictSummary> shown;  ///< What the window shows; absent without one.
+    ConflictDifferences differences;       ///< What it showed last beside that.
     int windows = 0;                       ///< How many were made.
 
 private:
@@ -46,7 +47,10 @@ private:
         Window& operator=(const Window&) = delete;
         ~Window() override { prompt_.shown.reset(); }
 
-        void show(const ConflictSummary& summary) override { prompt_.shown = summary; }
+        void show(const ConflictSummary& summary, const ConflictDifferences& what) override {
+            prompt_.shown = summary;
+            prompt_.differences = what;
+        }
 
     private:
         SimulatedConflictPrompt& prompt_;

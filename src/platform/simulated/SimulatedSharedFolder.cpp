@@ -61,9 +61,15 @@ void SimulatedSharedFolder::receive(SimulatedSharedStore& store, const std::stri
     if (!store.replica_.unsent()) {
         return;
     }
+    if (store.replica_.replacesUnused()) {
+        copies_[location].push_back(present(location));
+        (store.replica_.isWithheld() ? store.status_.hasKeptUnusable
+                                     : store.status_.hasKeptOthers) = true;
+    }
     const SharedSet set = *store.replica_.unsent();
     places_[location] = set;
     store.replica_.sent(set);
+    store.clockLead_.note(changeTime(set), clock_.wallSeconds());
     store.note(SharedStoreStatus::Condition::current);
     tellOthers(&store, location);
 }

@@ -44,6 +44,11 @@ public:
     /// What lies at a location; empty where nothing was ever stored.
     SharedSet present(const std::string& location = usualLocation) const;
 
+    /// What was kept there because it does not count, in the order in which that was seen.
+    const std::vector<SharedSet>& copies(const std::string& location = usualLocation) {
+        return copies_[location];
+    }
+
     /// Stores a set as a computer does that is not modelled, and tells the others.
     void put(const SharedSet& set, const std::string& location = usualLocation);
 
@@ -66,6 +71,7 @@ private:
     SimulatedRunLoop& runLoop_;
     std::function<Passage()> route_ = [] { return Passage{}; };
     std::map<std::string, SharedSet> places_;
+    std::map<std::string, std::vector<SharedSet>> copies_;
     std::vector<std::unique_ptr<SimulatedSharedStore>> stores_;
 };
 

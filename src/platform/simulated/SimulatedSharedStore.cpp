@@ -27,6 +27,31 @@ SimulatedSharedStore::SimulatedSharedStore(SimulatedSharedFolder& sharedFolder,
     status_.condition = location_ ? Condition::notReachable : Condition::noLocation;
 }
 
+SharedStoreStatus SimulatedSharedStore::status() {
+    SharedStoreStatus status = status_;
+    if (status.condition == Condition::current && replica_.unsent()) {
+        status.condition = Condition::sending;
+    } else if (status.condition == Condition::current && replica_.isWithheld()) {
+        status.condition = Condition::notUsable;
+    }
+    status.copiesLocation = status.location + "/copies";
+    status.clockLead = clockLead_.seconds();
+    return status;
+}
+
+void SimulatedSharedStore::heed(SharedSetAdvice advice) {
+    advice_ = std::move(advice);
+    replica_.heed(advice_);
+}
+
+void SimulatedSharedStore::keep(const SharedSet& set) {
+    if (location_) {
+        sharedFolder_.copies_[*location_].push_back(set);
+        status_.hasKeptOwn = true;
+        tell(std::nullopt);
+    }
+}
+
 void SimulatedSharedStore::set(const std::optional<Bytes>& value, std::string_view key) {
     if (!location_) {
         return;
@@ -62,6 +87,7 @@ void SimulatedSharedStore::send() {
 void SimulatedSharedStore::arrive(const SharedSet& set, bool isTold) {
     const bool wasRead = hasBeenRead();
     const bool isNews = replica_.found(set);
+    clockLead_.note(changeTime(set), sharedFolder_.clock_.wallSeconds());
     note(Condition::current);
     if (replica_.unsent()) {
         send();
@@ -82,12 +108,9 @@ void SimulatedSharedStore::setLocation(const std::optional<std::string>& locatio
         return;
     }
     location_ = location;
-    replica_ = {};
     isFirstContact_ = true;
     isDamaged_ = false;
-    status_ = {};
-    status_.location = location_.value_or("");
-    status_.condition = location_ ? Condition::notReachable : Condition::noLocation;
+    forget();
     tell(code(SyncReason::account));
     sharedFolder_.read(*this);
 }
@@ -125,12 +148,18 @@ void SimulatedSharedStore::setDamaged(bool damaged) {
 }
 
 void SimulatedSharedStore::restart() {
-    replica_ = {};
     observers_.emplace();
+    forget();
+    sharedFolder_.read(*this);
+}
+
+void SimulatedSharedStore::forget() {
+    replica_ = {};
+    replica_.heed(advice_);
+    clockLead_ = {};
     status_ = {};
     status_.location = location_.value_or("");
     status_.condition = location_ ? Condition::notReachable : Condition::noLocation;
-    sharedFolder_.read(*this);
 }
 
 void SimulatedSharedStore::tell(std::optional<int> reasonCode) {

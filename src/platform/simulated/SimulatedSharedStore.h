@@ -8,6 +8,7 @@
 #include "base/Lifeline.h"
 #include "base/ObserverList.h"
 #include "ports/SharedStore.h"
+#include "preference_sync/ClockLead.h"
 #include "preference_sync/SharedSetReplica.h"
 
 namespace lumatile {
@@ -25,8 +26,10 @@ public:
     void set(const std::optional<Bytes>& value, std::string_view key) override;
     void synchronize() override { send(); }
     bool hasBeenRead() override { return replica_.hasBeenRead(); }
-    SharedStoreStatus status() override { return status_; }
+    SharedStoreStatus status() override;
     void setLocation(const std::optional<std::string>& location) override;
+    void heed(SharedSetAdvice advice) override;
+    void keep(const SharedSet& set) override;
     void startAnew() override;
     [[nodiscard]] SharedStoreWatch observe(
         std::function<void(const SharedStoreChange&)> changed) override;
@@ -55,12 +58,15 @@ private:
 
     bool isInContact() const { return location_ && isOnline_ && !isDamaged_; }
     void send();
+    void forget();
     void arrive(const SharedSet& set, bool isTold);
     void note(SharedStoreStatus::Condition condition);
 
     SimulatedSharedFolder& sharedFolder_;
     std::optional<std::string> location_;
+    SharedSetAdvice advice_;
     SharedSetReplica replica_;
+    ClockLead clockLead_;
     SharedStoreStatus status_;
     std::optional<ObserverList<const SharedStoreChange&>> observers_{std::in_place};
     bool isFirstContact_;

@@ -161,6 +161,9 @@ TEST(ConductorSync, aConflictIsThePersonsToSettle) {
         EXPECT_EQ(desk.conflictPrompt.shown->localTimestamp, synced + 10);
         EXPECT_EQ(desk.conflictPrompt.shown->remoteTimestamp, synced + 20);
         EXPECT_EQ(desk.conductor->oledSettings(), before) << "nothing is decided yet";
+        EXPECT_EQ(
+            desk.conflictPrompt.differences,
+            (ConflictDifferences{"1 shortcut, pixel shift off", "1 shortcut, pixel shift on"}));
 
         desk.conflictPrompt.choose(preferLocal);
         desk.pass(1);
@@ -197,16 +200,56 @@ TEST(ConductorSync, aConflictAtTheStartWaitsForTheNextChange) {
     EXPECT_TRUE(desk.conflictPrompt.shown);
 }
 
-TEST(ConductorSync, whatCannotBeReadFromThereLeavesTheStoredValueAlone) {
+TEST(ConductorSync, whatCannotBeDecodedIsNotTakenOverAndIsKeptBeforeItIsReplaced) {
+    for (const char* key : {"commands", "oledSettings"}) {
+        SharingDesktop desk;
+        desk.share();
+        desk.changeHere();
+        const OLEDSettings settings = desk.conductor->oledSettings();
+        const auto stored = desk.preferences.bytes(OLEDSettings::preferenceKey);
+        SharedSet fromTheFuture = desk.othersSet(desk.clock.wallSeconds() + 10);
+        fromTheFuture[key] = "something from the future";
+        desk.sharedFolder.put(fromTheFuture);
+        desk.pass(1);
+        EXPECT_EQ(desk.conductor->oledSettings(), settings);
+        EXPECT_EQ(desk.conductor->store().commands, CommandStore().commands);
+        EXPECT_EQ(desk.preferences.bytes(OLEDSettings::preferenceKey), stored);
+        EXPECT_EQ(desk.sharedFolder.present(), fromTheFuture) << "nothing is written over it";
+        EXPECT_EQ(desk.sharedStore.status().condition, SharedStoreStatus::Condition::notUsable);
+
+        desk.changeHere();
+        EXPECT_EQ(desk.sharedTime(), desk.localTime());
+        EXPECT_GT(desk.sharedTime(), changeTime(fromTheFuture));
+        EXPECT_EQ(desk.sharedFolder.copies(), std::vector<SharedSet>{fromTheFuture});
+        EXPECT_TRUE(desk.sharedStore.status().hasKeptUnusable);
+    }
+}
+
+TEST(ConductorSync, whatCannotBeDecodedAtTheFirstContactIsLeftThere) {
     SharingDesktop desk;
-    desk.share();
-    SharedSet damaged = desk.othersSet(desk.clock.wallSeconds());
-    damaged["commands"] = "a list from the future";
-    desk.sharedFolder.put(damaged);
+    desk.conductor->startPreferenceSync();
+    desk.changeHere();
+    SharedSet fromTheFuture = desk.othersSet(1);
+    fromTheFuture["commands"] = "something from the future";
+    desk.sharedFolder.put(fromTheFuture);
+    desk.sharedStore.setLocation(SimulatedSharedFolder::usualLocation);
     desk.pass(1);
-    EXPECT_EQ(desk.conductor->store().commands, CommandStore().commands);
-    EXPECT_EQ(desk.preferences.bytes(CommandStore::preferenceKey), "a list from the future");
-    EXPECT_TRUE(desk.conductor->oledSettings().orbitEnabled) << "the other value is read";
+    EXPECT_EQ(desk.sharedFolder.present(), fromTheFuture);
+    desk.changeHere();
+    EXPECT_EQ(desk.sharedTime(), desk.localTime());
+    EXPECT_EQ(desk.sharedFolder.copies(), std::vector<SharedSet>{fromTheFuture});
+}
+
+TEST(ConductorSync, aChangeBeforeTheGrantIsNotLostToAnOlderSharedSet) {
+    SharingDesktop desk;
+    const double time = desk.clock.wallSeconds() - 100;
+    desk.sharedFolder.put(desk.othersSet(time));
+    desk.changeHere();
+    const OLEDSettings changed = desk.conductor->oledSettings();
+    EXPECT_GT(desk.localTime(), time);
+    desk.share();
+    EXPECT_EQ(desk.conductor->oledSettings(), changed);
+    EXPECT_EQ(OLEDSettingsCodec::decode(desk.sharedFolder.present()["oledSettings"]), changed);
 }
 
 TEST(ConductorSync, afterTheEndNothingIsFollowed) {

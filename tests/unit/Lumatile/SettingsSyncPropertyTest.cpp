@@ -14,6 +14,7 @@ namespace lumatile {
 namespace {
 
 using Values = std::pair<Bytes, Bytes>;
+using Version = std::pair<double, Values>;
 
 /// Some computers on which users change settings at random, with clocks that differ, and a folder
 /// that is late, forgetful and out of order.
@@ -53,14 +54,18 @@ struct Fleet {
             case 0:
             case 1:
             case 2:
-            case 3:
+            case 3: {
+                const Version before = version(computer);
                 computer.edit(key, "v" + std::to_string(++edits));
-                note(computer);
+                note(computer, {before});
                 break;
-            case 4:
+            }
+            case 4: {
+                const Version before = version(computer);
                 computer.editAndEnd(key, "v" + std::to_string(++edits));
-                note(computer);
+                note(computer, {before});
                 break;
+            }
             case 5:
                 computer.restart();
                 break;
@@ -83,14 +88,56 @@ struct Fleet {
     void settle(SyncedComputer& computer) {
         if (!computer.conflicts.empty()) {
             computer.conflicts.clear();
+            // What is not chosen has been looked at.
+            const std::vector<Version> both{version(computer), seenByTheStore(computer)};
             computer.sync->settleConflict(*rc::gen::arbitrary<bool>());
-            note(computer);
+            note(computer, both);
         }
     }
 
+    static Version version(SyncedComputer& computer) {
+        return {computer.time("__ts"), computer.values()};
+    }
+
+    static Version versionOf(const SharedSet& set) { return {changeTime(set), valuesOf(set)}; }
+
+    static Version seenByTheStore(SyncedComputer& computer) {
+        SharedSet set;
+        for (const char* key : {"__ts", "commands", "oledSettings"}) {
+            if (const auto value = computer.store.data(key)) {
+                set.insert_or_assign(key, *value);
+            }
+        }
+        return versionOf(set);
+    }
+
     /// What a user had on a computer at the time that it states is a whole set.
-    void note(SyncedComputer& computer) {
-        whole.insert({computer.time("__ts"), computer.values()});
+    void note(SyncedComputer& computer, const std::vector<Version>& madeOn) {
+        whole.insert(version(computer));
+        auto& before = origins[version(computer)];
+        before.insert(before.end(), madeOn.begin(), madeOn.end());
+    }
+
+    /// Every set that a user ever had is what something is made on that is in use or was kept.
+    void requireThatNothingIsLost() {
+        std::vector<Version> open;
+        for (const auto& computer : computers) {
+            open.push_back(version(*computer));
+        }
+        for (const SharedSet& copy : sharedFolder.copies()) {
+            open.push_back(versionOf(copy));
+        }
+        std::set<Version> there{{0, {"", ""}}};
+        while (!open.empty()) {
+            const Version version = open.back();
+            open.pop_back();
+            if (there.insert(version).second) {
+                open.insert(open.end(), origins[version].begin(), origins[version].end());
+            }
+        }
+        for (const Version& version : whole) {
+            RC_ASSERT(there.contains(version));
+        }
     }
 
     static Values valuesOf(const SharedSet& set) {
@@ -138,7 +185,8 @@ struct Fleet {
     SimulatedRunLoop runLoop{clock};
     SimulatedSharedFolder sharedFolder{clock, runLoop};
     std::vector<std::unique_ptr<SyncedComputer>> computers;
-    std::set<std::pair<double, Values>> whole;  ///< Every set that a user ever had, with its time.
+    std::set<Version> whole;  ///< Every set that a user ever had, with its time.
+    std::map<Version, std::vector<Version>> origins;  ///< What each was made on.
     std::uint64_t state = *rc::gen::arbitrary<std::uint64_t>();
     int edits = 0;
     bool isCalm = false;
@@ -152,6 +200,7 @@ void everythingConverges(std::size_t count) {
         fleet.requireWholeSets();
     }
     fleet.calmDown();
+    fleet.requireThatNothingIsLost();
 
     // Everybody states the same time. Those who have it from each other have the same set; only two
     // users who changed theirs at the very same time keep theirs apart, since equal times mean that

@@ -219,7 +219,7 @@ TEST_F(SettingsSyncTest, nothingIsSharedBeforeTheStart) {
     computer.edit("commands", "[here]");
     computer.sync->settleConflict(true);
     pass(runLoop, 1);
-    EXPECT_EQ(computer.time("__ts"), 0);
+    EXPECT_EQ(computer.time("__lastSync"), 0);
     EXPECT_EQ(sharedFolder.present().at("commands"), "[there]");
     EXPECT_THAT(computer.calls, IsEmpty());
 }

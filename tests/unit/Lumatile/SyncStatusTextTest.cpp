@@ -47,6 +47,46 @@ TEST(SyncStatusText, saysHowManyCopiesWerePutAside) {
               "2 copies from collisions were put aside; the newest settings are in use.");
 }
 
+TEST(SyncStatusText, saysWhatWasKeptAndWhere) {
+    SharedStoreStatus status;
+    status.copiesLocation = "~/Shared/copies";
+    EXPECT_TRUE(SyncStatusText::kept(status).empty());
+    status.hasKeptOwn = true;
+    EXPECT_EQ(SyncStatusText::kept(status),
+              std::vector<std::string>{
+                  "An older change from this computer was kept in ~/Shared/copies."});
+    status.hasKeptOthers = true;
+    status.hasKeptUnusable = true;
+    EXPECT_EQ(SyncStatusText::kept(status).size(), 3U);
+    EXPECT_EQ(SyncStatusText::kept(status).at(1),
+              "A change from another computer that was not used was kept in ~/Shared/copies.");
+}
+
+TEST(SyncStatusText, saysWhatItDoesNotUnderstandAndWhereThatIsKept) {
+    SharedStoreStatus status;
+    status.condition = Condition::notUsable;
+    status.copiesLocation = "~/Shared/copies";
+    EXPECT_NE(SyncStatusText::failure(status).find("stay in force"), std::string::npos);
+    EXPECT_NE(SyncStatusText::failure(status).find("~/Shared/copies"), std::string::npos);
+    EXPECT_FALSE(SyncStatusText::offersStartAnew(status));
+}
+
+TEST(SyncStatusText, saysByHowMuchAClockIsAhead) {
+    SharedStoreStatus status;
+    EXPECT_EQ(SyncStatusText::clocks(status), "");
+    for (const auto& [seconds, text] : {std::pair{61.9, "1 min 1 s"},
+                                        {120.0, "2 min"},
+                                        {3'599.0, "59 min 59 s"},
+                                        {3'780.0, "1 h 3 min"},
+                                        {86'400.0, "1 d"},
+                                        {90'000.0, "1 d 1 h"}}) {
+        status.clockLead = seconds;
+        EXPECT_EQ(SyncStatusText::clocks(status),
+                  "A computer’s clock is " + std::string(text) +
+                      " ahead of this one’s. Please set the clocks right.");
+    }
+}
+
 TEST(SyncStatusText, offersToReplaceWhatCannotBeRead) {
     for (const Condition condition :
          {Condition::noLocation, Condition::notReachable, Condition::current, Condition::sending,

@@ -64,6 +64,90 @@ TEST(SharedSetReplica, aChangeDuringTheSendingIsSentNext) {
     EXPECT_EQ(replica.accepted(), sending);
 }
 
+/// This computer's set was made on one of that time; what says "?" cannot be used.
+SharedSetAdvice advice(double madeOn) {
+    return {[](const SharedSet& set) {
+                const auto commands = set.find("commands");
+                return commands == set.end() || commands->second != "?";
+            },
+            [madeOn] { return madeOn; }};
+}
+
+TEST(SharedSetReplica, whatWasChangedElsewhereMeanwhileIsUnusedWhenItIsReplaced) {
+    SharedSetReplica replica;
+    replica.heed(advice(1));
+    replica.found(setOf(1, "old"));
+    EXPECT_FALSE(replica.replacesUnused()) << "nothing replaces it";
+    change(replica, 5, "here");
+    EXPECT_FALSE(replica.replacesUnused()) << "it was made on that";
+    replica.found(setOf(3, "there"));
+    EXPECT_TRUE(replica.replacesUnused());
+    replica.sent(setOf(5, "here"));
+    EXPECT_FALSE(replica.replacesUnused());
+    change(replica, 6, "here, too");
+    EXPECT_FALSE(replica.replacesUnused()) << "its own, of which nobody was told yet";
+}
+
+TEST(SharedSetReplica, whatWasChangedBeforeTheFirstReadingMayHaveBeenMadeOnWhatIsFound) {
+    for (const bool isMadeOnIt : {true, false}) {
+        SharedSetReplica replica;
+        replica.heed(advice(isMadeOnIt ? 3 : 1));
+        change(replica, 5, "here");
+        replica.found(setOf(3, "there"));
+        EXPECT_EQ(replica.replacesUnused(), !isMadeOnIt);
+    }
+    SharedSetReplica replica;
+    replica.heed(advice(1));
+    change(replica, 5, "here");
+    replica.found({});
+    EXPECT_FALSE(replica.replacesUnused()) << "nothing lies there";
+}
+
+TEST(SharedSetReplica, whatCannotBeUsedIsNotAnswered) {
+    SharedSetReplica replica;
+    replica.heed(advice(1));
+    replica.found(setOf(1, "old"));
+    EXPECT_FALSE(replica.found(setOf(2, "?")));
+    EXPECT_TRUE(replica.isWithheld());
+    EXPECT_EQ(replica.data("commands"), "old");
+    EXPECT_EQ(replica.data("__ts"), SyncTimestamp::encode(1));
+    change(replica, 3, "here");
+    EXPECT_TRUE(replica.replacesUnused());
+    replica.sent(setOf(3, "here"));
+    EXPECT_FALSE(replica.isWithheld());
+    replica.found(setOf(4, "?"));
+    EXPECT_TRUE(replica.found(setOf(5, "there")));
+    EXPECT_FALSE(replica.isWithheld());
+    EXPECT_EQ(replica.data("commands"), "there");
+}
+
+TEST(SharedSetReplica, aChangeIsNotSentOverALaterOneThatCannotBeUsed) {
+    SharedSetReplica replica;
+    replica.heed(advice(1));
+    replica.found(setOf(1, "old"));
+    change(replica, 3, "here");
+    EXPECT_FALSE(replica.found(setOf(4, "?")));
+    EXPECT_FALSE(replica.unsent());
+    EXPECT_EQ(replica.data("commands"), "here") << "nothing here becomes older by it";
+    change(replica, 5, "here");
+    EXPECT_FALSE(replica.found(setOf(4.5, "?")));
+    EXPECT_TRUE(replica.unsent());
+    EXPECT_TRUE(replica.replacesUnused());
+}
+
+TEST(SharedSetReplica, adviceThatComesLaterHoldsForWhatWasFoundBefore) {
+    SharedSetReplica replica;
+    replica.found(setOf(2, "?"));
+    EXPECT_EQ(replica.data("commands"), "?");
+    replica.heed(advice(1));
+    EXPECT_TRUE(replica.isWithheld());
+    EXPECT_TRUE(replica.hasBeenRead());
+    EXPECT_FALSE(replica.data("commands"));
+    replica.heed({});
+    EXPECT_FALSE(replica.isWithheld());
+    EXPECT_EQ(replica.data("commands"), "?");
+}
+
 TEST(SharedSetReplica, ofTwoChangesTheLaterCounts) {
     SharedSetReplica replica;
     replica.found(setOf(1, "old"));

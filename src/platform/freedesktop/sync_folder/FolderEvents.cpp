@@ -84,7 +84,9 @@ bool FolderEvents::consume() const {
     bool any = false;
     constexpr std::size_t room = 16384;
     alignas(inotify_event) std::array<char, room> buffer{};
-    while (true) {
+    // While somebody fills the folder there is always more; the rest is told of once again.
+    constexpr int mostReads = 16;
+    for (int reads = 0; reads < mostReads; ++reads) {
         const ssize_t count = read(descriptor_, buffer.data(), buffer.size());
         if (count <= 0) {
             return any;
@@ -98,6 +100,7 @@ bool FolderEvents::consume() const {
             place += sizeof event + event.len;
         }
     }
+    return any;
 }
 
 }  // namespace lumatile

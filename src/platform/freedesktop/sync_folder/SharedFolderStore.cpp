@@ -42,7 +42,7 @@ std::optional<SyncFolderLocation> SharedFolderStore::storedLocation() const {
     if (!folder) {
         return std::nullopt;
     }
-    return SyncFolderLocation(*folder, preferences_.bytes(metFolderKey) != folder);
+    return SyncFolderLocation(*folder, preferences_.bytes(metFolderKey) != folder, writer_);
 }
 
 std::optional<Bytes> SharedFolderStore::data(std::string_view key) {
@@ -64,6 +64,10 @@ void SharedFolderStore::set(const std::optional<Bytes>& value, std::string_view 
         return;
     }
     location_->set(value, key);
+    sendSoon();
+}
+
+void SharedFolderStore::sendSoon() {
     if (!soon_.isRunning()) {
         soon_ = MainLoopSource::every(0, [this] { synchronize(); });
     }
@@ -75,7 +79,7 @@ void SharedFolderStore::synchronize() {
         return;
     }
     publish(location_->refuseTooLarge());
-    if (location_->hasUnsent()) {
+    if (location_->hasToWrite()) {
         visit();
     }
 }
@@ -88,7 +92,8 @@ void SharedFolderStore::setLocation(const std::optional<std::string>& location) 
     preferences_.remove(metFolderKey);
     if (location) {
         preferences_.setBytes(folderKey, *location);
-        location_.emplace(*location, true);
+        location_.emplace(*location, true, writer_);
+        location_->heed(advice_);
     } else {
         preferences_.remove(folderKey);
         location_.reset();
@@ -98,6 +103,22 @@ void SharedFolderStore::setLocation(const std::optional<std::string>& location) 
     visits_.forget();
     tell(SyncReason::account);
     visit();
+}
+
+void SharedFolderStore::heed(SharedSetAdvice advice) {
+    advice_ = std::move(advice);
+    if (location_) {
+        location_->heed(advice_);
+        // What was read already may count otherwise now.
+        tell(std::nullopt);
+    }
+}
+
+void SharedFolderStore::keep(const SharedSet& set) {
+    if (location_) {
+        publish(location_->keep(set));
+        sendSoon();
+    }
 }
 
 void SharedFolderStore::startAnew() {
@@ -133,7 +154,7 @@ void SharedFolderStore::take(std::unique_ptr<SyncFolderVisits::Report> report) {
     publish(location_->take(visit, wallSeconds()));
     remember(visit);
     waitAfter(visit);
-    if (location_->isHere() && location_->hasUnsent() && !location_->hasFailedToWrite() &&
+    if (location_->isHere() && location_->hasToWrite() && !location_->hasFailedToWrite() &&
         !visit.awaitsRest) {
         visits_.visit();
     }
@@ -174,7 +195,8 @@ void SharedFolderStore::waitAfter(const SyncFolderVisit& visit) {
             this->visit();
         });
     }
-    if (visit.awaitsRest) {
+    if (visit.awaitsRest ||
+        (visit.file != SyncFolderVisit::File::unreachable && location_->hasMoreCopies())) {
         waits_->rest = MainLoopSource::every(pace_.restMilliseconds, [this] {
             waits_->rest.stop();
             this->visit();

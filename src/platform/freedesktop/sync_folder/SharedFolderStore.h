@@ -10,6 +10,7 @@
 #include "base/Lifeline.h"
 #include "base/ObserverList.h"
 #include "platform/freedesktop/glib/MainLoopSource.h"
+#include "platform/freedesktop/sync_folder/ComputerMark.h"
 #include "platform/freedesktop/sync_folder/FolderEvents.h"
 #include "platform/freedesktop/sync_folder/MountTable.h"
 #include "platform/freedesktop/sync_folder/SyncFolderLocation.h"
@@ -70,6 +71,8 @@ public:
 
     /// @param location an absolute path
     void setLocation(const std::optional<std::string>& location) override;
+    void heed(SharedSetAdvice advice) override;
+    void keep(const SharedSet& set) override;
     void startAnew() override;
     [[nodiscard]] SharedStoreWatch observe(
         std::function<void(const SharedStoreChange&)> changed) override;
@@ -88,6 +91,7 @@ private:
     };
 
     std::optional<SyncFolderLocation> storedLocation() const;
+    void sendSoon();
     void visit();
     SyncFolderVisit::Errand errand();
     void take(std::unique_ptr<SyncFolderVisits::Report> report);
@@ -100,6 +104,8 @@ private:
     Preferences& preferences_;
     SystemLog& log_;
     Pace pace_;
+    std::string writer_ = computerMark();
+    SharedSetAdvice advice_;
     std::optional<SyncFolderLocation> location_;
     std::optional<Waits> waits_{std::in_place};
     SyncFolderVisits visits_;

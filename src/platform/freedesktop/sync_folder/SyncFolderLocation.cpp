@@ -11,10 +11,14 @@ static_assert(SharedStore::largestValue == SharedSetCodec::largestValue);
 using Condition = SharedStoreStatus::Condition;
 using File = SyncFolderVisit::File;
 
-SyncFolderLocation::SyncFolderLocation(std::string folder, bool isFirstContact)
-    : folder_(std::move(folder)), isFirstContact_(isFirstContact) {}
+SyncFolderLocation::SyncFolderLocation(std::string folder, bool isFirstContact, std::string writer)
+    : folder_(std::move(folder)), writer_(std::move(writer)), isFirstContact_(isFirstContact) {}
 
 std::string SyncFolderLocation::path() const { return folder_ + "/" + SyncFolderVisit::fileName; }
+
+std::string SyncFolderLocation::copiesPath() const {
+    return folder_ + "/" + SyncFolderVisit::asideName;
+}
 
 SharedStoreStatus SyncFolderLocation::status() const {
     SharedStoreStatus status;
@@ -23,6 +27,11 @@ SharedStoreStatus SyncFolderLocation::status() const {
     status.lastSynced = lastSynced_;
     status.failure = readFailure_.empty() ? writeFailure_ : readFailure_;
     status.copiesPutAside = copiesPutAside_;
+    status.copiesLocation = copiesPath();
+    status.hasKeptOwn = hasKeptOwn_;
+    status.hasKeptOthers = hasKeptOthers_;
+    status.hasKeptUnusable = hasKeptUnusable_;
+    status.clockLead = clockLead_.seconds();
     return status;
 }
 
@@ -38,8 +47,11 @@ Condition SyncFolderLocation::condition() const {
         case Found::here:
             break;
     }
-    if (hasUnsent()) {
+    if (hasToWrite()) {
         return hasFailedToWrite() ? Condition::notWritable : Condition::sending;
+    }
+    if (replica_.isWithheld()) {
+        return Condition::notUsable;
     }
     return isTooLarge_ ? Condition::tooLarge : Condition::current;
 }
@@ -56,6 +68,14 @@ SyncFolderLocation::Outcome SyncFolderLocation::refuseTooLarge() {
         outcome.news.emplace_back(SyncReason::quotaViolation);
     }
     return outcome;
+}
+
+SyncFolderLocation::Outcome SyncFolderLocation::keep(const SharedSet& set) {
+    if (std::optional<std::string> text = SharedSetCodec::print(set)) {
+        toKeep_.push_back(*std::move(text));
+        return {};
+    }
+    return {{"an older change of this computer is too large to be kept"}, {}};
 }
 
 SyncFolderLocation::Outcome SyncFolderLocation::startAnew() {
@@ -78,6 +98,11 @@ SyncFolderVisit::Errand SyncFolderLocation::errand(int restMilliseconds) const {
         errand.text = SharedSetCodec::print(*replica_.unsent());
     }
     errand.over = over_;
+    errand.keepsReplaced = replica_.replacesUnused();
+    errand.toKeep = toKeep_;
+    errand.copiesAfter = copiesAfter_;
+    errand.writer = writer_;
+    errand.clears = !isCleared_;
     errand.own = own_;
     errand.restMilliseconds = restMilliseconds;
     errand.overAnything = startsAnew_;
@@ -92,17 +117,20 @@ SyncFolderLocation::Outcome SyncFolderLocation::take(const SyncFolderVisit& visi
         copiesPutAside_ += visit.copiesPutAside;
         outcome.complaints.push_back(std::to_string(visit.copiesPutAside) +
                                      " replaced or conflicting settings files were put into " +
-                                     folder_ + "/" + SyncFolderVisit::asideName);
+                                     copiesPath());
     }
+    copiesAfter_ = visit.copiesAfter;
+    isCleared_ = isCleared_ || visit.file != File::unreachable;
+    noteKept(visit, outcome);
     readFailure_ = visit.readFailure;
-    noteFile(visit, outcome);
+    noteFile(visit, now, outcome);
     const bool hadFailed = hasFailedToWrite();
     writeFailure_ = visit.writeFailure;
     if (hasFailedToWrite() && !hadFailed) {
         complain(path() + " cannot be written: " + writeFailure_, outcome);
         outcome.news.emplace_back(SyncReason::quotaViolation);
     }
-    if (isHere() && !hasUnsent()) {
+    if (condition() == Condition::current) {
         lastSynced_ = now;
     }
     outcome.news.emplace_back(std::nullopt);
@@ -121,7 +149,23 @@ SyncFolderLocation::Outcome SyncFolderLocation::noteFailure(const std::string& f
     return {{}, {std::nullopt}};
 }
 
-void SyncFolderLocation::noteFile(const SyncFolderVisit& visit, Outcome& outcome) {
+void SyncFolderLocation::noteKept(const SyncFolderVisit& visit, Outcome& outcome) {
+    const auto note = [&](bool& hasKept, const char* what) {
+        hasKept = true;
+        outcome.complaints.push_back(std::string(what) + " was kept in " + copiesPath());
+    };
+    if (visit.kept > 0) {
+        toKeep_.erase(toKeep_.begin(), toKeep_.begin() + static_cast<std::ptrdiff_t>(visit.kept));
+        note(hasKeptOwn_, "an older change from this computer");
+    }
+    if (visit.hasKeptReplaced && replica_.isWithheld()) {
+        note(hasKeptUnusable_, "a change from another computer that cannot be decoded");
+    } else if (visit.hasKeptReplaced) {
+        note(hasKeptOthers_, "a change from another computer that was not used");
+    }
+}
+
+void SyncFolderLocation::noteFile(const SyncFolderVisit& visit, double now, Outcome& outcome) {
     switch (visit.file) {
         case File::unreachable:
             found_ = Found::unreachable;
@@ -138,7 +182,7 @@ void SyncFolderLocation::noteFile(const SyncFolderVisit& visit, Outcome& outcome
             noteAbsence(outcome);
             break;
         case File::good:
-            noteGood(visit, outcome);
+            noteGood(visit, now, outcome);
             break;
     }
 }
@@ -155,8 +199,9 @@ void SyncFolderLocation::noteAbsence(Outcome& outcome) {
     }
 }
 
-void SyncFolderLocation::noteGood(const SyncFolderVisit& visit, Outcome& outcome) {
+void SyncFolderLocation::noteGood(const SyncFolderVisit& visit, double now, Outcome& outcome) {
     over_ = visit.text;
+    clockLead_.note(changeTime(visit.set), now);
     if (visit.isOwn) {
         own_ = visit.text;
     }

@@ -7,12 +7,10 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cmath>
 #include <system_error>
-#include <vector>
 
 #include "base/AtomicFile.h"
-#include "platform/freedesktop/sync_folder/CollisionCopyName.h"
+#include "platform/freedesktop/sync_folder/SyncFolderCopies.h"
 #include "preference_sync/SharedSetCodec.h"
 
 namespace lumatile {
@@ -20,11 +18,6 @@ namespace lumatile {
 namespace {
 
 namespace fs = std::filesystem;
-
-// A folder with more names is none that was made for this; looking on would only take time.
-constexpr std::size_t mostNames = 10'000;
-// Copies that are read in one visit; the rest follow when these are put aside.
-constexpr std::size_t mostCopies = 16;
 
 /// File systems whose files other computers, or programs behind the kernel's back, change.
 bool isRemoteFileSystem(const fs::path& folder) {
@@ -61,94 +54,19 @@ std::optional<double> millisecondsSinceChange(const fs::path& file) {
            static_cast<double>(now.tv_nsec - status.st_ctim.tv_nsec) * perNanosecond;
 }
 
-struct Copy {
-    fs::path path;
-    std::string text;
-    SharedSet set;
-};
-
-/// The copies in the folder that can be read; others may still be arriving.
-std::vector<Copy> copiesIn(const fs::path& folder) {
-    std::vector<fs::path> paths;
-    std::error_code error;
-    std::size_t names = 0;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
-         entry.increment(error)) {
-        const fs::path name = entry->path().filename();
-        if (++names > mostNames) {
-            break;
-        }
-        if (CollisionCopyName::isCopyOf(SyncFolderVisit::fileName, name.native())) {
-            paths.push_back(entry->path());
-        }
-    }
-    std::sort(paths.begin(), paths.end());
-    std::vector<Copy> copies;
-    for (const fs::path& path : paths) {
-        std::string text;
-        if (copies.size() == mostCopies ||
-            AtomicFile::read(path, SharedSetCodec::largestText, text)) {
-            continue;
-        }
-        if (auto set = SharedSetCodec::parse(text)) {
-            copies.push_back({path, std::move(text), std::move(*set)});
-        }
-    }
-    return copies;
-}
-
-/// A name in the folder for what is put aside that nothing else has; the one that is asked for
-/// where the same text lies there already.
-fs::path freePlace(const fs::path& aside, const std::string& name, const std::string& text) {
-    constexpr int mostTries = 1000;
-    const fs::path wanted(name);
-    for (int number = 1; number < mostTries; ++number) {
-        fs::path place = aside / wanted;
-        if (number > 1) {
-            place = aside / (wanted.stem().native() + "-" + std::to_string(number) +
-                             wanted.extension().native());
-        }
-        std::error_code error;
-        if (!fs::exists(fs::symlink_status(place, error))) {
-            return place;
-        }
-        std::string there;
-        if (!AtomicFile::read(place, SharedSetCodec::largestText, there) && there == text) {
-            return place;
-        }
-    }
-    return {};
-}
-
-/// Renames a file into the folder for copies.
-/// @return whether it lies there now
-bool putAside(const fs::path& folder, const fs::path& file, const std::string& name,
-              const std::string& text) {
-    const fs::path aside = folder / SyncFolderVisit::asideName;
-    std::error_code error;
-    fs::create_directory(aside, error);
-    const fs::path place = freePlace(aside, name, text);
-    if (place.empty()) {
-        return false;
-    }
-    fs::rename(file, place, error);
-    return !error;
-}
-
-/// A name that tells of which time the settings are, the same on every computer.
-std::string nameOfTime(const SharedSet& set) {
-    constexpr double perSecond = 1000;
-    return "lumatile-settings.from-" + std::to_string(std::llround(changeTime(set) * perSecond)) +
-           ".json";
-}
-
 }  // namespace
 
 SyncFolderVisit::SyncFolderVisit(const Errand& errand) {
+    copiesAfter = errand.copiesAfter;
     look(errand);
     if (file == File::unreachable) {
         return;
     }
+    if (errand.clears) {
+        AtomicFile::removeLeftovers(errand.folder, errand.writer);
+        AtomicFile::removeLeftovers(errand.folder / asideName, errand.writer);
+    }
+    keep(errand);
     settleCopies(errand);
     if (errand.text && !awaitsRest) {
         write(errand);
@@ -202,17 +120,30 @@ void SyncFolderVisit::readFile(const fs::path& folder) {
     }
 }
 
-void SyncFolderVisit::settleCopies(const Errand& errand) {
-    const std::vector<Copy> copies = copiesIn(errand.folder);
-    if (copies.empty()) {
-        return;
+void SyncFolderVisit::keep(const Errand& errand) {
+    for (const std::string& unused : errand.toKeep) {
+        const auto parsed = SharedSetCodec::parse(unused);
+        if (parsed && !SyncFolderCopies::keep(errand.folder, unused, *parsed, errand.writer)) {
+            writeFailure = std::make_error_code(std::errc::permission_denied).message();
+            return;
+        }
+        ++kept;
     }
-    if (isTooSoon(errand)) {
+}
+
+void SyncFolderVisit::settleCopies(const Errand& errand) {
+    SyncFolderCopies::Found found = SyncFolderCopies::find(errand.folder, errand.copiesAfter);
+    const std::vector<SyncFolderCopies::Copy>& copies = found.copies;
+    if (!copies.empty() && isTooSoon(errand)) {
         awaitsRest = true;
         return;
     }
+    copiesAfter = std::move(found.lookedTo);
+    if (copies.empty()) {
+        return;
+    }
     const auto newest =
-        std::max_element(copies.begin(), copies.end(), [](const Copy& one, const Copy& other) {
+        std::max_element(copies.begin(), copies.end(), [](const auto& one, const auto& other) {
             return changeTime(one.set) < changeTime(other.set);
         });
     const fs::path path = errand.folder / fileName;
@@ -222,21 +153,18 @@ void SyncFolderVisit::settleCopies(const Errand& errand) {
         (file == File::damaged && time > errand.knownTime)) {
         // What it replaces is kept as well; where that fails, nothing is replaced.
         if (file == File::good) {
-            const fs::path aside = errand.folder / asideName;
-            std::error_code ignored;
-            fs::create_directory(aside, ignored);
-            const fs::path place = freePlace(aside, nameOfTime(set), text);
-            if (place.empty() || AtomicFile::replace(place, text)) {
+            if (!SyncFolderCopies::keep(errand.folder, text, set, errand.writer)) {
                 return;
             }
             ++copiesPutAside;
         } else if (file == File::damaged) {
-            if (!putAside(errand.folder, path, "lumatile-settings.damaged.json", "")) {
+            if (!SyncFolderCopies::putAside(errand.folder, path, "lumatile-settings.damaged.json",
+                                            "")) {
                 return;
             }
             ++copiesPutAside;
         }
-        if (const std::error_code error = AtomicFile::replace(path, newest->text)) {
+        if (const std::error_code error = AtomicFile::replace(path, newest->text, errand.writer)) {
             writeFailure = error.message();
             readFile(errand.folder);
             return;
@@ -249,8 +177,9 @@ void SyncFolderVisit::settleCopies(const Errand& errand) {
     if (file != File::good) {
         return;  // Nothing better lies there; the copies stay for when the file has gone.
     }
-    for (const Copy& copy : copies) {
-        if (putAside(errand.folder, copy.path, copy.path.filename().native(), copy.text)) {
+    for (const SyncFolderCopies::Copy& copy : copies) {
+        if (SyncFolderCopies::putAside(errand.folder, copy.path, copy.path.filename().native(),
+                                       copy.text)) {
             ++copiesPutAside;
         }
     }
@@ -269,14 +198,21 @@ void SyncFolderVisit::write(const Errand& errand) {
             return;
         }
         if (file == File::damaged) {
-            if (!putAside(errand.folder, path, "lumatile-settings.damaged.json", "")) {
+            if (!SyncFolderCopies::putAside(errand.folder, path, "lumatile-settings.damaged.json",
+                                            "")) {
                 writeFailure = std::make_error_code(std::errc::permission_denied).message();
                 return;
             }
             ++copiesPutAside;
         }
+    } else if (errand.keepsReplaced && file == File::good) {
+        if (!SyncFolderCopies::keep(errand.folder, text, set, errand.writer)) {
+            writeFailure = std::make_error_code(std::errc::permission_denied).message();
+            return;
+        }
+        hasKeptReplaced = true;
     }
-    if (const std::error_code error = AtomicFile::replace(path, *errand.text)) {
+    if (const std::error_code error = AtomicFile::replace(path, *errand.text, errand.writer)) {
         writeFailure = error.message();
         return;
     }

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "preference_sync/SharedSet.h"
 
@@ -35,6 +36,16 @@ public:
         /// A copy from a collision takes the place of a damaged file when it was changed later than
         /// that, seconds since 1970-01-01 00:00 UTC.
         double knownTime = 0;
+        /// What it is written over is put among the copies before.
+        bool keepsReplaced = false;
+        /// What is to be written among the copies, each in the form of the file.
+        std::vector<std::string> toKeep;
+        /// Copies from collisions are looked at from the one behind this name.
+        std::string copiesAfter;
+        /// This computer's name for `AtomicFile::replace`, and whether what an earlier process of
+        /// that name has left half written is removed.
+        std::string writer;
+        bool clears = false;
         /// What this program wrote there last.
         std::optional<std::string> own;
         /// For so long a file that somebody else put there is left alone. While a service puts one
@@ -60,6 +71,10 @@ public:
     std::string readFailure;   ///< In the system's words; empty where there was none.
     std::string writeFailure;  ///< Likewise.
     std::size_t copiesPutAside = 0;
+    std::size_t kept = 0;  ///< So many of what was to be kept, from the first on, lie there.
+    bool hasKeptReplaced = false;  ///< What the errand's text was written over lies there as well.
+    std::string copiesAfter;       ///< Where the next visit goes on with the copies; empty: it is
+                                   ///< through.
 
     /// Looks, puts copies from collisions aside after the newest of all has become the file, and
     /// writes.
@@ -68,6 +83,7 @@ public:
 private:
     void look(const Errand& errand);
     bool isTooSoon(const Errand& errand) const;
+    void keep(const Errand& errand);
     void settleCopies(const Errand& errand);
     void write(const Errand& errand);
     void readFile(const std::filesystem::path& folder);

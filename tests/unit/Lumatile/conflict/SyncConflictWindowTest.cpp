@@ -70,7 +70,7 @@ TEST(EditedTime, isAMediumDateAndAShortTime) {
               "21 Nov 2026, 16:57");
     EXPECT_EQ(editedTime(moment, QLocale(QLocale::Japanese, QLocale::Japan)).toStdString(),
               "2026年11月21日, 16:57");
-    EXPECT_EQ(editedTime(moment, QLocale::c()).toStdString(), "21 Nov 2026, 16:57:32");
+    EXPECT_EQ(editedTime(moment, QLocale::c()).toStdString(), "21 Nov 2026, 16:57");
 }
 
 TEST(EditedTime, namesNoDayOfTheWeekInAnyLocale) {
@@ -82,6 +82,20 @@ TEST(EditedTime, namesNoDayOfTheWeekInAnyLocale) {
         EXPECT_FALSE(text.contains(locale.dayName(6, QLocale::LongFormat)))
             << locale.name().toStdString() << ": " << text.toStdString();
         EXPECT_FALSE(text.startsWith(u',') || text.startsWith(u' '))
+            << locale.name().toStdString() << ": " << text.toStdString();
+    }
+}
+
+TEST(EditedTime, hasNoSecondsInAnyLocale) {
+    const TimeZone zone("UTC");
+    // 16:57:32, of which the last two digits are in no date of that day.
+    constexpr double moment = 1795280252;
+    for (const QLocale& locale :
+         QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyCountry)) {
+        const QString text = editedTime(moment, locale);
+        EXPECT_FALSE(text.contains(locale.toString(32)))
+            << locale.name().toStdString() << ": " << text.toStdString();
+        EXPECT_TRUE(text.contains(locale.toString(57)))
             << locale.name().toStdString() << ": " << text.toStdString();
     }
 }
@@ -129,13 +143,14 @@ private:
 
 class SyncConflictWindowTest : public testing::Test {
 protected:
-    void present(double local, double remote) {
+    void present(double local, double remote, const ConflictDifferences& differences = {}) {
         if (!presenter) {
             presenter = std::make_unique<Presenter>(desk.runLoop, stage.saying());
             coordinator = std::make_unique<SyncConflictCoordinator>(*presenter);
         }
-        coordinator->present({local, remote},
-                             [this](bool preferLocal) { choices.push_back(preferLocal); });
+        coordinator->present(
+            {local, remote}, [this](bool preferLocal) { choices.push_back(preferLocal); },
+            differences);
         QApplication::processEvents();
     }
 
@@ -171,8 +186,9 @@ TEST_F(SyncConflictWindowTest, isWordForWordWithTheReferencesNouns) {
         window(),
         "Your Lumatile settings changed on this Mac and in iCloud since they last synced. Choose "
         "which copy to keep."));
-    EXPECT_EQ(copy("Keep This Mac"), std::vector<std::string>{edited(1000)});
-    EXPECT_EQ(copy("Use iCloud"), (std::vector<std::string>{edited(2000), "Newer"}));
+    EXPECT_EQ(copy("Keep This Mac"), (std::vector<std::string>{"This computer", edited(1000)}));
+    EXPECT_EQ(copy("Use iCloud"),
+              (std::vector<std::string>{"Shared folder", "Newer", edited(2000)}));
     EXPECT_EQ(WindowStage::buttons(window()).size(), 2U);
 }
 
@@ -190,20 +206,21 @@ TEST_F(SyncConflictWindowTest, theHostsNounsTakeTheirPlaces) {
 
 TEST_F(SyncConflictWindowTest, theCopyChangedLaterIsTheNewerOne) {
     present(3000, 2000);
-    EXPECT_EQ(copy("Keep This Mac"), (std::vector<std::string>{edited(3000), "Newer"}));
-    EXPECT_EQ(copy("Use iCloud"), std::vector<std::string>{edited(2000)});
+    EXPECT_EQ(copy("Keep This Mac"),
+              (std::vector<std::string>{"This computer", "Newer", edited(3000)}));
+    EXPECT_EQ(copy("Use iCloud"), (std::vector<std::string>{"Shared folder", edited(2000)}));
 }
 
 TEST_F(SyncConflictWindowTest, equalTimesCarryNoBadge) {
     present(2000, 2000);
-    EXPECT_EQ(copy("Keep This Mac"), std::vector<std::string>{edited(2000)});
-    EXPECT_EQ(copy("Use iCloud"), std::vector<std::string>{edited(2000)});
+    EXPECT_EQ(copy("Keep This Mac"), (std::vector<std::string>{"This computer", edited(2000)}));
+    EXPECT_EQ(copy("Use iCloud"), (std::vector<std::string>{"Shared folder", edited(2000)}));
 }
 
 TEST_F(SyncConflictWindowTest, neverIsShownAsTheFirstOfJanuary1970) {
     const TimeZone zone("UTC");
     present(0, 2000);
-    EXPECT_EQ(copy("Keep This Mac"), std::vector<std::string>{edited(0)});
+    EXPECT_EQ(copy("Keep This Mac"), (std::vector<std::string>{"This computer", edited(0)}));
     EXPECT_NE(edited(0).find("1970"), std::string::npos);
 }
 
@@ -239,7 +256,8 @@ TEST_F(SyncConflictWindowTest, presentedAgainItIsTheSameWindowWithTheNewTimes) {
     const QDialog* before = &window();
     present(4000, 2000);
     EXPECT_EQ(&window(), before);
-    EXPECT_EQ(copy("Keep This Mac"), (std::vector<std::string>{edited(4000), "Newer"}));
+    EXPECT_EQ(copy("Keep This Mac"),
+              (std::vector<std::string>{"This computer", "Newer", edited(4000)}));
 }
 
 TEST_F(SyncConflictWindowTest, theKeyboardReachesBothButtonsAndScreenReadersHearTheirTimes) {
@@ -273,16 +291,48 @@ TEST_F(SyncConflictWindowTest, aKeyThatWasMeantForAnotherWindowChoosesNothing) {
     EXPECT_EQ(choices, std::vector<bool>{true});
 }
 
+const ConflictDifferences typical{"3 shortcuts, pixel shift off",
+                                  "3 shortcuts, 1 area of its own, pixel shift on"};
+
+TEST_F(SyncConflictWindowTest, saysWhatTheCopiesDifferInAndKeepsDatesOnOneLine) {
+    present(1795280252, 1795283852, typical);
+    EXPECT_EQ(copy("Keep This Mac"),
+              (std::vector<std::string>{"This computer", edited(1795280252), typical.local}));
+    EXPECT_EQ(copy("Use iCloud"), (std::vector<std::string>{"Shared folder", "Newer",
+                                                            edited(1795283852), typical.remote}));
+    const QAccessibleInterface* seen =
+        QAccessible::queryAccessibleInterface(WindowStage::button(window(), "Use iCloud"));
+    EXPECT_EQ(seen->text(QAccessible::Description).toStdString(),
+              edited(1795283852) + ", Newer, " + typical.remote);
+    for (const QLabel* label : window().findChildren<QLabel*>()) {
+        if (label->text().startsWith(QStringLiteral("Edited "))) {
+            EXPECT_FALSE(label->wordWrap());
+            EXPECT_LT(label->height(), 2 * label->fontMetrics().height());
+        }
+    }
+    EXPECT_EQ(window().size(), QSize(520, 280));
+}
+
 TEST_F(SyncConflictWindowTest, isDrawnWhole) {
-    present(1795280252, 1795283852);
+    present(1795280252, 1795283852, typical);
     WindowStage::expectNothingIsClipped(window());
     WindowStage::save(window(), "conflict");
+}
+
+TEST_F(SyncConflictWindowTest, muchThatDiffersGetsMoreRoom) {
+    const std::string much =
+        "28 shortcuts, 31 areas, 30 names or menu entries, 12 areas of its own, 3 areas missing, "
+        "pixel shift 2 px every 5 min in pauses, edge jitter 3 px, idle dimming 30 % after 5 min";
+    present(1795280252, 1795283852, {much, much});
+    EXPECT_GT(window().height(), 280);
+    WindowStage::expectNothingIsClipped(window());
+    WindowStage::save(window(), "conflict-much");
 }
 
 TEST_F(SyncConflictWindowTest, largeTextGetsMoreRoom) {
     const DesktopFont large(1.5);
     stage.vocabulary = Vocabulary::of({DesktopKind::gnome, true});
-    present(1795283852, 1795280252);
+    present(1795283852, 1795280252, typical);
     EXPECT_GT(window().width(), 520);
     WindowStage::expectNothingIsClipped(window());
     WindowStage::save(window(), "conflict-large-text");

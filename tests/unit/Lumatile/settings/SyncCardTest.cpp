@@ -166,6 +166,28 @@ TEST_F(SyncCardTest, aDamagedFileCanBeReplacedByTheUserAlone) {
     EXPECT_FALSE(replace().isVisible());
 }
 
+TEST_F(SyncCardTest, whatWasKeptAndAWrongClockAreSaid) {
+    desk.sharedStore.setLocation((QDir::homePath() + QStringLiteral("/Shared")).toStdString());
+    desk.sharedStore.keep({{"commands", "older"}});
+    constexpr double anHour = 3600;
+    desk.sharedFolder.put({{"__ts", SyncTimestamp::encode(desk.clock.wallSeconds() + anHour)}},
+                          *desk.sharedStore.location());
+    pass();
+    EXPECT_TRUE(says("An older change from this computer was kept in ~/Shared/copies."));
+    EXPECT_TRUE(says("A computer’s clock is 59 min 59 s ahead of this one’s."));
+}
+
+TEST_F(SyncCardTest, timesHaveNoSeconds) {
+    desk.sharedStore.setLocation("/folder");
+    pass();
+    const auto labels = card->findChildren<QLabel*>();
+    const auto synced = std::find_if(labels.begin(), labels.end(), [](const QLabel* label) {
+        return label->text().startsWith(QStringLiteral("Last synced "));
+    });
+    ASSERT_NE(synced, labels.end());
+    EXPECT_EQ((*synced)->text().count(QLatin1Char(':')), 1) << (*synced)->text().toStdString();
+}
+
 TEST_F(SyncCardTest, aCardThatIsGoneIsNotTold) {
     card.reset();
     desk.sharedStore.setLocation("/folder");

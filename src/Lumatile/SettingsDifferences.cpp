@@ -1,0 +1,118 @@
+#include "Lumatile/SettingsDifferences.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+namespace lumatile {
+
+namespace {
+
+/// A list in words.
+class Words {
+public:
+    void add(std::string_view words) { text_.append(text_.empty() ? "" : ", ").append(words); }
+
+    /// Nothing for none.
+    void addCount(std::size_t count, std::string_view one, std::string_view several) {
+        if (count > 0) {
+            add(std::to_string(count) + std::string(count == 1 ? one : several));
+        }
+    }
+
+    const std::string& text() const { return text_; }
+
+private:
+    std::string text_;
+};
+
+std::string number(double value) {
+    constexpr std::size_t room = 32;
+    std::string text(room, '\0');
+    // NOLINTNEXTLINE(*-vararg): the one way to the shortest decimal form that needs no stream.
+    const int length = std::snprintf(text.data(), text.size(), "%g", value);
+    text.resize(static_cast<std::size_t>(std::clamp(length, 0, static_cast<int>(room) - 1)));
+    return text;
+}
+
+const SnapCommand* find(const std::vector<SnapCommand>& commands, const UUID& id) {
+    const auto found = std::find_if(commands.begin(), commands.end(),
+                                    [&id](const SnapCommand& each) { return each.id == id; });
+    return found == commands.end() ? nullptr : &*found;
+}
+
+std::size_t countMissing(const std::vector<SnapCommand>& commands,
+                         const std::vector<SnapCommand>& from) {
+    return static_cast<std::size_t>(std::count_if(
+        commands.begin(), commands.end(),
+        [&from](const SnapCommand& command) { return find(from, command.id) == nullptr; }));
+}
+
+void addCommands(Words& words, const std::vector<SnapCommand>& here,
+                 const std::vector<SnapCommand>& there) {
+    std::size_t shortcuts = 0;
+    std::size_t areas = 0;
+    std::size_t others = 0;
+    for (const SnapCommand& command : here) {
+        const SnapCommand* const other = find(there, command.id);
+        if (other == nullptr || *other == command) {
+            continue;
+        }
+        const bool hasOtherShortcut = command.shortcut != other->shortcut;
+        const bool hasOtherArea = command.targetSegments != other->targetSegments ||
+                                  command.activationSegments != other->activationSegments;
+        shortcuts += hasOtherShortcut ? 1U : 0U;
+        areas += hasOtherArea ? 1U : 0U;
+        others += hasOtherShortcut || hasOtherArea ? 0U : 1U;
+    }
+    words.addCount(shortcuts, " shortcut", " shortcuts");
+    words.addCount(areas, " area", " areas");
+    words.addCount(others, " name or menu entry", " names or menu entries");
+    words.addCount(countMissing(here, there), " area of its own", " areas of its own");
+    words.addCount(countMissing(there, here), " area missing", " areas missing");
+}
+
+/// Whether an effect is on; where it is on both sides, what it is set to.
+void addEffect(Words& words, std::string_view name, bool isOn, bool isOtherOn,
+               const std::string& details, const std::string& otherDetails) {
+    if (isOn != isOtherOn) {
+        words.add(std::string(name) + (isOn ? " on" : " off"));
+    } else if (details != otherDetails) {
+        words.add(std::string(name) + " " + details);
+    }
+}
+
+std::string shiftDetails(const OLEDSettings& settings) {
+    return number(settings.orbitAmplitude) + " px every " +
+           OLEDSettings::orbitStepIntervalLabel(settings.orbitStepInterval) +
+           (settings.orbitWaitForPause ? " in pauses" : "");
+}
+
+std::string dimDetails(const OLEDSettings& settings) {
+    constexpr double percent = 100;
+    return number(settings.idleDimStrength * percent) + " % after " +
+           OLEDSettings::orbitStepIntervalLabel(settings.idleThreshold);
+}
+
+std::string differences(const SharedSettings& here, const SharedSettings& there) {
+    Words words;
+    addCommands(words, here.commands, there.commands);
+    const OLEDSettings& mine = here.oled;
+    const OLEDSettings& other = there.oled;
+    addEffect(words, "pixel shift", mine.orbitEnabled, other.orbitEnabled, shiftDetails(mine),
+              shiftDetails(other));
+    addEffect(words, "edge jitter", mine.jitterEnabled, other.jitterEnabled,
+              number(mine.jitterTolerance) + " px", number(other.jitterTolerance) + " px");
+    addEffect(words, "idle dimming", mine.idleDimEnabled, other.idleDimEnabled, dimDetails(mine),
+              dimDetails(other));
+    return words.text().empty() ? "no difference" : words.text();
+}
+
+}  // namespace
+
+ConflictDifferences settingsDifferences(const SharedSettings& local, const SharedSettings& remote) {
+    return {differences(local, remote), differences(remote, local)};
+}
+
+}  // namespace lumatile
