@@ -103,6 +103,10 @@ public:
     /// while one is being recorded.
     void registerHotkeys();
 
+    /// The commands whose shortcut belongs to another program on this desktop; empty while the
+    /// features are stopped.
+    const std::vector<UUID>& refusedShortcuts() const { return refusedShortcuts_; }
+
     /// The demonstration mode, which makes every effect large and quick. Never stored. Nothing
     /// happens when it is so already.
     void setExaggerated(bool exaggerated);

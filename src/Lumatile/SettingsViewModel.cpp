@@ -4,10 +4,22 @@
 #include <utility>
 
 #include "commands/CommandStore.h"
+#include "commands/ShortcutAvailability.h"
 #include "settings_core/GridEditing.h"
 #include "settings_core/ShortcutValidator.h"
 
 namespace lumatile {
+
+namespace {
+
+/// Whether on or off. Two that have none are the same too.
+bool haveSameKeys(const std::optional<Shortcut>& one, const std::optional<Shortcut>& other) {
+    return one && other ? one->carbonKeyCode == other->carbonKeyCode &&
+                              one->carbonModifiers == other->carbonModifiers
+                        : one.has_value() == other.has_value();
+}
+
+}  // namespace
 
 SettingsViewModel::SettingsViewModel(std::vector<SnapCommand> commands, const OLEDSettings& oled)
     : commands_(std::move(commands)), oled_(oled) {}
@@ -99,26 +111,31 @@ bool SettingsViewModel::renameSelected(std::string_view name) {
 }
 
 void SettingsViewModel::record(const Shortcut& shortcut) {
-    SnapCommand* command = selectedCommand();
-    if (command == nullptr) {
+    const SnapCommand* command = selected();
+    if (command == nullptr || ShortcutValidator::isAbandoning(shortcut)) {
         return;
     }
     SnapCommand recorded = *command;
     recorded.shortcut = shortcut;
     const std::optional<SnapCommand> holder = conflict(recorded);
-    if (!ShortcutValidator::isAcceptable(shortcut) || holder) {
-        refusal_ =
-            Refusal{shortcut, ShortcutValidator::isAcceptable(shortcut) ? holder : std::nullopt};
-        observers_.notify();
-        return;
+    if (!ShortcutValidator::isAcceptable(shortcut)) {
+        refuse({Refusal::Reason::bareKey, std::nullopt});
+    } else if (holder) {
+        refuse({Refusal::Reason::taken, holder});
+    } else {
+        editShortcuts([&](auto& edited) { edited = shortcut; });
     }
-    refusal_.reset();
-    if (command->shortcut == shortcut) {
-        observers_.notify();
-        return;
+}
+
+void SettingsViewModel::recordUnusableKey() {
+    if (selected() != nullptr) {
+        refuse({Refusal::Reason::noCode, std::nullopt});
     }
-    command->shortcut = shortcut;
-    edited();
+}
+
+void SettingsViewModel::refuse(Refusal refusal) {
+    refusal_ = std::move(refusal);
+    observers_.notify();
 }
 
 void SettingsViewModel::setRecording(bool isRecording) {
@@ -136,19 +153,43 @@ void SettingsViewModel::setRecording(bool isRecording) {
 }
 
 void SettingsViewModel::removeShortcut() {
-    SnapCommand* command = selectedCommand();
-    if (command != nullptr && command->shortcut) {
-        command->shortcut.reset();
-        refusal_.reset();
-        edited();
-    }
+    editShortcuts([](auto& edited) { edited.reset(); });
 }
 
 void SettingsViewModel::setShortcutEnabled(bool enabled) {
-    SnapCommand* command = selectedCommand();
-    if (command != nullptr && command->shortcut && command->shortcut->enabled != enabled) {
-        command->shortcut->enabled = enabled;
+    editShortcuts([enabled](auto& edited) {
+        if (edited) {
+            edited->enabled = enabled;
+        }
+    });
+}
+
+std::optional<SnapCommand> SettingsViewModel::sharingTwin(const SnapCommand& command) const {
+    const auto found =
+        std::find_if(commands_.begin(), commands_.end(), [&](const SnapCommand& each) {
+            return each.nameKey == command.nameKey && each.axis != command.axis &&
+                   haveSameKeys(each.shortcut, command.shortcut);
+        });
+    return found != commands_.end() ? std::optional(*found) : std::nullopt;
+}
+
+void SettingsViewModel::editShortcuts(const std::function<void(std::optional<Shortcut>&)>& edit) {
+    const SnapCommand* command = selected();
+    if (command == nullptr) {
+        return;
+    }
+    const std::optional<SnapCommand> twin = sharingTwin(*command);
+    const std::vector<SnapCommand> before = commands_;
+    for (SnapCommand& each : commands_) {
+        if (each.id == selectedID_ || (twin && each.id == twin->id)) {
+            edit(each.shortcut);
+        }
+    }
+    if (commands_ != before) {
+        refusal_.reset();
         edited();
+    } else if (std::exchange(refusal_, std::nullopt)) {
+        observers_.notify();
     }
 }
 
@@ -169,9 +210,19 @@ void SettingsViewModel::setRefusedShortcuts(std::vector<UUID> commands) {
     }
 }
 
-bool SettingsViewModel::isShortcutRefused(const UUID& id) const {
-    return std::find(refusedShortcuts_.begin(), refusedShortcuts_.end(), id) !=
-           refusedShortcuts_.end();
+bool SettingsViewModel::isShortcutRefused(const SnapCommand& command) const {
+    return ShortcutAvailability::isRefused(command, commands_, refusedShortcuts_);
+}
+
+std::optional<UUID> SettingsViewModel::firstRefusedArea() const {
+    for (const bool custom : {false, true}) {
+        for (const SnapCommand& command : areas(custom)) {
+            if (isShortcutRefused(command)) {
+                return command.id;
+            }
+        }
+    }
+    return std::nullopt;
 }
 
 void SettingsViewModel::paint(const GridCell& from, const GridCell& to) {
@@ -202,6 +253,12 @@ void SettingsViewModel::commitPaint() {
     }
 }
 
+void SettingsViewModel::cancelPaint() {
+    if (std::exchange(painted_, std::nullopt)) {
+        observers_.notify();
+    }
+}
+
 std::optional<SnapCommand> SettingsViewModel::painted() const {
     const SnapCommand* command = selected();
     if (command == nullptr) {
@@ -215,16 +272,19 @@ std::optional<SnapCommand> SettingsViewModel::painted() const {
 }
 
 void SettingsViewModel::restoreDefaultArea() {
-    SnapCommand* command = selectedCommand();
-    if (command == nullptr) {
+    if (!differsFromDefault()) {
         return;
     }
-    const std::optional<SnapCommand> builtIn = GridEditing::defaultOf(*command);
-    if (builtIn && command->targetSegments != builtIn->targetSegments) {
-        command->targetSegments = builtIn->targetSegments;
-        painted_.reset();
-        edited();
-    }
+    SnapCommand& command = commands_.at(indexOfSelected());
+    command.targetSegments = GridEditing::defaultOf(command)->targetSegments;
+    painted_.reset();
+    edited();
+}
+
+bool SettingsViewModel::differsFromDefault() const {
+    const SnapCommand* command = selected();
+    const auto builtIn = command != nullptr ? GridEditing::defaultOf(*command) : std::nullopt;
+    return builtIn && builtIn->targetSegments != command->targetSegments;
 }
 
 void SettingsViewModel::setOLED(const OLEDSettings& settings) {

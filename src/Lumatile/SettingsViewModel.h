@@ -24,9 +24,9 @@ class SettingsViewModel {
 public:
     /// Why a recorded shortcut was not taken.
     struct Refusal {
-        Shortcut shortcut;
-        /// The command that has it; absent: it is a bare key.
-        std::optional<SnapCommand> holder;
+        enum class Reason : std::uint8_t { bareKey, taken, noCode };
+        Reason reason = Reason::bareKey;
+        std::optional<SnapCommand> holder;  ///< The command that has it, where it is taken.
 
         bool operator==(const Refusal&) const = default;
     };
@@ -80,14 +80,23 @@ public:
     bool renameSelected(std::string_view name);
 
     /// Gives the selected command the shortcut, unless it is a bare key or another command has it.
+    /// A twin with the same keys gets it too. A bare Escape changes nothing, without a word.
     void record(const Shortcut& shortcut);
+
+    /// A key was to be recorded that shortcuts cannot be stored with.
+    void recordUnusableKey();
     const std::optional<Refusal>& refusal() const { return refusal_; }
 
     /// While a shortcut is recorded, our own are not to act on it.
     void setRecording(bool isRecording);
 
+    /// Both also for a twin with the same keys.
     void removeShortcut();
     void setShortcutEnabled(bool enabled);
+
+    /// The twin of `command` for the other screen orientation while both have the same keys, or
+    /// none; absent otherwise. What is done to the shortcut of one is done to both.
+    std::optional<SnapCommand> sharingTwin(const SnapCommand& command) const;
 
     /// The other command that has the shortcut of `command`. Its twin for the other screen
     /// orientation has it rightly and does not count.
@@ -96,7 +105,10 @@ public:
     /// The commands whose shortcut belongs to another program on this desktop.
     const std::vector<UUID>& refusedShortcuts() const { return refusedShortcuts_; }
     void setRefusedShortcuts(std::vector<UUID> commands);
-    bool isShortcutRefused(const UUID& id) const;
+    bool isShortcutRefused(const SnapCommand& command) const;
+
+    /// The first of the listed areas whose shortcut belongs to another program.
+    std::optional<UUID> firstRefusedArea() const;
 
     /// Shows the block that two cells span in place of the selected area; cells outside the grid
     /// count as those on its edge. Nothing is edited.
@@ -105,11 +117,16 @@ public:
     /// Makes the painted block the area; nothing when none is painted or it is the same.
     void commitPaint();
 
+    /// The area as it is stored is shown again.
+    void cancelPaint();
+
     /// The selected command as the grid shows it: with the painted block, while there is one.
     std::optional<SnapCommand> painted() const;
 
     /// The selected built-in area as it came.
     void restoreDefaultArea();
+    /// Whether that would change it.
+    bool differsFromDefault() const;
 
     void setOLED(const OLEDSettings& settings);
 
@@ -122,6 +139,10 @@ private:
     std::size_t indexOfSelected() const;
     SnapCommand* selectedCommand();
     void deselectGone();
+    void refuse(Refusal refusal);
+    /// Changes the shortcut of the selected command and of the twin that shares it, and tells of
+    /// that once, if anything came of it.
+    void editShortcuts(const std::function<void(std::optional<Shortcut>&)>& edit);
 
     SettingsSection section_ = SettingsSection::general;
     std::optional<UUID> selectedID_;

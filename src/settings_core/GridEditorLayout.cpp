@@ -27,6 +27,11 @@ GridEditorLayout GridEditorLayout::of(const Size& size, Orientation orientation)
     return layout;
 }
 
+Rect GridEditorLayout::cells() const {
+    return {origin.x, origin.y, pitch * static_cast<double>(grid.cols),
+            pitch * static_cast<double>(grid.rows)};
+}
+
 double GridEditorLayout::gap() const { return std::max(std::round(pitch * gapShare), leastGap); }
 
 double GridEditorLayout::cornerRadius() const { return (pitch - gap()) * cornerShare; }

@@ -27,6 +27,8 @@ struct GridEditorLayout {
     /// The grid of `orientation` as large as whole points allow, in the middle of `size`.
     static GridEditorLayout of(const Size& size, Orientation orientation);
 
+    Rect cells() const;  ///< What all cells take together, with the gaps at the border.
+
     double gap() const;           ///< Between two cells.
     double cornerRadius() const;  ///< Of a cell.
 

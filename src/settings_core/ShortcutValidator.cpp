@@ -4,6 +4,13 @@
 
 namespace lumatile {
 
+namespace {
+
+constexpr std::uint32_t anyModifier = ClassicModifier::command | ClassicModifier::shift |
+                                      ClassicModifier::option | ClassicModifier::control;
+
+}  // namespace
+
 std::optional<SnapCommand> ShortcutValidator::conflict(const Shortcut& shortcut,
                                                        const std::vector<SnapCommand>& commands,
                                                        const std::optional<UUID>& excluding) {
@@ -17,9 +24,12 @@ std::optional<SnapCommand> ShortcutValidator::conflict(const Shortcut& shortcut,
 }
 
 bool ShortcutValidator::isAcceptable(const Shortcut& shortcut) {
-    constexpr std::uint32_t anyOf = ClassicModifier::command | ClassicModifier::shift |
-                                    ClassicModifier::option | ClassicModifier::control;
-    return (shortcut.carbonModifiers & anyOf) != 0;
+    return (shortcut.carbonModifiers & anyModifier) != 0;
+}
+
+bool ShortcutValidator::isAbandoning(const Shortcut& shortcut) {
+    constexpr std::uint32_t escape = 53;
+    return shortcut.carbonKeyCode == escape && !isAcceptable(shortcut);
 }
 
 }  // namespace lumatile

@@ -23,6 +23,9 @@ struct ShortcutValidator {
     /// A global shortcut needs Command, Shift, Option or Control; a bare key would be taken away
     /// from all programs.
     static bool isAcceptable(const Shortcut& shortcut);
+
+    /// A bare Escape, by which the user says that nothing is to be recorded after all.
+    static bool isAbandoning(const Shortcut& shortcut);
 };
 
 }  // namespace lumatile

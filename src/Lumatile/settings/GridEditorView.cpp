@@ -7,8 +7,10 @@
 #include <QString>
 
 #include <algorithm>
+#include <utility>
 
 #include "Lumatile/widgets/WidgetColors.h"
+#include "settings_core/GridEditing.h"
 
 namespace lumatile {
 
@@ -17,8 +19,8 @@ namespace {
 // Less is a click that slipped.
 constexpr int leastDrag = 4;
 
-constexpr double focusRadius = 8;
-constexpr int roomForFocus = 4;
+constexpr double focusWidth = 2;
+constexpr double focusRadius = 4;
 
 QColor colorOf(GridCellFill fill) {
     switch (fill) {
@@ -41,13 +43,9 @@ Point pointOf(const QPointF& position) { return {position.x(), position.y()}; }
 GridEditorView::GridEditorView(QWidget* parent) : QWidget(parent) {
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::CrossCursor);
-    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    setSizePolicy(policy);
+    // A pointer that comes without its button is heard of as well.
+    setMouseTracking(true);
 }
-
-QSize GridEditorView::sizeHint() const { return {480, 300}; }
-
-QSize GridEditorView::minimumSizeHint() const { return {264, 168}; }
 
 void GridEditorView::setCommand(const std::optional<SnapCommand>& command) {
     if (command == command_) {
@@ -58,22 +56,21 @@ void GridEditorView::setCommand(const std::optional<SnapCommand>& command) {
         pressedAt_.reset();
     }
     command_ = command;
-    limitHeight();
     setAccessibleName(command_ ? QString::fromStdString(GridEditorLayout::label(*command_))
                                : QString());
     update();
 }
 
-void GridEditorView::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    limitHeight();
+void GridEditorView::hideEvent(QHideEvent* event) {
+    cancelDrag();
+    QWidget::hideEvent(event);
 }
 
-void GridEditorView::limitHeight() {
-    const GridSize grid = GridSize::of(command_ ? command_->axis : Axis::horizontal);
-    const auto pitch = width() / static_cast<int>(grid.cols);
-    setMaximumHeight(std::max(minimumSizeHint().height(),
-                              pitch * static_cast<int>(grid.rows) + 2 * roomForFocus));
+void GridEditorView::cancelDrag() {
+    pressedAt_.reset();
+    if (std::exchange(dragStart_, std::nullopt) && onCancel) {
+        onCancel();
+    }
 }
 
 GridEditorLayout GridEditorView::layoutNow() const {
@@ -103,10 +100,15 @@ void GridEditorView::paintEvent(QPaintEvent* /*event*/) {
         }
     }
     if (hasFocus()) {
+        // Round what the arrow keys move.
+        const Rect held =
+            area ? GridEditing::rect(*area, layout.cells(), command_->axis) : layout.cells();
+        constexpr double inset = focusWidth / 2;
         painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(WidgetColors::accent(), 1));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), focusRadius,
-                                focusRadius);
+        painter.setPen(QPen(WidgetColors::label(), focusWidth));
+        painter.drawRoundedRect(
+            QRectF(held.x, held.y, held.width, held.height).adjusted(inset, inset, -inset, -inset),
+            focusRadius, focusRadius);
     }
 }
 
@@ -117,6 +119,9 @@ void GridEditorView::mousePressEvent(QMouseEvent* event) {
 }
 
 void GridEditorView::mouseMoveEvent(QMouseEvent* event) {
+    if ((event->buttons() & Qt::LeftButton) == 0) {
+        cancelDrag();
+    }
     if (!pressedAt_ || !command_) {
         return;
     }

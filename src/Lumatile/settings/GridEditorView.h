@@ -26,11 +26,12 @@ public:
     /// Once, when it has been drawn.
     std::function<void()> onCommit;
 
+    /// In place of `onCommit` when the drawing is cut short: the view is hidden, or the release of
+    /// the button went elsewhere.
+    std::function<void()> onCancel;
+
     /// What is shown and edited; nothing is drawn without.
     void setCommand(const std::optional<SnapCommand>& command);
-
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -38,14 +39,13 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
     GridEditorLayout layoutNow() const;
-    /// No taller than the cells get at this width, so that what stands below stays near them.
-    void limitHeight();
+    void cancelDrag();
     void moveByKey(std::int64_t columns, std::int64_t rows, bool resizes);
 
     std::optional<SnapCommand> command_;

@@ -4,8 +4,10 @@
 #include <QAccessibleWidget>
 
 #include "Lumatile/settings/GridEditorView.h"
+#include "Lumatile/settings/RecorderFrame.h"
 #include "Lumatile/settings/ShortcutRecorderView.h"
 #include "Lumatile/widgets/Card.h"
+#include "Lumatile/widgets/LinkLabel.h"
 
 namespace lumatile {
 
@@ -53,12 +55,58 @@ private:
     RecorderField& field_;
 };
 
+/// A button round the recorder, which says itself that it is one.
+class RecorderFrameInterface final : public QAccessibleWidget {
+public:
+    explicit RecorderFrameInterface(RecorderFrame* frame)
+        : QAccessibleWidget(frame, QAccessible::Button), frame_(*frame) {}
+
+    QStringList actionNames() const override { return {pressAction()}; }
+
+    void doAction(const QString& name) override {
+        if (name == pressAction()) {
+            frame_.begin();
+        }
+    }
+
+private:
+    RecorderFrame& frame_;
+};
+
+/// A sentence that leads somewhere, told with its text.
+class LinkInterface final : public QAccessibleWidget {
+public:
+    explicit LinkInterface(LinkLabel* label)
+        : QAccessibleWidget(label, QAccessible::Link), label_(*label) {}
+
+    QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Name ? label_.text() : QAccessibleWidget::text(kind);
+    }
+
+    QStringList actionNames() const override { return {pressAction()}; }
+
+    void doAction(const QString& name) override {
+        if (name == pressAction() && label_.onFollow) {
+            label_.onFollow();
+        }
+    }
+
+private:
+    LinkLabel& label_;
+};
+
 QAccessibleInterface* describe(const QString& className, QObject* object) {
     if (auto* grid = dynamic_cast<GridEditorView*>(object)) {
         return new GridEditorInterface(grid);
     }
     if (auto* field = dynamic_cast<RecorderField*>(object)) {
         return new RecorderInterface(field);
+    }
+    if (auto* frame = dynamic_cast<RecorderFrame*>(object)) {
+        return new RecorderFrameInterface(frame);
+    }
+    if (auto* link = dynamic_cast<LinkLabel*>(object)) {
+        return new LinkInterface(link);
     }
     if (auto* card = dynamic_cast<Card*>(object); card && !card->accessibleName().isEmpty()) {
         return new CardInterface(card);

@@ -3,7 +3,6 @@
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QListWidget>
 #include <QScrollArea>
 #include <QSignalBlocker>
 #include <QStackedWidget>
@@ -16,6 +15,7 @@
 #include "Lumatile/settings/SettingsTexts.h"
 #include "Lumatile/settings/SnapAreasView.h"
 #include "Lumatile/widgets/AppFonts.h"
+#include "Lumatile/widgets/RowList.h"
 #include "Lumatile/widgets/SymbolIcon.h"
 #include "Lumatile/widgets/ViewText.h"
 #include "Lumatile/widgets/WidgetColors.h"
@@ -25,6 +25,7 @@ namespace lumatile {
 namespace {
 
 constexpr double sidebarPoints = 200;
+constexpr double sidebarMarginPoints = 10;  // As the style sheet has it.
 constexpr double sidebarTextPoints = 13;
 constexpr double titlePoints = 22;
 constexpr double bodyPoints = 13;
@@ -45,7 +46,7 @@ SettingsRootView::SettingsRootView(std::shared_ptr<SettingsViewModel> model,
     : QWidget(parent),
       model_(std::move(model)),
       services_(std::move(services)),
-      sidebar_(new QListWidget),
+      sidebar_(new RowList(sidebarMarginPoints)),
       pages_(new QStackedWidget) {
     // A click beside the controls leaves the one that has the keyboard: a name is taken over, a
     // recorder stops listening.
@@ -59,7 +60,6 @@ SettingsRootView::SettingsRootView(std::shared_ptr<SettingsViewModel> model,
     sidebar_->setFrameShape(QFrame::NoFrame);
     sidebar_->setFont(AppFonts::text(sidebarTextPoints, QFont::Medium));
     sidebar_->setIconSize(QSize(symbolSide, symbolSide));
-    sidebar_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     sidebar_->setFixedWidth(static_cast<int>(sidebarPoints * AppFonts::pixelsPerPoint()));
     for (const SettingsSection section : settingsSections) {
         new QListWidgetItem(

@@ -9,10 +9,11 @@
 #include "Lumatile/SettingsViewModel.h"
 #include "Lumatile/settings/SettingsServices.h"
 
-class QListWidget;
 class QStackedWidget;
 
 namespace lumatile {
+
+class RowList;
 
 /// The sections in a sidebar and the selected one's page beside it. A page is made when it is first
 /// shown.
@@ -29,7 +30,7 @@ private:
 
     std::shared_ptr<SettingsViewModel> model_;
     SettingsServices services_;
-    QListWidget* sidebar_;
+    RowList* sidebar_;
     QStackedWidget* pages_;
     std::array<QWidget*, settingsSections.size()> made_{};
     SettingsViewModel::Observation observation_;

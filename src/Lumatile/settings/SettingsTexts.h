@@ -28,6 +28,9 @@ inline constexpr std::string_view quit = "Quit Lumatile";
 inline constexpr std::string_view builtIn = "Built-in";
 inline constexpr std::string_view yourAreas = "Your Areas";
 inline constexpr std::string_view portraitSuffix = " (Portrait)";
+inline constexpr std::string_view portrait = "Portrait";
+inline constexpr std::string_view portraitShown = "Portrait, shown";
+inline constexpr std::string_view portraitHidden = "Portrait, hidden";
 inline constexpr std::string_view newArea = "New snap area";
 inline constexpr std::string_view deleteThisArea = "Delete snap area";
 inline constexpr std::string_view noAreas = "Click + to draw your own area.";
@@ -35,22 +38,28 @@ inline constexpr std::string_view selectAnArea = "Select a snap area";
 inline constexpr std::string_view name = "Name";
 inline constexpr std::string_view namePlaceholder = "Area name";
 inline constexpr std::string_view shortcut = "Shortcut";
-inline constexpr std::string_view record = "Record";
+inline constexpr std::string_view recordShortcut = "Record Shortcut";
 inline constexpr std::string_view shortcutOn = "Shortcut is on";
-inline constexpr std::string_view removeShortcut = "Remove";
+inline constexpr std::string_view removeShortcut = "Remove Shortcut";
 inline constexpr std::string_view bareKey = "Add Ctrl, Alt, Shift or Super to the key";
+inline constexpr std::string_view unusableKey = "This key cannot be used in a shortcut";
 inline constexpr std::string_view refusedHere = "Another program on this desktop has this shortcut";
 inline constexpr std::string_view dragForBuiltIn =
     "Drag across the grid to choose where this snaps.";
 inline constexpr std::string_view dragForCustom =
     "Drag across the grid to draw this area. Keyboard and menu only.";
+inline constexpr std::string_view arrowKeys =
+    "The arrow keys move the area, with Shift they resize it.";
 inline constexpr std::string_view restoreDefaultArea = "Restore Default Area";
 inline constexpr std::string_view deleteArea = "Delete Area";
 
-/// @param holder the display name of the command that has the shortcut
+/// @param holder the command that has the shortcut, as the list names it
 inline std::string alreadyUsedBy(std::string_view holder) {
     return "Already used by " + std::string(holder);
 }
+
+/// @param twin the area for the other screen orientation, as the list names it
+inline std::string sharedWith(std::string_view twin) { return "Shared with " + std::string(twin); }
 
 /// @param count at least 1
 inline std::string refusedShortcuts(std::size_t count) {

@@ -148,6 +148,10 @@ void RecorderField::keyPressEvent(QKeyEvent* event) {
     }
     const std::optional<std::uint32_t> keyCode = keys_.virtualKeyCode(event->nativeScanCode());
     if (!keyCode) {
+        clearFocus();
+        if (onUnusableKey) {
+            onUnusableKey();
+        }
         return;
     }
     const Shortcut shortcut{*keyCode, RecordedModifiers::classic(recordedFlags(event->modifiers())),

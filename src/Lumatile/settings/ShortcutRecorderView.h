@@ -22,7 +22,10 @@ public:
 
     std::function<void(const Shortcut&)> onRecord;
 
-    /// Called with true when recording begins and with false when it has ended, before `onRecord`.
+    /// Called in place of `onRecord` for a key that has no virtual key code.
+    std::function<void()> onUnusableKey;
+
+    /// Called with true when recording begins and with false when it has ended, before those.
     std::function<void(bool)> onRecording;
 
     const std::optional<Shortcut>& current() const { return current_; }

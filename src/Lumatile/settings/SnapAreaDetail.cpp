@@ -5,12 +5,15 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QToolButton>
 #include <QVBoxLayout>
 
+#include "Lumatile/settings/AreaRows.h"
+#include "Lumatile/settings/GridEditorPlace.h"
 #include "Lumatile/settings/GridEditorView.h"
+#include "Lumatile/settings/RecorderFrame.h"
 #include "Lumatile/settings/SettingsTexts.h"
 #include "Lumatile/settings/ShortcutRecorderView.h"
-#include "Lumatile/settings/SnapAreaList.h"
 #include "Lumatile/widgets/AppFonts.h"
 #include "Lumatile/widgets/SymbolIcon.h"
 #include "Lumatile/widgets/ToggleSwitch.h"
@@ -27,6 +30,15 @@ constexpr int warningIcon = 16;
 
 // Of the room that is left over; whoever else wants some gets none before the grid has enough.
 constexpr int gridShare = 1000;
+
+QLabel* smallPrint(std::string_view text) {
+    auto* label = new QLabel(viewText(text));
+    label->setWordWrap(true);
+    label->setTextFormat(Qt::PlainText);
+    label->setFont(AppFonts::text(captionPoints));
+    label->setProperty("tone", QStringLiteral("secondary"));
+    return label;
+}
 
 QHBoxLayout* rowOf(QWidget* row) {
     auto* layout = new QHBoxLayout(row);
@@ -46,8 +58,9 @@ SnapAreaDetail::SnapAreaDetail(std::shared_ptr<SettingsViewModel> model, KeyCode
       title_(new QLabel),
       nameRow_(new QWidget),
       name_(new QLineEdit),
-      grid_(new GridEditorView),
-      caption_(new QLabel),
+      shared_(smallPrint({})),
+      grid_(new GridEditorPlace),
+      caption_(smallPrint({})),
       restore_(new QPushButton(viewText(SettingsTexts::restoreDefaultArea))),
       delete_(new QPushButton(viewText(SettingsTexts::deleteArea))) {
     auto* whole = new QVBoxLayout(this);
@@ -73,12 +86,14 @@ SnapAreaDetail::SnapAreaDetail(std::shared_ptr<SettingsViewModel> model, KeyCode
     nameRow->addWidget(name_, 1);
     layout->addWidget(nameRow_);
     layout->addWidget(makeShortcutRow(keys));
+    layout->addWidget(shared_);
     layout->addWidget(makeWarning());
     layout->addWidget(grid_, gridShare);
-    caption_->setWordWrap(true);
-    caption_->setFont(AppFonts::text(captionPoints));
-    caption_->setProperty("tone", QStringLiteral("secondary"));
-    layout->addWidget(caption_);
+    auto* captions = new QVBoxLayout;
+    captions->setSpacing(2);
+    captions->addWidget(caption_);
+    captions->addWidget(smallPrint(SettingsTexts::arrowKeys));
+    layout->addLayout(captions);
     auto* actionRow = new QHBoxLayout;
     delete_->setProperty("tone", QStringLiteral("destructive"));
     actionRow->addWidget(restore_);
@@ -92,13 +107,19 @@ SnapAreaDetail::SnapAreaDetail(std::shared_ptr<SettingsViewModel> model, KeyCode
         nameLabel->fontMetrics().horizontalAdvance(viewText(SettingsTexts::shortcut)));
 
     connect(name_, &QLineEdit::editingFinished, this, [this] { commitName(); });
-    connect(restore_, &QPushButton::clicked, this, [this] { model_->restoreDefaultArea(); });
+    connect(restore_, &QPushButton::clicked, this, [this] {
+        // The button is off then and cannot keep the keyboard.
+        grid_->grid().setFocus(Qt::OtherFocusReason);
+        model_->restoreDefaultArea();
+    });
     connect(delete_, &QPushButton::clicked, this, [this] { model_->deleteSelected(); });
-    grid_->onPaint = [this](std::int64_t startColumn, std::int64_t startRow, std::int64_t column,
-                            std::int64_t row) {
+    GridEditorView& grid = grid_->grid();
+    grid.onPaint = [this](std::int64_t startColumn, std::int64_t startRow, std::int64_t column,
+                          std::int64_t row) {
         model_->paint({startColumn, startRow}, {column, row});
     };
-    grid_->onCommit = [this] { model_->commitPaint(); };
+    grid.onCommit = [this] { model_->commitPaint(); };
+    grid.onCancel = [this] { model_->cancelPaint(); };
     observation_ = model_->observe([this] { refresh(); });
     refresh();
 }
@@ -107,30 +128,32 @@ QWidget* SnapAreaDetail::makeShortcutRow(KeyCodes& keys) {
     auto* row = new QWidget;
     QHBoxLayout* layout = rowOf(row);
     auto* label = new QLabel(viewText(SettingsTexts::shortcut));
-    recorder_ = new RecorderField(keys);
-    recorder_->setAccessibleName(viewText(SettingsTexts::shortcut));
-    record_ = new QPushButton(viewText(SettingsTexts::record));
+    recorder_ = new RecorderFrame(keys);
     isOn_ = new ToggleSwitch;
     isOn_->setAccessibleName(viewText(SettingsTexts::shortcutOn));
     isOn_->setToolTip(viewText(SettingsTexts::shortcutOn));
-    remove_ = new QPushButton(viewText(SettingsTexts::removeShortcut));
-    label->setBuddy(record_);
+    label->setBuddy(recorder_);
     layout->addWidget(label);
     layout->addWidget(recorder_);
-    layout->addWidget(record_);
     layout->addWidget(isOn_);
     layout->addStretch(1);
-    layout->addWidget(remove_);
 
-    connect(record_, &QPushButton::clicked, this,
-            [this] { recorder_->setFocus(Qt::OtherFocusReason); });
     connect(isOn_, &QCheckBox::toggled, this,
             [this](bool checked) { model_->setShortcutEnabled(checked); });
-    connect(remove_, &QPushButton::clicked, this, [this] { model_->removeShortcut(); });
-    recorder_->onRecording = [this](bool isRecording) { model_->setRecording(isRecording); };
-    recorder_->onRecord = [this](const Shortcut& shortcut) {
+    connect(&recorder_->remove(), &QToolButton::clicked, this, [this] {
+        // The cross goes with the shortcut.
+        recorder_->setFocus(Qt::OtherFocusReason);
+        model_->removeShortcut();
+    });
+    RecorderField& field = recorder_->field();
+    field.onRecording = [this](bool isRecording) { model_->setRecording(isRecording); };
+    field.onRecord = [this](const Shortcut& shortcut) {
         model_->record(shortcut);
-        record_->setFocus(Qt::OtherFocusReason);
+        recorder_->setFocus(Qt::OtherFocusReason);
+    };
+    field.onUnusableKey = [this] {
+        model_->recordUnusableKey();
+        recorder_->setFocus(Qt::OtherFocusReason);
     };
     return row;
 }
@@ -148,6 +171,11 @@ QWidget* SnapAreaDetail::makeWarning() {
     layout->addWidget(icon);
     layout->addWidget(warningText_, 1);
     return warning_;
+}
+
+void SnapAreaDetail::beginNaming() {
+    name_->setFocus(Qt::OtherFocusReason);
+    name_->selectAll();
 }
 
 void SnapAreaDetail::hideEvent(QHideEvent* event) {
@@ -193,31 +221,47 @@ void SnapAreaDetail::refresh() {
     caption_->setText(
         viewText(isCustom ? SettingsTexts::dragForCustom : SettingsTexts::dragForBuiltIn));
     restore_->setVisible(!isCustom);
+    restore_->setEnabled(model_->differsFromDefault());
     delete_->setVisible(isCustom);
 }
 
 void SnapAreaDetail::refreshShortcut(const SnapCommand& command) {
-    recorder_->setCurrent(command.shortcut);
+    recorder_->field().setCurrent(command.shortcut);
     isOn_->setVisible(command.shortcut.has_value());
-    remove_->setVisible(command.shortcut.has_value());
+    recorder_->remove().setVisible(command.shortcut.has_value());
     isOn_->showState(command.shortcut && command.shortcut->enabled);
-
-    QString text;
-    const std::optional<SettingsViewModel::Refusal>& refusal = model_->refusal();
-    const std::optional<SnapCommand> holder = model_->conflict(command);
-    if (refusal && refusal->holder) {
-        text = QString::fromStdString(SettingsTexts::alreadyUsedBy(refusal->holder->displayName()));
-    } else if (refusal) {
-        text = viewText(SettingsTexts::bareKey);
-    } else if (holder) {
-        text = QString::fromStdString(SettingsTexts::alreadyUsedBy(holder->displayName()));
-    } else if (model_->isShortcutRefused(command.id)) {
-        text = viewText(SettingsTexts::refusedHere);
+    const std::optional<SnapCommand> twin = model_->sharingTwin(command);
+    shared_->setVisible(twin && command.shortcut);
+    if (twin) {
+        shared_->setText(QString::fromStdString(SettingsTexts::sharedWith(listedName(*twin))));
     }
-    // The reader comes to the button again when recording is over, and reads it out.
-    record_->setAccessibleDescription(text);
+    const QString text = complaint(command);
+    // The reader comes to the frame again when recording is over, and reads it out.
+    recorder_->setAccessibleDescription(text.isEmpty() ? recorder_->field().accessibleDescription()
+                                                       : text);
     warning_->setVisible(!text.isEmpty());
     warningText_->setText(text);
+}
+
+QString SnapAreaDetail::complaint(const SnapCommand& command) const {
+    const auto usedBy = [](const SnapCommand& holder) {
+        return QString::fromStdString(SettingsTexts::alreadyUsedBy(listedName(holder)));
+    };
+    if (const auto& refusal = model_->refusal()) {
+        switch (refusal->reason) {
+            case SettingsViewModel::Refusal::Reason::taken:
+                return refusal->holder ? usedBy(*refusal->holder) : QString();
+            case SettingsViewModel::Refusal::Reason::noCode:
+                return viewText(SettingsTexts::unusableKey);
+            case SettingsViewModel::Refusal::Reason::bareKey:
+                break;
+        }
+        return viewText(SettingsTexts::bareKey);
+    }
+    if (const auto holder = model_->conflict(command)) {
+        return usedBy(*holder);
+    }
+    return model_->isShortcutRefused(command) ? viewText(SettingsTexts::refusedHere) : QString();
 }
 
 }  // namespace lumatile

@@ -12,9 +12,9 @@ class QPushButton;
 
 namespace lumatile {
 
-class GridEditorView;
+class GridEditorPlace;
 class KeyCodes;
-class RecorderField;
+class RecorderFrame;
 class ToggleSwitch;
 
 /// The selected area: its name, its shortcut, its cells.
@@ -24,6 +24,9 @@ public:
     SnapAreaDetail(std::shared_ptr<SettingsViewModel> model, KeyCodes& keys,
                    QWidget* parent = nullptr);
 
+    /// The name can be typed over at once.
+    void beginNaming();
+
 protected:
     void hideEvent(QHideEvent* event) override;
 
@@ -32,6 +35,7 @@ private:
     QWidget* makeWarning();
     void refresh();
     void refreshShortcut(const SnapCommand& command);
+    QString complaint(const SnapCommand& command) const;
     void commitName();
 
     std::shared_ptr<SettingsViewModel> model_;
@@ -40,13 +44,12 @@ private:
     QLabel* title_;
     QWidget* nameRow_;
     QLineEdit* name_;
-    RecorderField* recorder_ = nullptr;
-    QPushButton* record_ = nullptr;
+    RecorderFrame* recorder_ = nullptr;
     ToggleSwitch* isOn_ = nullptr;
-    QPushButton* remove_ = nullptr;
+    QLabel* shared_;
     QWidget* warning_ = nullptr;
     QLabel* warningText_ = nullptr;
-    GridEditorView* grid_;
+    GridEditorPlace* grid_;
     QLabel* caption_;
     QPushButton* restore_;
     QPushButton* delete_;

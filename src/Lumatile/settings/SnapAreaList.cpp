@@ -1,15 +1,18 @@
 #include "Lumatile/settings/SnapAreaList.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QListWidget>
-#include <QScrollBar>
+#include <QStringList>
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include "Lumatile/settings/AreaPicture.h"
+#include <algorithm>
+
+#include "Lumatile/settings/AreaRows.h"
 #include "Lumatile/settings/SettingsTexts.h"
 #include "Lumatile/widgets/AppFonts.h"
+#include "Lumatile/widgets/LinkLabel.h"
 #include "Lumatile/widgets/SymbolIcon.h"
 #include "Lumatile/widgets/ViewText.h"
 #include "Lumatile/widgets/WidgetColors.h"
@@ -18,11 +21,14 @@ namespace lumatile {
 
 namespace {
 
-constexpr int idRole = Qt::UserRole;
-constexpr double headingPoints = 11;
-constexpr int pictureSide = 24;
+constexpr double headingPoints = 12;
+constexpr double refusedPoints = 12;
 constexpr int buttonIcon = 14;
-constexpr double listWidthPoints = 264;
+constexpr double widthPoints = 244;
+constexpr int spacing = 8;
+
+// More of the user's own scroll, so that built-in areas show in the smallest window too.
+constexpr int mostOwnRows = 4;
 
 QToolButton* button(std::string_view symbol, std::string_view name) {
     auto* made = new QToolButton;
@@ -34,140 +40,129 @@ QToolButton* button(std::string_view symbol, std::string_view name) {
     return made;
 }
 
-/// Home and End lead to the first and the last area; the toolkit would stop at the headings, which
-/// cannot be selected.
-class AreaListWidget final : public QListWidget {
-protected:
-    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override {
-        if (action != MoveHome && action != MoveEnd) {
-            return QListWidget::moveCursor(action, modifiers);
-        }
-        for (int step = 0; step < count(); ++step) {
-            QListWidgetItem* each = item(action == MoveHome ? step : count() - 1 - step);
-            if ((each->flags() & Qt::ItemIsSelectable) != 0) {
-                return indexFromItem(each);
-            }
-        }
-        return currentIndex();
-    }
-};
+QLabel* heading(std::string_view text) {
+    auto* made = new QLabel(viewText(text));
+    made->setFont(AppFonts::text(headingPoints, QFont::DemiBold));
+    made->setProperty("tone", QStringLiteral("secondary"));
+    return made;
+}
+
+void prepare(AreaRows& rows, std::string_view name) {
+    rows.setObjectName(QStringLiteral("areas"));
+    rows.setAccessibleName(viewText(name));
+}
 
 }  // namespace
-
-std::string listedName(const SnapCommand& command) {
-    return command.displayName() +
-           (command.axis == Axis::vertical ? std::string(SettingsTexts::portraitSuffix) : "");
-}
 
 SnapAreaList::SnapAreaList(std::shared_ptr<SettingsViewModel> model, QWidget* parent)
     : QWidget(parent),
       model_(std::move(model)),
-      list_(new AreaListWidget),
+      builtIn_(new AreaRows),
+      own_(new AreaRows),
       delete_(button("minus", SettingsTexts::deleteThisArea)),
-      refused_(new QLabel) {
+      refused_(new LinkLabel) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(8);
-    list_->setObjectName(QStringLiteral("areas"));
-    list_->setAccessibleName(viewText(title(SettingsSection::commands)));
-    list_->setIconSize(QSize(pictureSide, pictureSide));
-    list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    list_->setTextElideMode(Qt::ElideRight);
-    layout->addWidget(list_, 1);
+    layout->setSpacing(spacing);
+    prepare(*builtIn_, SettingsTexts::builtIn);
+    prepare(*own_, SettingsTexts::yourAreas);
+    layout->addWidget(heading(SettingsTexts::builtIn));
+    layout->addWidget(builtIn_, 1);
 
     auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(6);
+    buttons->setSpacing(spacing);
     QToolButton* add = button("plus", SettingsTexts::newArea);
+    buttons->addWidget(heading(SettingsTexts::yourAreas), 1);
     buttons->addWidget(add);
     buttons->addWidget(delete_);
-    buttons->addStretch(1);
     layout->addLayout(buttons);
+    layout->addWidget(own_);
 
-    refused_->setWordWrap(true);
     refused_->setProperty("tone", QStringLiteral("warning"));
-    refused_->setFont(AppFonts::text(headingPoints));
+    refused_->setFont(AppFonts::text(refusedPoints));
     layout->addWidget(refused_);
-    setFixedWidth(static_cast<int>(listWidthPoints * AppFonts::pixelsPerPoint()));
+    setFixedWidth(static_cast<int>(widthPoints * AppFonts::pixelsPerPoint()));
 
-    connect(add, &QToolButton::clicked, this, [this] { model_->addCustomArea(); });
+    connect(add, &QToolButton::clicked, this, [this] { this->add(); });
     connect(delete_, &QToolButton::clicked, this, [this] { model_->deleteSelected(); });
-    connect(list_, &QListWidget::currentItemChanged, this, [this] { takeSelection(); });
+    for (AreaRows* rows : {builtIn_, own_}) {
+        rows->onChoose = [this](const UUID& id) { model_->select(id); };
+    }
+    builtIn_->onLeave = [this](bool isPastLast) {
+        if (isPastLast) {
+            own_->enter(true);
+        }
+    };
+    own_->onLeave = [this](bool isPastLast) {
+        if (!isPastLast) {
+            builtIn_->enter(false);
+        }
+    };
+    refused_->onFollow = [this] { model_->select(model_->firstRefusedArea()); };
     observation_ = model_->observe([this] { refresh(); });
     refresh();
 }
 
-void SnapAreaList::takeSelection() {
-    const QListWidgetItem* item = list_->currentItem();
-    if (isRefreshing_ || item == nullptr) {
-        return;
+bool SnapAreaList::event(QEvent* event) {
+    // Only then the rows have their fonts and margins.
+    if (event->type() == QEvent::Show || event->type() == QEvent::StyleChange) {
+        limitOwn();
     }
-    model_->select(UUID::parse(item->data(idRole).toString().toStdString()));
+    return QWidget::event(event);
+}
+
+void SnapAreaList::limitOwn() { own_->setFixedHeight(own_->heightOf(mostOwnRows)); }
+
+void SnapAreaList::add() {
+    const std::size_t before = model_->commands().size();
+    model_->addCustomArea();
+    if (model_->commands().size() != before && onAdded) {
+        onAdded();
+    }
 }
 
 void SnapAreaList::refresh() {
-    isRefreshing_ = true;
-    std::vector<SnapCommand> all = model_->areas(false);
+    const std::vector<SnapCommand> builtIn = model_->areas(false);
     const std::vector<SnapCommand> own = model_->areas(true);
+    std::vector<SnapCommand> all = builtIn;
     all.insert(all.end(), own.begin(), own.end());
-    if (all != shown_ || list_->count() == 0) {
+    if (all != shown_) {
         shown_ = std::move(all);
-        refill();
+        builtIn_->fill(builtIn, true, {});
+        own_->fill(own, false, viewText(SettingsTexts::noAreas));
+        limitOwn();
     }
+    builtIn_->showChosen(model_->selectedID());
+    own_->showChosen(model_->selectedID());
     const SnapCommand* selected = model_->selected();
-    const QString id =
-        selected != nullptr ? QString::fromStdString(selected->id.text()) : QString();
-    QListWidgetItem* current = nullptr;
-    for (int row = 0; row < list_->count() && !id.isEmpty(); ++row) {
-        if (list_->item(row)->data(idRole).toString() == id) {
-            current = list_->item(row);
-        }
-    }
-    if (current != list_->currentItem()) {
-        list_->setCurrentItem(current);
-        if (current != nullptr) {
-            list_->scrollToItem(current);
-        }
-    }
     delete_->setEnabled(selected != nullptr && selected->isCustom());
-    const std::size_t refused = model_->refusedShortcuts().size();
-    refused_->setVisible(refused != 0);
-    if (refused != 0) {
-        refused_->setText(QString::fromStdString(SettingsTexts::refusedShortcuts(refused)));
-    }
-    isRefreshing_ = false;
+    refreshRefused();
 }
 
-void SnapAreaList::refill() {
-    const int scrolled = list_->verticalScrollBar()->value();
-    list_->clear();
-    addHeading(SettingsTexts::builtIn);
-    for (const SnapCommand& command : model_->areas(false)) {
-        addArea(command);
+void SnapAreaList::refreshRefused() {
+    const auto mark = [this](const UUID& id) {
+        const auto area = std::find_if(shown_.begin(), shown_.end(),
+                                       [&](const SnapCommand& each) { return each.id == id; });
+        return area != shown_.end() && model_->isShortcutRefused(*area);
+    };
+    builtIn_->mark(mark);
+    own_->mark(mark);
+    const std::size_t count = model_->refusedShortcuts().size();
+    refused_->setVisible(count != 0);
+    if (count == 0) {
+        return;
     }
-    addHeading(SettingsTexts::yourAreas);
-    const std::vector<SnapCommand> own = model_->areas(true);
-    for (const SnapCommand& command : own) {
-        addArea(command);
+    refused_->setText(QString::fromStdString(SettingsTexts::refusedShortcuts(count)));
+    refused_->setLeads(model_->firstRefusedArea().has_value());
+    // All of them: some are of commands that are no areas.
+    QStringList names;
+    for (const SnapCommand& command : model_->commands()) {
+        const auto& ids = model_->refusedShortcuts();
+        if (std::find(ids.begin(), ids.end(), command.id) != ids.end()) {
+            names.append(QString::fromStdString(listedName(command)));
+        }
     }
-    if (own.empty()) {
-        auto* hint = new QListWidgetItem(viewText(SettingsTexts::noAreas), list_);
-        hint->setFlags(Qt::NoItemFlags);
-        hint->setFont(AppFonts::text(headingPoints));
-    }
-    list_->verticalScrollBar()->setValue(scrolled);
-}
-
-void SnapAreaList::addHeading(std::string_view text) {
-    auto* heading = new QListWidgetItem(viewText(text), list_);
-    heading->setFlags(Qt::NoItemFlags);
-    heading->setFont(AppFonts::text(headingPoints, QFont::DemiBold));
-}
-
-void SnapAreaList::addArea(const SnapCommand& command) {
-    auto* item = new QListWidgetItem(areaPicture(command),
-                                     QString::fromStdString(listedName(command)), list_);
-    item->setData(idRole, QString::fromStdString(command.id.text()));
-    item->setToolTip(item->text());
+    refused_->setToolTip(names.join(u'\n'));
 }
 
 }  // namespace lumatile

@@ -2,40 +2,44 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
-#include <string>
+#include <vector>
 
 #include "Lumatile/SettingsViewModel.h"
 
-class QLabel;
-class QListWidget;
-class QListWidgetItem;
 class QToolButton;
 
 namespace lumatile {
 
-/// The list of snap areas in its two groups, with the buttons that add and delete.
+class AreaRows;
+class LinkLabel;
+
+/// The snap areas in their two groups, with the buttons that add and delete. The user's own have
+/// their room at the bottom, whatever of the built-in ones shows.
 class SnapAreaList : public QWidget {
 public:
     explicit SnapAreaList(std::shared_ptr<SettingsViewModel> model, QWidget* parent = nullptr);
 
+    /// Called when the user has added an area, which is selected then.
+    std::function<void()> onAdded;
+
+protected:
+    bool event(QEvent* event) override;
+
 private:
+    void add();
     void refresh();
-    void refill();
-    void addHeading(std::string_view text);
-    void addArea(const SnapCommand& command);
-    void takeSelection();
+    void refreshRefused();
+    void limitOwn();
 
     std::shared_ptr<SettingsViewModel> model_;
-    QListWidget* list_;
+    AreaRows* builtIn_;
+    AreaRows* own_;
     QToolButton* delete_;
-    QLabel* refused_;
+    LinkLabel* refused_;
     std::vector<SnapCommand> shown_;
-    bool isRefreshing_ = false;
     SettingsViewModel::Observation observation_;
 };
-
-/// The name of an area where landscape and portrait areas stand side by side.
-std::string listedName(const SnapCommand& command);
 
 }  // namespace lumatile

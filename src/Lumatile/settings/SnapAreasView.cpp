@@ -14,8 +14,11 @@ SnapAreasView::SnapAreasView(const std::shared_ptr<SettingsViewModel>& model, Ke
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(spacing);
-    layout->addWidget(new SnapAreaList(model));
-    layout->addWidget(new SnapAreaDetail(model, keys), 1);
+    auto* list = new SnapAreaList(model);
+    auto* detail = new SnapAreaDetail(model, keys);
+    layout->addWidget(list);
+    layout->addWidget(detail, 1);
+    list->onAdded = [detail] { detail->beginNaming(); };
 }
 
 }  // namespace lumatile

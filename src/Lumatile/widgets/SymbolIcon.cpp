@@ -93,6 +93,12 @@ void minus(QPainter& painter, const QColor& color) {
     painter.drawLine(QPointF(4, 10), QPointF(16, 10));
 }
 
+void cross(QPainter& painter, const QColor& color) {
+    stroke(painter, color, 2);
+    painter.drawLine(QPointF(5, 5), QPointF(15, 15));
+    painter.drawLine(QPointF(5, 15), QPointF(15, 5));
+}
+
 QPainterPath triangle() {
     QPainterPath path;
     path.moveTo(10, 3);
@@ -156,6 +162,11 @@ void chevron(QPainter& painter, const QColor& color) {
     painter.drawPolyline(std::array{QPointF(5, 8), QPointF(10, 13), QPointF(15, 8)}.data(), 3);
 }
 
+void chevronToTheRight(QPainter& painter, const QColor& color) {
+    stroke(painter, color);
+    painter.drawPolyline(std::array{QPointF(8, 5), QPointF(13, 10), QPointF(8, 15)}.data(), 3);
+}
+
 void keyboard(QPainter& painter, const QColor& color) {
     stroke(painter, color);
     painter.drawRoundedRect(QRectF(1.75, 4.75, 16.5, 10.5), 2, 2);
@@ -214,17 +225,19 @@ struct Drawing {
     Draw draw;
 };
 
-constexpr std::array<Drawing, 14> drawings{
+constexpr std::array<Drawing, 16> drawings{
     {{"gearshape", gear},
      {"rectangle.split.2x2", splitRectangle},
      {"display", display},
      {"info.circle", info},
      {"plus", plus},
      {"minus", minus},
+     {"xmark", cross},
      {"exclamationmark.triangle", warning},
      {"exclamationmark.triangle.fill", filledWarning},
      {"checkmark.circle.fill", filledCheckmark},
      {"chevron.down", chevron},
+     {"chevron.right", chevronToTheRight},
      {"sparkles.rectangle.stack", sparkles},
      {"keyboard", keyboard},
      {"arrow.up.left.and.arrow.down.right", outwardArrows},

@@ -27,7 +27,7 @@ struct WidgetColors {
     static QColor separator() { return {62, 58, 52}; }
 
     // The grid editor: a window on a dim grid.
-    static QColor emptyCell() { return {46, 43, 39}; }
+    static QColor emptyCell() { return {78, 74, 67}; }
     static QColor titleBarCell() { return accent(); }
     static QColor frameCell() { return {171, 98, 66}; }
     static QColor interiorCell() { return {104, 70, 54}; }

@@ -35,7 +35,6 @@ QListWidget#areas::item { padding: 3px <s6>; border-radius: 5px; color: <label>;
 QListWidget#areas::item:hover:!disabled { background: <control>; }
 QListWidget#areas::item:selected { background: <controlHover>; color: <label>; }
 QListWidget#areas::item:disabled { color: <secondaryLabel>; }
-QListWidget:focus::item:selected { border: 1px solid <accent>; }
 QFrame#card { background: <card>; border: 1px solid <separator>; border-radius: 10px; }
 QFrame#rowLine { background: <separator>; border: none; max-height: 1px; min-height: 1px; }
 QLabel { color: <label>; background: transparent; }
@@ -46,6 +45,9 @@ QPushButton, QToolButton, QComboBox, QLineEdit {
     background: <control>; color: <label>; border: 1px solid <separator>; border-radius: 6px;
     padding: <s4> <s10>; }
 QToolButton { padding: <s4>; }
+QToolButton#inFrame { background: transparent; border: 1px solid transparent; padding: 2px; }
+QToolButton#inFrame:hover { background: <controlHover>; }
+QToolButton#inFrame:focus { border: 1px solid <accent>; }
 QPushButton:hover, QToolButton:hover, QComboBox:hover { background: <controlHover>; }
 QPushButton:pressed, QToolButton:pressed { background: <card>; }
 QPushButton:focus, QToolButton:focus, QComboBox:focus, QLineEdit:focus {

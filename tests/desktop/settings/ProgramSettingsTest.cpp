@@ -168,21 +168,22 @@ TEST(ProgramSettings, tellAScreenReaderOfTheSnapAreas) {
     const AccessibleTree& tree = desk.tree();
     ASSERT_TRUE(desk.click("list item", say(title(SettingsSection::commands))));
     ASSERT_TRUE(tree.waitFor("label", say(S::selectAnArea)));
-    EXPECT_TRUE(tree.find("list item", say(S::builtIn)));
+    EXPECT_TRUE(tree.find("list", say(S::builtIn)));
+    EXPECT_TRUE(tree.find("list item", say(S::noAreas)));
     EXPECT_FALSE(tree.find("push button", say(S::deleteThisArea))->isEnabled());
 
     ASSERT_TRUE(desk.click("list item", "Left Half"));
     const SnapCommand left = BuiltInCommands::defaults().front();
     ASSERT_TRUE(tree.waitFor("graphic", GridEditorLayout::label(left)));
     for (const std::string& text :
-         {std::string("Left Half"), say(S::shortcut), say(S::dragForBuiltIn)}) {
+         {std::string("Left Half"), say(S::shortcut), say(S::dragForBuiltIn), say(S::arrowKeys)}) {
         EXPECT_TRUE(tree.find("label", text)) << text;
     }
     EXPECT_EQ(tree.find("push button", say(S::shortcut))->description, "⌃⌥←");
-    EXPECT_TRUE(tree.find("push button", say(S::record)));
+    EXPECT_TRUE(tree.find("push button", say(S::recordShortcut)));
     EXPECT_TRUE(tree.find("check box", say(S::shortcutOn))->isChecked());
     EXPECT_TRUE(tree.find("push button", say(S::removeShortcut)));
-    EXPECT_TRUE(tree.find("push button", say(S::restoreDefaultArea)));
+    EXPECT_FALSE(tree.find("push button", say(S::restoreDefaultArea))->isEnabled());
 
     ASSERT_TRUE(tree.act(*tree.find("push button", say(S::newArea)), "Press"));
     const std::string label =
@@ -194,7 +195,8 @@ TEST(ProgramSettings, tellAScreenReaderOfTheSnapAreas) {
     EXPECT_TRUE(tree.find("label", say(S::name)));
     EXPECT_EQ(tree.text(*tree.find("text", say(S::name))), "Custom Area");
     EXPECT_EQ(tree.find("push button", say(S::shortcut))->description, say(S::clickToRecord));
-    EXPECT_TRUE(tree.find("list item", say(S::yourAreas)));
+    EXPECT_TRUE(tree.find("list", say(S::yourAreas)));
+    EXPECT_TRUE(tree.find("text", say(S::name))->isFocused());
     EXPECT_TRUE(tree.find("push button", say(S::deleteArea)));
     EXPECT_TRUE(tree.find("push button", say(S::deleteThisArea))->isEnabled());
 }
@@ -238,7 +240,7 @@ TEST(ProgramSettings, aRecordedShortcutSnapsAtOnce) {
     ASSERT_TRUE(desk.openSettings());
     ASSERT_TRUE(desk.click("list item", "Snap Areas"));
     ASSERT_TRUE(desk.click("list item", "Left Half"));
-    ASSERT_TRUE(desk.click("push button", "Record"));
+    ASSERT_TRUE(desk.click("push button", "Record Shortcut"));
     ASSERT_TRUE(XClient::waitUntil([&] {
         return desk.tree().find("push button", "Shortcut")->description == "Type a shortcut…";
     }));
@@ -262,7 +264,7 @@ TEST(ProgramSettings, recordingEndsWhenAnotherWindowIsClicked) {
     ASSERT_TRUE(desk.openSettings());
     ASSERT_TRUE(desk.click("list item", "Snap Areas"));
     ASSERT_TRUE(desk.click("list item", "Left Half"));
-    ASSERT_TRUE(desk.click("push button", "Record"));
+    ASSERT_TRUE(desk.click("push button", "Record Shortcut"));
     const auto shown = [&] { return desk.tree().find("push button", "Shortcut")->description; };
     ASSERT_TRUE(XClient::waitUntil([&] { return shown() == "Type a shortcut…"; }));
     InputDriver& input = desk.desktop().input();

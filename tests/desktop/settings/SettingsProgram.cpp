@@ -2,9 +2,14 @@
 // real keys. Does as it is told, a line each, and says what became of it on its output:
 //   section NAME    shows a section            select INDEX   selects a command
 //   where NAME      says "at NAME X Y", the middle of a control, root coordinates
+//   add             adds an area of the user's
+//   refuse INDEX …  another program has the shortcuts of these commands
+//   least           makes the window as small as it gets
+//   field           says "field W H", the size of the recorder in points of the toolkit, if all of
+//                   it shows
 //   picture FILE    saves what the window looks like and says "saved"
 // Says "recording 0" or "1", and "shortcut CODE MODIFIERS" whenever that of the selected command is
-// another. Ends with its input.
+// another, and "refused, REASON". Ends with its input.
 //   settings_program DESCRIPTOR
 
 #include <QAccessible>
@@ -20,10 +25,12 @@
 #include <iostream>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "Lumatile/LaunchAtLogin.h"
 #include "Lumatile/Updater.h"
 #include "Lumatile/settings/SettingsWindowController.h"
+#include "Lumatile/settings/ShortcutRecorderView.h"
 #include "commands/BuiltInCommands.h"
 #include "onboarding/Vocabulary.h"
 #include "platform/freedesktop/process/StandardErrorLog.h"
@@ -76,6 +83,15 @@ void sayWhere(QWidget& window, const std::string& name) {
     std::cout << "there is no " << name << std::endl;
 }
 
+void sayFieldSize(QWidget& window) {
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
+        if (dynamic_cast<RecorderField*>(widget) != nullptr && widget->isVisible() &&
+            widget->visibleRegion() == widget->rect()) {
+            std::cout << "field " << widget->width() << ' ' << widget->height() << std::endl;
+        }
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -109,6 +125,11 @@ int main(int argc, char** argv) {
                       << std::endl;
         }
         told = shortcut;
+        if (const auto& refusal = model->refusal()) {
+            static constexpr std::array reasons{"bare key", "taken", "no code"};
+            std::cout << "refused, " << reasons.at(static_cast<std::size_t>(refusal->reason))
+                      << std::endl;
+        }
     });
     SettingsWindowController controller(
         model,
@@ -126,6 +147,20 @@ int main(int argc, char** argv) {
             model->setSection(settingsSectionFromRawValue(rest).value_or(SettingsSection::general));
         } else if (order == "select") {
             model->select(model->commands().at(std::stoul(rest)).id);
+        } else if (order == "add") {
+            model->addCustomArea();
+        } else if (order == "refuse") {
+            std::vector<UUID> refused;
+            std::istringstream indexes(rest);
+            for (std::size_t index = 0; indexes >> index;) {
+                refused.push_back(model->commands().at(index).id);
+            }
+            model->setRefusedShortcuts(refused);
+        } else if (order == "least") {
+            controller.window().resize(controller.window().minimumSize());
+        } else if (order == "field") {
+            QApplication::processEvents();
+            sayFieldSize(controller.window());
         } else if (order == "where") {
             QApplication::processEvents();  // What the last line changed is laid out first.
             sayWhere(controller.window(), rest);

@@ -67,6 +67,18 @@ TEST(ConductorSettings, aChangedShortcutWorksAtOnceAndIsStored) {
     EXPECT_EQ(desk.conductor->store().commands, desk.model().commands());
 }
 
+TEST(ConductorSettings, aRemovedShortcutIsFreeAlsoOfThePortraitTwin) {
+    DesktopWithSettings desk;
+    desk.selectLeftHalf();
+    ASSERT_TRUE(holds(desk.hotKeys, {leftArrow, controlOption}));
+    desk.model().setShortcutEnabled(false);
+    EXPECT_FALSE(holds(desk.hotKeys, {leftArrow, controlOption}));
+    desk.model().setShortcutEnabled(true);
+    EXPECT_TRUE(holds(desk.hotKeys, {leftArrow, controlOption}));
+    desk.model().removeShortcut();
+    EXPECT_FALSE(holds(desk.hotKeys, {leftArrow, controlOption}));
+}
+
 TEST(ConductorSettings, aNewAreaIsInTheMenuAtOnce) {
     DesktopWithSettings desk;
     EXPECT_EQ(desk.statusItem.find("Custom Area"), nullptr);
@@ -110,7 +122,7 @@ TEST(ConductorSettings, refusedShortcutsAreKnownFromTheStartAndAfterEachChange) 
     EXPECT_EQ(model.refusedShortcuts(), (std::vector<UUID>{left}));
     model.select(left);
     model.record({keyA, controlOption, true});
-    EXPECT_FALSE(model.isShortcutRefused(left));
+    EXPECT_FALSE(model.isShortcutRefused(model.commands().front()));
     desk.hotKeys.release({leftArrow, controlOption});
     model.record({leftArrow, controlOption, true});
     EXPECT_TRUE(model.refusedShortcuts().empty());
@@ -121,7 +133,9 @@ TEST(ConductorSettings, aDesktopThatRefusesTheRecordedShortcutIsTold) {
     desk.hotKeys.take({keyA, controlOption});
     desk.selectLeftHalf();
     desk.model().record({keyA, controlOption, true});
-    EXPECT_TRUE(desk.model().isShortcutRefused(desk.model().commands().front().id));
+    EXPECT_TRUE(desk.model().isShortcutRefused(desk.model().commands().front()));
+    EXPECT_EQ(desk.conductor->refusedShortcuts(),
+              (std::vector<UUID>{desk.model().commands().front().id}));
     desk.conductor->stopFeatures();
     EXPECT_TRUE(desk.model().refusedShortcuts().empty());
 }

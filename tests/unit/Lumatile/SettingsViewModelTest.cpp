@@ -102,12 +102,32 @@ TEST_F(SettingsModel, aRecordedShortcutIsTakenAtOnce) {
 TEST_F(SettingsModel, aBareKeyIsRefused) {
     selectBuiltIn(0);
     const auto before = model.selected()->shortcut;
-    model.record({53, 0, true});
+    model.record({keyA, 0, true});
     EXPECT_EQ(model.selected()->shortcut, before);
     ASSERT_TRUE(model.refusal());
+    EXPECT_EQ(model.refusal()->reason, SettingsViewModel::Refusal::Reason::bareKey);
     EXPECT_EQ(model.refusal()->holder, std::nullopt);
     EXPECT_TRUE(told.empty());
     EXPECT_EQ(changes, 2) << "selected, and refused";
+}
+
+TEST_F(SettingsModel, aBareEscapeChangesNothingWithoutAWord) {
+    selectBuiltIn(0);
+    const auto before = model.selected()->shortcut;
+    model.record({53, 0, true});
+    EXPECT_EQ(model.selected()->shortcut, before);
+    EXPECT_EQ(model.refusal(), std::nullopt);
+    EXPECT_TRUE(told.empty());
+}
+
+TEST_F(SettingsModel, aKeyWithoutACodeIsRefused) {
+    model.recordUnusableKey();
+    EXPECT_EQ(model.refusal(), std::nullopt) << "nothing is selected";
+    selectBuiltIn(0);
+    model.recordUnusableKey();
+    ASSERT_TRUE(model.refusal());
+    EXPECT_EQ(model.refusal()->reason, SettingsViewModel::Refusal::Reason::noCode);
+    EXPECT_TRUE(told.empty());
 }
 
 TEST_F(SettingsModel, aTakenCombinationIsRefusedWithItsHolder) {
@@ -117,16 +137,17 @@ TEST_F(SettingsModel, aTakenCombinationIsRefusedWithItsHolder) {
     EXPECT_NE(model.selected()->shortcut, holder.shortcut);
     ASSERT_TRUE(model.refusal());
     ASSERT_TRUE(model.refusal()->holder);
-    EXPECT_EQ(model.refusal()->holder->nameKey, holder.nameKey);
+    EXPECT_EQ(model.refusal()->reason, SettingsViewModel::Refusal::Reason::taken);
+    EXPECT_EQ(model.refusal()->holder, holder);
     EXPECT_TRUE(told.empty());
 }
 
 TEST_F(SettingsModel, theRefusalGoesWithTheSelectionAndWithTheNextTry) {
     selectBuiltIn(0);
-    model.record({53, 0, true});
+    model.record({keyA, 0, true});
     selectBuiltIn(1);
     EXPECT_EQ(model.refusal(), std::nullopt);
-    model.record({53, 0, true});
+    model.record({keyA, 0, true});
     EXPECT_TRUE(model.refusal());
     model.setRecording(true);
     EXPECT_EQ(model.refusal(), std::nullopt);
@@ -191,6 +212,27 @@ TEST_F(SettingsModel, aPaintedBlockDoesNotOutliveTheSelection) {
     EXPECT_TRUE(told.empty());
 }
 
+TEST_F(SettingsModel, aPaintedBlockThatIsGivenUpLeavesTheStoredAreaShown) {
+    selectBuiltIn(0);
+    model.paint({2, 2}, {5, 4});
+    model.cancelPaint();
+    EXPECT_EQ(model.painted(), *model.selected());
+    model.commitPaint();
+    EXPECT_TRUE(told.empty());
+}
+
+TEST_F(SettingsModel, whetherAnAreaDiffersFromItsDefaultIsKnown) {
+    EXPECT_FALSE(model.differsFromDefault());
+    selectBuiltIn(0);
+    EXPECT_FALSE(model.differsFromDefault());
+    model.paint({2, 2}, {5, 4});
+    EXPECT_FALSE(model.differsFromDefault()) << "what is stored counts";
+    model.commitPaint();
+    EXPECT_TRUE(model.differsFromDefault());
+    model.addCustomArea();
+    EXPECT_FALSE(model.differsFromDefault());
+}
+
 TEST_F(SettingsModel, theDefaultAreaComesBackAndTheRestStays) {
     selectBuiltIn(0);
     model.record({keyA, controlOption, true});
@@ -216,9 +258,11 @@ TEST_F(SettingsModel, eachChangeOfAProtectionIsToldOnce) {
 
 TEST_F(SettingsModel, refusedShortcutsAreKnownByTheirCommand) {
     const UUID id = model.commands()[2].id;
+    EXPECT_EQ(model.firstRefusedArea(), std::nullopt);
     model.setRefusedShortcuts({id});
-    EXPECT_TRUE(model.isShortcutRefused(id));
-    EXPECT_FALSE(model.isShortcutRefused(model.commands()[0].id));
+    EXPECT_TRUE(model.isShortcutRefused(model.commands()[2]));
+    EXPECT_FALSE(model.isShortcutRefused(model.commands()[0]));
+    EXPECT_EQ(model.firstRefusedArea(), id);
     EXPECT_EQ(changes, 1);
 }
 

@@ -77,5 +77,12 @@ TEST(ShortcutValidator, capsLockOrFnAloneIsRefused) {
     EXPECT_FALSE(ShortcutValidator::isAcceptable({0, function | capsLock, true}));
 }
 
+TEST(ShortcutValidator, onlyABareEscapeAbandons) {
+    constexpr std::uint32_t escape = 53;
+    EXPECT_TRUE(ShortcutValidator::isAbandoning({escape, 0, true}));
+    EXPECT_FALSE(ShortcutValidator::isAbandoning({escape, ClassicModifier::shift, true}));
+    EXPECT_FALSE(ShortcutValidator::isAbandoning({leftArrow, 0, true}));
+}
+
 }  // namespace
 }  // namespace lumatile

@@ -59,6 +59,19 @@ TEST_F(SettingsControls, theGridIsOneGraphicAndTheRecorderAButton) {
     EXPECT_TRUE(field->isRecording());
 }
 
+TEST_F(SettingsControls, theFrameOfTheRecorderIsAButtonThatBeginsTheRecording) {
+    open(SettingsSection::commands);
+    selectBuiltIn(0);
+    auto* seen = QAccessible::queryAccessibleInterface(all<RecorderFrame>().at(0));
+    ASSERT_NE(seen, nullptr);
+    EXPECT_EQ(seen->role(), QAccessible::Button);
+    EXPECT_EQ(seen->text(QAccessible::Name).toStdString(), "Record Shortcut");
+    EXPECT_EQ(seen->text(QAccessible::Description),
+              all<RecorderField>().at(0)->accessibleDescription());
+    seen->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(all<RecorderField>().at(0)->isRecording());
+}
+
 TEST_F(SettingsControls, theTabKeyReachesEveryControlButNotTheRecorder) {
     open(SettingsSection::commands);
     stage.model().addCustomArea();
@@ -76,10 +89,11 @@ TEST_F(SettingsControls, theTabKeyReachesEveryControlButNotTheRecorder) {
         return std::find(reached.begin(), reached.end(), wanted) != reached.end();
     };
     EXPECT_TRUE(reaches(named<QListWidget>(SettingsTexts::sidebar)));
-    EXPECT_TRUE(reaches(named<QListWidget>(title(SettingsSection::commands))));
+    EXPECT_TRUE(reaches(&group(false)));
+    EXPECT_TRUE(reaches(&group(true)));
     EXPECT_TRUE(reaches(named<QToolButton>(SettingsTexts::newArea)));
     EXPECT_TRUE(reaches(named<QLineEdit>(SettingsTexts::name)));
-    EXPECT_TRUE(reaches(named<QPushButton>(SettingsTexts::record)));
+    EXPECT_TRUE(reaches(named<RecorderFrame>(SettingsTexts::recordShortcut)));
     EXPECT_TRUE(reaches(all<GridEditorView>().at(0)));
     EXPECT_TRUE(reaches(named<QPushButton>(SettingsTexts::deleteArea)));
     EXPECT_FALSE(reaches(all<RecorderField>().at(0))) << "it would record the Tab key";
@@ -141,6 +155,17 @@ TEST_P(SettingsWithLargeText, nothingIsCutOff) {
             stage.model().setSection(section);
             stage.window().resize(QSize(860, 540) * AppFonts::pixelsPerPoint());
             QApplication::processEvents();
+            for (QWidget* widget : stage.window().findChildren<QWidget*>()) {
+                // What draws its own text is told no size by a font.
+                if (auto* field = dynamic_cast<RecorderField*>(widget);
+                    field != nullptr && field->isVisible()) {
+                    EXPECT_EQ(field->size(),
+                              (QSizeF(180, 24) * AppFonts::pixelsPerPoint()).toSize());
+                    const QWidget& page = *field->parentWidget()->parentWidget();
+                    EXPECT_TRUE(
+                        page.rect().contains(QRect(field->mapTo(&page, QPoint()), field->size())));
+                }
+            }
             for (QWidget* widget : stage.window().findChildren<QWidget*>()) {
                 const auto* label = qobject_cast<QLabel*>(widget);
                 const bool isButton = widget->inherits("QPushButton");

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QListWidget>
 #include <QMouseEvent>
 #include <QPushButton>
 
@@ -14,6 +15,8 @@
 #include <vector>
 
 #include "Lumatile/settings/GridEditorView.h"
+#include "Lumatile/settings/RecorderFrame.h"
+#include "Lumatile/settings/SettingsTexts.h"
 #include "tests/unit/Lumatile/settings/SettingsStage.h"
 
 namespace lumatile {
@@ -101,6 +104,21 @@ protected:
         QMouseEvent event(type, at, widget.mapToGlobal(at), button,
                           type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, {});
         QApplication::sendEvent(&widget, &event);
+    }
+
+    /// As the keyboard begins it.
+    void beginRecording() {
+        press(*named<RecorderFrame>(SettingsTexts::recordShortcut), Qt::Key_Space);
+    }
+
+    /// Where the rows of a group of areas are.
+    QListWidget& group(bool custom) {
+        return *named<QListWidget>(custom ? SettingsTexts::yourAreas : SettingsTexts::builtIn);
+    }
+
+    void selectBuiltIn(std::size_t index) {
+        stage.model().select(stage.model().commands().at(index).id);
+        QApplication::processEvents();
     }
 
     static QPointF middleOf(const GridEditorView& grid, const GridCell& cell, Axis axis) {

@@ -81,10 +81,11 @@ public:
         int checks = 0;
         bool isAutomatic = true;
     };
-    /// Every key is the one of its own number.
+    /// Every key is the one of its own number, but for one that has none.
     struct Keys final : KeyCodes {
+        static constexpr std::uint32_t withoutCode = 200;
         std::optional<std::uint32_t> virtualKeyCode(std::uint32_t nativeScanCode) override {
-            return nativeScanCode;
+            return nativeScanCode != withoutCode ? std::optional(nativeScanCode) : std::nullopt;
         }
     };
 

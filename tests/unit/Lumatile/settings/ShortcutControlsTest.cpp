@@ -1,12 +1,12 @@
 // The shortcut of an area: its recorder, refusals, and switching it off.
 
 #include <QApplication>
-#include <QListWidget>
-#include <QPushButton>
 #include <QTest>
+#include <QToolButton>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -39,9 +39,9 @@ TEST_F(SettingsControls, clickingTheFieldRecordsTheNextKey) {
     EXPECT_EQ(commandChanges, 1);
 }
 
-TEST_F(SettingsControls, escapeIsRecordedAndRefusedAsABareKey) {
+TEST_F(SettingsControls, aBareEscapeIsReportedAndItsReceiverStaysSilent) {
     open(SettingsSection::commands);
-    stage.model().select(stage.model().commands()[0].id);
+    selectBuiltIn(0);
     const auto before = selected().shortcut;
     auto* field = named<RecorderField>(SettingsTexts::shortcut);
     std::optional<Shortcut> recorded;
@@ -50,11 +50,47 @@ TEST_F(SettingsControls, escapeIsRecordedAndRefusedAsABareKey) {
         recorded = shortcut;
         receiver(shortcut);
     };
-    named<QPushButton>(SettingsTexts::record)->click();
+    beginRecording();
     press(*field, Qt::Key_Escape, {}, 53);
     EXPECT_EQ(recorded, (Shortcut{53, 0, true}));
+    EXPECT_FALSE(field->isRecording());
     EXPECT_EQ(selected().shortcut, before);
-    EXPECT_TRUE(shows(SettingsTexts::bareKey));
+    EXPECT_FALSE(shows(SettingsTexts::bareKey));
+    EXPECT_TRUE(named<RecorderFrame>(SettingsTexts::recordShortcut)->hasFocus());
+    beginRecording();
+    press(*field, Qt::Key_A, {}, 1);
+    EXPECT_TRUE(shows(SettingsTexts::bareKey)) << "any other bare key is refused with a word";
+}
+
+TEST_F(SettingsControls, aKeyWithoutACodeSaysThatItCannotBeUsed) {
+    open(SettingsSection::commands);
+    selectBuiltIn(0);
+    auto* field = named<RecorderField>(SettingsTexts::shortcut);
+    beginRecording();
+    press(*field, Qt::Key_LaunchMail, Qt::ControlModifier, SettingsStage::Keys::withoutCode);
+    EXPECT_FALSE(field->isRecording());
+    EXPECT_TRUE(shows(SettingsTexts::unusableKey));
+    EXPECT_EQ(commandChanges, 0);
+    beginRecording();
+    EXPECT_FALSE(shows(SettingsTexts::unusableKey)) << "the next try begins afresh";
+}
+
+TEST_F(SettingsControls, spaceAndReturnOnTheFrameBeginTheRecording) {
+    open(SettingsSection::commands);
+    selectBuiltIn(0);
+    auto* field = named<RecorderField>(SettingsTexts::shortcut);
+    auto* frame = named<RecorderFrame>(SettingsTexts::recordShortcut);
+    EXPECT_TRUE(frame->isAncestorOf(field));
+    EXPECT_TRUE(frame->isAncestorOf(named<QToolButton>(SettingsTexts::removeShortcut)));
+    for (const int key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+        frame->setFocus();
+        EXPECT_FALSE(field->isRecording());
+        press(*frame, key);
+        EXPECT_TRUE(field->isRecording());
+        press(*field, Qt::Key_Escape, {}, 53);
+    }
+    press(*frame, Qt::Key_A);
+    EXPECT_FALSE(field->isRecording());
 }
 
 TEST_F(SettingsControls, theRecorderIsDrawnAnewOnlyForAnotherShortcut) {
@@ -91,7 +127,7 @@ TEST_F(SettingsControls, clickingBesideTheControlsEndsRecording) {
     open(SettingsSection::commands);
     stage.model().select(stage.model().commands()[0].id);
     auto* field = named<RecorderField>(SettingsTexts::shortcut);
-    named<QPushButton>(SettingsTexts::record)->click();
+    beginRecording();
     ASSERT_TRUE(field->isRecording());
     // The corner of the page, where there is nothing.
     QWidget& window = stage.window();
@@ -104,9 +140,9 @@ TEST_F(SettingsControls, clickingElsewhereRecordsNothing) {
     open(SettingsSection::commands);
     stage.model().select(stage.model().commands()[0].id);
     auto* field = named<RecorderField>(SettingsTexts::shortcut);
-    named<QPushButton>(SettingsTexts::record)->click();
+    beginRecording();
     ASSERT_TRUE(field->isRecording());
-    named<QListWidget>(title(SettingsSection::commands))->setFocus();
+    group(false).setFocus();
     EXPECT_FALSE(field->isRecording());
     EXPECT_EQ(commandChanges, 0);
 }
@@ -115,20 +151,39 @@ TEST_F(SettingsControls, closingTheWindowEndsRecording) {
     open(SettingsSection::commands);
     stage.model().select(stage.model().commands()[0].id);
     auto* field = named<RecorderField>(SettingsTexts::shortcut);
-    named<QPushButton>(SettingsTexts::record)->click();
+    beginRecording();
     stage.window().close();
     EXPECT_FALSE(field->isRecording());
 }
 
-TEST_F(SettingsControls, aTakenShortcutIsNamedWithItsHolder) {
+TEST_F(SettingsControls, aTakenShortcutIsNamedWithItsHolderAsTheListNamesIt) {
     open(SettingsSection::commands);
-    const SnapCommand holder = stage.model().commands()[1];
-    stage.model().select(stage.model().commands()[0].id);
+    std::vector<SnapCommand> commands = stage.model().commands();
+    const auto portrait = std::find_if(commands.begin(), commands.end(), [](const auto& each) {
+        return each.axis == Axis::vertical && each.nameKey == "command.leftThird";
+    });
+    ASSERT_NE(portrait, commands.end());
+    portrait->shortcut = Shortcut{11, 0x1800, true};
+    stage.model().replace(commands, stage.model().oled());
+    selectBuiltIn(0);
     auto* field = named<RecorderField>(SettingsTexts::shortcut);
-    named<QPushButton>(SettingsTexts::record)->click();
+    beginRecording();
     press(*field, Qt::Key_Right, Qt::ControlModifier | Qt::AltModifier, 124);
-    EXPECT_TRUE(shows("Already used by " + holder.displayName()));
+    EXPECT_TRUE(shows("Already used by Right Half"));
+    beginRecording();
+    press(*field, Qt::Key_B, Qt::ControlModifier | Qt::AltModifier, 11);
+    EXPECT_TRUE(shows("Already used by Top Third (Portrait)"));
     EXPECT_EQ(commandChanges, 0);
+}
+
+TEST_F(SettingsControls, anAreaNamesTheTwinThatSharesItsShortcut) {
+    open(SettingsSection::commands);
+    selectBuiltIn(8);
+    EXPECT_TRUE(shows("Shared with Top Third (Portrait)"));
+    stage.model().select(stage.model().sharingTwin(selected())->id);
+    EXPECT_TRUE(shows("Shared with Left Third"));
+    stage.model().removeShortcut();
+    EXPECT_FALSE(shows("Shared with Left Third"));
 }
 
 TEST_F(SettingsControls, aRefusedShortcutIsToldInItsRowAndOnThePage) {
@@ -149,9 +204,12 @@ TEST_F(SettingsControls, aShortcutIsSwitchedOffAndRemoved) {
     stage.model().select(stage.model().commands()[0].id);
     named<ToggleSwitch>(SettingsTexts::shortcutOn)->click();
     EXPECT_FALSE(selected().shortcut->enabled);
-    named<QPushButton>(SettingsTexts::removeShortcut)->click();
+    auto* cross = named<QToolButton>(SettingsTexts::removeShortcut);
+    cross->setFocus();
+    cross->click();
     EXPECT_EQ(selected().shortcut, std::nullopt);
-    EXPECT_FALSE(named<QPushButton>(SettingsTexts::removeShortcut)->isVisible());
+    EXPECT_FALSE(cross->isVisible());
+    EXPECT_TRUE(named<RecorderFrame>(SettingsTexts::recordShortcut)->hasFocus());
 }
 
 }  // namespace

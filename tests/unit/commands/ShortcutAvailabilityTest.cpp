@@ -1,0 +1,43 @@
+#include "commands/ShortcutAvailability.h"
+
+#include <gtest/gtest.h>
+
+#include "commands/BuiltInCommands.h"
+#include "commands/CommandStore.h"
+
+namespace lumatile {
+namespace {
+
+TEST(ShortcutAvailability, aRefusedShortcutIsRefusedToItsTwinAsWell) {
+    std::vector<SnapCommand> commands = BuiltInCommands::defaults();
+    const std::vector<UUID> refused{commands[0].id};
+    const auto twin = commands[0].counterpart(commands, Axis::vertical);
+    EXPECT_TRUE(ShortcutAvailability::isRefused(commands[0], commands, refused));
+    EXPECT_TRUE(ShortcutAvailability::isRefused(twin, commands, refused));
+    EXPECT_FALSE(ShortcutAvailability::isRefused(commands[1], commands, refused));
+}
+
+TEST(ShortcutAvailability, onlyAShortcutThatIsOnIsRefused) {
+    std::vector<SnapCommand> commands = BuiltInCommands::defaults();
+    const std::vector<UUID> refused{commands[0].id, commands[1].id};
+    commands[0].shortcut->enabled = false;
+    commands[1].shortcut.reset();
+    EXPECT_FALSE(ShortcutAvailability::isRefused(commands[0], commands, refused));
+    EXPECT_FALSE(ShortcutAvailability::isRefused(commands[1], commands, refused));
+}
+
+TEST(ShortcutAvailability, theFirstThatWorksIsNamed) {
+    std::vector<SnapCommand> commands = BuiltInCommands::defaults();
+    EXPECT_EQ(ShortcutAvailability::firstWorking(commands, {}), commands[0]);
+    commands[1].shortcut->enabled = false;
+    // What is off does not work, and its twin takes the keys where it has them.
+    EXPECT_EQ(ShortcutAvailability::firstWorking(commands, {commands[0].id}), commands[2]);
+    std::vector<UUID> all;
+    for (const SnapCommand& each : CommandStore(commands).hotkeyBindings()) {
+        all.push_back(each.id);
+    }
+    EXPECT_EQ(ShortcutAvailability::firstWorking(commands, all), std::nullopt);
+}
+
+}  // namespace
+}  // namespace lumatile
