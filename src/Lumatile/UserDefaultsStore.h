@@ -14,7 +14,7 @@ public:
     std::optional<Bytes> data(std::string_view key) override { return defaults_.bytes(key); }
     void set(const std::optional<Bytes>& value, std::string_view key) override;
 
-    /// Nothing: settings are stored when they are set.
+    /// Nothing: settings that are set are stored soon.
     void synchronize() override {}
 
 private:

@@ -73,7 +73,7 @@ int main(int argc, char** argv) {
 
     const ToolkitApplication toolkit(facts, argc, argv);
     QtRunLoop runLoop;
-    QSettingsPreferences preferences(log);
+    QSettingsPreferences preferences(log, runLoop);
     SharedFolderStore sharedStore(preferences, log);
     QtStatusItem statusItem(AppFonts::registerFonts);
 

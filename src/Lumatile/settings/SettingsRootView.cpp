@@ -12,6 +12,7 @@
 #include "Lumatile/settings/GeneralSectionView.h"
 #include "Lumatile/settings/Mnemonics.h"
 #include "Lumatile/settings/OLEDPage.h"
+#include "Lumatile/settings/PreferencesNotice.h"
 #include "Lumatile/settings/SettingsTexts.h"
 #include "Lumatile/settings/SnapAreasView.h"
 #include "Lumatile/widgets/AppFonts.h"
@@ -67,7 +68,11 @@ SettingsRootView::SettingsRootView(std::shared_ptr<SettingsViewModel> model,
             viewText(title(section)), sidebar_);
     }
     layout->addWidget(sidebar_);
-    layout->addWidget(pages_, 1);
+    auto* column = new QVBoxLayout;
+    column->setSpacing(0);
+    column->addWidget(new PreferencesNotice(services_.preferences, this));
+    column->addWidget(pages_, 1);
+    layout->addLayout(column, 1);
     connect(sidebar_, &QListWidget::currentRowChanged, this, [this](int row) {
         if (row >= 0) {
             model_->setSection(settingsSections.at(static_cast<std::size_t>(row)));

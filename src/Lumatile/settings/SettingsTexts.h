@@ -8,6 +8,7 @@ namespace lumatile::SettingsTexts {
 
 inline constexpr std::string_view windowTitle = "Lumatile Settings";
 inline constexpr std::string_view sidebar = "Sections";
+inline constexpr std::string_view setAside = "Set Aside and Start Anew";
 
 // General.
 inline constexpr std::string_view launchAtLogin = "Launch at login";

@@ -1,31 +1,43 @@
 #pragma once
 
-#include <QString>
-#include <QVariant>
-
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "base/Lifeline.h"
+#include "base/ObserverList.h"
+#include "platform/qt/SettingsFile.h"
 #include "ports/Preferences.h"
+#include "ports/RunLoop.h"
 #include "ports/SystemLog.h"
 
 namespace lumatile {
 
-/// The user's settings in one file of key and value lines, which only the user can read. Every
-/// reading looks at the file, so a change that another process made is seen; every change is merged
-/// into what the file holds at that moment, and the file is replaced whole or not at all.
+/// The user's settings in a `SettingsFile`. The first change is written when the present call has
+/// returned to the run loop, those that follow are collected meanwhile.
 class QSettingsPreferences final : public Preferences {
 public:
-    /// Settings in lumatile/lumatile.conf of the user's configuration folder.
-    /// @param log outlives the preferences
-    explicit QSettingsPreferences(SystemLog& log);
+    /// Changes are written this often at most, seconds.
+    static constexpr double collectingSeconds = 0.5;
+
+    /// What could not be stored is tried again this often, seconds.
+    static constexpr double retrySeconds = 10;
+
+    /// Settings in lumatile/lumatile.conf of the user's configuration folder. A file that is not
+    /// read is told to the log at once.
+    /// @param log outlives the preferences, as does the run loop
+    QSettingsPreferences(SystemLog& log, RunLoop& runLoop);
 
     /// Settings in a file of one's own.
-    QSettingsPreferences(SystemLog& log, const std::string& path);
+    QSettingsPreferences(SystemLog& log, RunLoop& runLoop, const std::string& path);
+
+    QSettingsPreferences(const QSettingsPreferences&) = delete;
+    QSettingsPreferences& operator=(const QSettingsPreferences&) = delete;
+
+    /// Stores what is not stored yet.
+    ~QSettingsPreferences() override;
 
     std::optional<Bytes> bytes(std::string_view key) override;
     std::optional<bool> boolean(std::string_view key) override;
@@ -36,19 +48,32 @@ public:
     /// Makes the folder of the file, so that it can be watched.
     [[nodiscard]] std::unique_ptr<PreferencesWatch> observe(std::function<void()> changed) override;
 
+    std::optional<PreferencesTrouble> trouble() const override { return trouble_; }
+    ObserverList<>::Subscription observeTrouble(std::function<void()> changed) override;
+    void setAside() override;
+
 private:
-    using Values = std::map<QString, QVariant>;
+    enum class Patience { none, some };
 
     QVariant read(std::string_view key);
-    void change(std::string_view key, QVariant value);
-    /// @return what stood in the way; absent when all is stored
-    std::optional<std::string> store();
-    bool mayBeRead();
+    void change(std::string_view key, const QVariant& value);
+    void writeEdits();
+    void write(Patience patience);
+    void tryAgain();
+    void setTrouble(std::optional<PreferencesTrouble> trouble);
 
     SystemLog& log_;
-    QString path_;
-    Values unsaved_;            // What the disk has refused so far; without a value: removed.
-    std::string checkedState_;  // Of the file, when it was last found safe to read.
+    RunLoop& runLoop_;
+    SettingsFile file_;
+    SettingsFile::Values unsaved_;  // What is not on the disk yet; without a value: removed.
+    bool isEdited_ = false;         // Since it was last tried to write.
+    int lockedTries_ = 0;           // One after another.
+    bool isTidy_ = true;
+    std::optional<PreferencesTrouble> trouble_;
+    ObserverList<> troubleObservers_;
+    std::unique_ptr<RunLoopTimer> collecting_;  // After a change.
+    std::unique_ptr<RunLoopTimer> retrying_;    // While there is trouble.
+    Lifeline lifeline_;
 };
 
 }  // namespace lumatile

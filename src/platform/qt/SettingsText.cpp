@@ -81,14 +81,19 @@ class Walk {
 public:
     explicit Walk(std::string_view text) : text_(text) {}
 
-    bool isSafe() {
+    SettingsText::Fault fault() {
         while (place_ < text_.size()) {
             if (!lineIsSafe()) {
-                return false;
+                return SettingsText::Fault::serialised;
+            }
+            if (isFull()) {
+                return SettingsText::Fault::tooManyValues;
             }
         }
-        return true;
+        return SettingsText::Fault::none;
     }
+
+    std::size_t keys() const { return keys_; }
 
 private:
     bool lineIsSafe() {
@@ -99,6 +104,7 @@ private:
             skipToLineEnd();
             return true;
         }
+        const bool isSection = place_ < text_.size() && text_[place_] == '[';
         bool inQuotes = false;
         bool inValue = false;
         std::size_t valueStart = 0;
@@ -106,8 +112,9 @@ private:
         const auto endValue = [&] {
             const std::string_view value = text_.substr(valueStart, place_ - valueStart);
             safe = safe && !(inValue && isSerialised(value));
+            values_ += inValue ? 1 : 0;
         };
-        for (; place_ < text_.size() && safe; ++place_) {
+        for (; place_ < text_.size() && safe && !isFull(); ++place_) {
             const char c = text_[place_];
             if (c == '\\') {
                 ++place_;
@@ -128,10 +135,19 @@ private:
         }
         place_ = std::min(place_, text_.size());
         endValue();
+        values_ += inValue ? 0 : 1;
+        sections_ += isSection ? 1 : 0;
+        keys_ += inValue && !isSection ? 1 : 0;
         if (place_ < text_.size() && text_[place_] == ';') {
             skipToLineEnd();
         }
         return safe;
+    }
+
+    /// A line without a value counts as one, the toolkit takes it for a key.
+    bool isFull() const {
+        return values_ - sections_ > SettingsText::mostValues ||
+               sections_ > SettingsText::mostValues;
     }
 
     void skipToLineEnd() {
@@ -142,10 +158,34 @@ private:
 
     std::string_view text_;
     std::size_t place_ = 0;
+    std::size_t keys_ = 0;
+    int values_ = 0;  // With the sections.
+    int sections_ = 0;
 };
+
+/// By its beginning, since the longest file takes a while to look through.
+bool isNoise(std::string_view text) {
+    constexpr std::size_t beginningLength = 65536;
+    const auto isControl = [](char c) {
+        const auto code = static_cast<unsigned char>(c);
+        constexpr unsigned char firstPrintable = 0x20;
+        return code < firstPrintable && !isSpace(c);
+    };
+    const std::string_view start = text.substr(0, beginningLength);
+    return std::any_of(start.begin(), start.end(), isControl) &&
+           text.find_first_not_of('\0') != std::string_view::npos;
+}
 
 }  // namespace
 
-bool SettingsText::isSafeToRead(std::string_view text) { return Walk(text).isSafe(); }
+SettingsText::Fault SettingsText::fault(std::string_view text) {
+    return isNoise(text) ? Fault::noise : Walk(text).fault();
+}
+
+std::size_t SettingsText::keyCount(std::string_view text) {
+    Walk walk(text);
+    walk.fault();
+    return walk.keys();
+}
 
 }  // namespace lumatile

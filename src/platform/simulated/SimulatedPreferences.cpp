@@ -86,11 +86,37 @@ void SimulatedPreferences::noteChange(std::string_view key) {
 }
 
 void SimulatedPreferences::store() {
+    if (trouble_ && trouble_->canSetAside) {
+        log_.write("Preferences", trouble_->line);
+        return;
+    }
     if (isDiskFull_) {
-        log_.write("Preferences", "could not be written, no space left on the disk");
+        setTrouble(PreferencesTrouble{"could not be written, no space left on the disk"});
+        log_.write("Preferences", trouble_->line);
         return;
     }
     disk_ = values_;
+    setTrouble(std::nullopt);
+}
+
+void SimulatedPreferences::putInTheWay(std::string line) {
+    values_.clear();
+    disk_.clear();
+    setTrouble(PreferencesTrouble{std::move(line), true});
+}
+
+void SimulatedPreferences::setAside() {
+    if (trouble_ && trouble_->canSetAside) {
+        setTrouble(std::nullopt);
+        store();
+    }
+}
+
+void SimulatedPreferences::setTrouble(std::optional<PreferencesTrouble> trouble) {
+    if (trouble != trouble_) {
+        trouble_ = std::move(trouble);
+        troubleObservers_.notify();
+    }
 }
 
 }  // namespace lumatile

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 
 #include "base/Lifeline.h"
@@ -36,11 +37,21 @@ public:
     void remove(std::string_view key) override;
     [[nodiscard]] std::unique_ptr<PreferencesWatch> observe(std::function<void()> changed) override;
 
+    std::optional<PreferencesTrouble> trouble() const override { return trouble_; }
+    ObserverList<>::Subscription observeTrouble(std::function<void()> changed) override {
+        return troubleObservers_.add(std::move(changed));
+    }
+    void setAside() override;
+
+    /// Puts something in the way of the settings file. Nothing is stored from now on, and nothing
+    /// is read.
+    void putInTheWay(std::string line);
+
     /// Puts a value on the disk as something else than this program would: an editor, an older
     /// version, another process. Seen at once; whoever observes is told from the run loop.
     void storeOnDisk(std::string_view key, StoredValue value);
 
-    /// From now on the disk takes nothing, or takes it again.
+    /// From now on the disk takes nothing, or takes it again: with the next change.
     void setDiskFull(bool full) { isDiskFull_ = full; }
 
     /// What a program started now would find.
@@ -61,6 +72,7 @@ private:
     void set(std::string_view key, StoredValue value);
     void noteChange(std::string_view key);
     void store();
+    void setTrouble(std::optional<PreferencesTrouble> trouble);
 
     class Watch;
 
@@ -73,6 +85,8 @@ private:
     Values disk_;
     std::map<std::string, std::size_t, std::less<>> changes_;
     bool isDiskFull_ = false;
+    std::optional<PreferencesTrouble> trouble_;
+    ObserverList<> troubleObservers_;
     Lifeline lifeline_;
 };
 

@@ -209,7 +209,9 @@ TEST(Control, switchesTheProtectionsAndTheDemonstration) {
     EXPECT_EQ(controlled.ask({"protection", "edgeJitter", "on"}), (Outcome{0, ""}));
     EXPECT_EQ(controlled.ask({"protection"}),
               (Outcome{0, "pixelShift\toff\nedgeJitter\ton\nidleDimming\toff\n"}));
-    EXPECT_THAT(controlled.stored(), HasSubstr(R"(\"jitterEnabled\":true)"));
+    EXPECT_TRUE(XClient::waitUntil([&] {
+        return controlled.stored().find(R"(\"jitterEnabled\":true)") != std::string::npos;
+    }));
     const auto on = lines(controlled.ask({"status"}).text);
     ASSERT_EQ(off.size(), 3U);
     ASSERT_EQ(on.size(), 3U);

@@ -104,7 +104,7 @@ int main(int argc, char** argv) {
     QtRunLoop runLoop;
     StandardErrorLog log;
     const DesktopSession session = present->enter(runLoop, log);
-    QSettingsPreferences preferences(log);
+    QSettingsPreferences preferences(log, runLoop);
     SharedFolderStore sharedStore(preferences, log);
     NoTiling tiling;
     NoLogin login;

@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "platform/qt/QSettingsPreferences.h"
+#include "platform/simulated/SimulatedRunLoop.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/unit/platform/qt/RecordedLog.h"
 
@@ -117,7 +118,8 @@ protected:
         const Bytes value = R"([{"id":"A","axis":"horizontal"}])" + std::string(3000, 'x');
         RecordedLog log;
         const auto save = [&] {
-            QSettingsPreferences(log, file_.string()).setBytes("commands", value);
+            // Stored at the latest when it ends.
+            QSettingsPreferences(log, runLoop_, file_.string()).setBytes("commands", value);
         };
         restore(before);
         save();
@@ -155,9 +157,13 @@ protected:
             ++(found == after ? news : olds);
 
             makeOld(file_.string() + ".lock");
-            // The next save is not held up by what was left behind, and clears it away.
-            QSettingsPreferences next(log, file_.string());
+            // The next start clears away what was left behind, and no save is held up by it.
+            QSettingsPreferences next(log, runLoop_, file_.string());
+            for (const auto& [name, text] : state()) {
+                ASSERT_EQ(name, file_.filename().string()) << "killed before call " << place;
+            }
             next.setBoolean("dragToSnapEnabled", false);
+            runLoop_.settle();
             ASSERT_EQ(next.boolean("dragToSnapEnabled"), false);
             ASSERT_EQ(next.bytes("commands"), found == after ? std::optional(value) : oldValue_);
             ASSERT_THAT(log.lines, IsEmpty()) << "killed before call " << place;
@@ -169,6 +175,8 @@ protected:
         EXPECT_GT(news, 0);
     }
 
+    SimulatedClock clock_;
+    SimulatedRunLoop runLoop_{clock_};
     TemporaryFolder folder_;
     fs::path file_ = folder_ / "lumatile" / "lumatile.conf";
     std::optional<Bytes> oldValue_;
@@ -178,10 +186,12 @@ TEST_F(PreferencesKillTest, aSaveThatIsKilledAnywhereLeavesTheOldFileOrTheNewOne
     RecordedLog log;
     fs::create_directory(file_.parent_path());
     oldValue_ = "[1]";
-    QSettingsPreferences preferences(log, file_.string());
-    preferences.setBytes("commands", *oldValue_);
-    preferences.setBytes("oledSettings", "{}");
-    preferences.setBytes("__ts", Bytes("\0\x80\xff)\n\"\\;", 8));
+    {
+        QSettingsPreferences preferences(log, runLoop_, file_.string());
+        preferences.setBytes("commands", *oldValue_);
+        preferences.setBytes("oledSettings", "{}");
+        preferences.setBytes("__ts", Bytes("\0\x80\xff)\n\"\\;", 8));
+    }
     killEverywhere(contents(file_));
 }
 

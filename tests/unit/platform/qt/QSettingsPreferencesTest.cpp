@@ -76,9 +76,11 @@ TEST_F(QSettingsPreferencesTest, theLastValueCanBeRemoved) {
 TEST_F(QSettingsPreferencesTest, liesInTheUsersConfigurationFolder) {
     const QByteArray former = qgetenv("XDG_CONFIG_HOME");
     qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(folder_.path().string()));
-    QSettingsPreferences preferences(log_);
-    preferences.setBytes("commands", "[]");
-    EXPECT_EQ(preferences.bytes("commands"), "[]");
+    {
+        QSettingsPreferences preferences(log_, preferences_.runLoop());
+        preferences.setBytes("commands", "[]");
+        EXPECT_EQ(preferences.bytes("commands"), "[]");
+    }
     qputenv("XDG_CONFIG_HOME", former);
     EXPECT_THAT(readFile(folder_.path() / "lumatile" / "lumatile.conf"),
                 HasSubstr("commands=@ByteArray([])"));
@@ -113,6 +115,19 @@ TEST_F(QSettingsPreferencesTest, aLinkToAFileElsewhereStays) {
     EXPECT_EQ(preferences_.bytes("commands"), "[1]");
     EXPECT_TRUE(fs::is_symlink(file_));
     EXPECT_THAT(readFile(elsewhere), HasSubstr("commands=@ByteArray([1])\n"));
+}
+
+TEST_F(QSettingsPreferencesTest, aLinkToAFileThatIsNotThereYetStays) {
+    const fs::path elsewhere = folder_.path() / "elsewhere" / "settings";
+    fs::create_directories(elsewhere.parent_path());
+    fs::create_directories(file_.parent_path());
+    fs::create_symlink("../elsewhere/settings", file_);
+    EXPECT_EQ(preferences_.bytes("commands"), std::nullopt);
+    preferences_.setBytes("commands", "[1]");
+    EXPECT_THAT(log_.lines, IsEmpty());
+    EXPECT_TRUE(fs::is_symlink(file_));
+    EXPECT_THAT(readFile(elsewhere), HasSubstr("commands=@ByteArray([1])\n"));
+    EXPECT_EQ(preferences_.bytes("commands"), "[1]");
 }
 
 TEST_F(QSettingsPreferencesTest, everyByteValueComesBack) {
@@ -222,7 +237,7 @@ TEST_F(QSettingsPreferencesTest, aChangeIsMergedIntoWhatAnotherProcessWrote) {
 }
 
 TEST_F(QSettingsPreferencesTest, twoOfOneFileAgree) {
-    QSettingsPreferences other(log_, file_.string());
+    PatientPreferences other(log_, file_);
     preferences_.setBytes("commands", "[1]");
     EXPECT_EQ(other.bytes("commands"), "[1]");
     other.setBoolean("dragToSnapEnabled", false);

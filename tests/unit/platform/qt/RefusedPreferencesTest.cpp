@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -98,8 +99,12 @@ TEST_F(QSettingsPreferencesTest, aDiskThatIsFullAtAnyPlaceLosesNothing) {
 // Left by a process that was killed at the wrong moment; with a name in it, it would be told to be
 // of a process that is gone.
 TEST_F(QSettingsPreferencesTest, aLockWithoutANameHoldsUpOneSaveForAMomentAndNoneForLong) {
-    write(file_.string() + ".lock", "");
+    const fs::path lock = file_.string() + ".lock";
+    write(lock, "");
     preferences_.setBytes("commands", "[1]");
+    EXPECT_FALSE(fs::exists(file_)) << "another process may be about to write its name";
+    fs::last_write_time(lock, fs::last_write_time(lock) - std::chrono::seconds(1));
+    preferences_.runLoop().advance(1);
     EXPECT_THAT(log_.lines, IsEmpty());
     EXPECT_EQ(onDisk().bytes("commands"), "[1]");
     EXPECT_FALSE(fs::exists(file_.string() + ".lock"));

@@ -9,6 +9,8 @@
 namespace lumatile {
 namespace {
 
+using Fault = SettingsText::Fault;
+
 const std::string longTail(5000, 'x');
 
 TEST(SettingsText, plainValuesMayBeAsLongAsTheyLike) {
@@ -17,7 +19,7 @@ TEST(SettingsText, plainValuesMayBeAsLongAsTheyLike) {
           "\"@ByteArray([{\\\"name\\\":\\\",@Variant(" + longTail + "\\\"}])\"", longTail,
           "a, b, " + longTail, "@@Variant(" + longTail, "\"\\\\x40" + longTail + "\"",
           "text @Variant(" + longTail, "\\n" + longTail}) {
-        EXPECT_TRUE(SettingsText::isSafeToRead("[General]\nkey=" + value + "\n"))
+        EXPECT_EQ(SettingsText::fault("[General]\nkey=" + value + "\n"), Fault::none)
             << value.substr(0, 40);
     }
 }
@@ -32,9 +34,46 @@ TEST(SettingsText, serialisedValuesAreNotReadHoweverTheyAreWritten) {
           "a=1 ; a \" in a comment\nkey=@Variant(", "a=\\\"\nkey=@Variant("}) {
         std::string text = "[General]\n";
         text += start;
-        EXPECT_FALSE(SettingsText::isSafeToRead(text)) << text;
-        EXPECT_FALSE(SettingsText::isSafeToRead(text + longTail)) << text;
+        EXPECT_EQ(SettingsText::fault(text), Fault::serialised) << text;
+        EXPECT_EQ(SettingsText::fault(text + longTail), Fault::serialised) << text;
     }
+}
+
+TEST(SettingsText, tenThousandValuesAreEnough) {
+    const auto lines = [](int keys) {
+        std::string text = "[General]\n";
+        for (int key = 0; key < keys; ++key) {
+            text += "k" + std::to_string(key) + "=1\n";
+        }
+        return text;
+    };
+    EXPECT_EQ(SettingsText::fault(lines(10'000)), Fault::none);
+    EXPECT_EQ(SettingsText::fault(lines(10'001)), Fault::tooManyValues);
+    std::string list = "[General]\nlist=1";
+    for (int element = 0; element < 10'001; ++element) {
+        list += ", 1";
+    }
+    EXPECT_EQ(SettingsText::fault(list), Fault::tooManyValues);
+    std::string sections;
+    for (int section = 0; section < 10'001; ++section) {
+        sections += "[" + std::to_string(section) + "]\n";
+    }
+    EXPECT_EQ(SettingsText::fault(sections), Fault::tooManyValues);
+    EXPECT_EQ(SettingsText::fault("[General]\nkey=\"" + list + "\""), Fault::none)
+        << "commas in quotes part nothing";
+}
+
+TEST(SettingsText, controlCharactersAreNoiseAndZerosAloneAreNothing) {
+    EXPECT_EQ(SettingsText::fault("[General]\nkey=1\x01\n"), Fault::noise);
+    EXPECT_EQ(SettingsText::fault("[General]\r\n\tkey=1\r\n"), Fault::none);
+    EXPECT_EQ(SettingsText::fault(std::string(4096, '\0')), Fault::none);
+    EXPECT_EQ(SettingsText::fault(std::string(4096, '\0') + "a"), Fault::noise);
+    EXPECT_EQ(SettingsText::fault(""), Fault::none);
+}
+
+TEST(SettingsText, keysAreCountedNotWhatLooksLikeThem) {
+    EXPECT_EQ(SettingsText::keyCount(""), 0U);
+    EXPECT_EQ(SettingsText::keyCount("[a=b]\n;c=d\ne=\"\nf=1\"\ng=h, i=j\nk\n\nl="), 3U);
 }
 
 RC_GTEST_PROP(SettingsTextProperties, textsWithoutTheSignAndNumbersAreSafe,
@@ -44,7 +83,7 @@ RC_GTEST_PROP(SettingsTextProperties, textsWithoutTheSignAndNumbersAreSafe,
     for (const unsigned char pick : picks) {
         text += letters[pick % letters.size()];
     }
-    RC_ASSERT(SettingsText::isSafeToRead(text));
+    RC_ASSERT(SettingsText::fault(text) == Fault::none);
 }
 
 }  // namespace

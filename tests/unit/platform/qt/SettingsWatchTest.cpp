@@ -13,6 +13,7 @@
 #include <string>
 
 #include "platform/qt/QSettingsPreferences.h"
+#include "platform/qt/QtRunLoop.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace lumatile {
@@ -27,7 +28,7 @@ class SettingsWatchTest : public testing::Test {
 protected:
     std::string path() const { return (folder_ / "lumatile/lumatile.conf").string(); }
 
-    QSettingsPreferences preferences() { return {log_, path()}; }
+    QSettingsPreferences preferences() { return {log_, runLoop_, path()}; }
 
     /// Runs the loop until something has been told of.
     bool isTold() {
@@ -52,6 +53,7 @@ private:
     std::string name_ = "test";
     std::array<char*, 2> arguments_{name_.data(), nullptr};
     QCoreApplication application_{argumentCount_, arguments_.data()};
+    QtRunLoop runLoop_;
     TemporaryFolder folder_;
     SilentLog log_;
 };
@@ -85,6 +87,7 @@ TEST_F(SettingsWatchTest, tellsOfAnEditInPlaceAlsoAfterTheFileWasReplaced) {
 TEST_F(SettingsWatchTest, tellsThatTheFileWasTakenAway) {
     QSettingsPreferences ours = preferences();
     ours.setBoolean("dragToSnapEnabled", false);
+    settle();
     const auto watch = ours.observe([&] { ++told_; });
     std::filesystem::remove(path());
     ASSERT_TRUE(isTold());
