@@ -65,7 +65,9 @@ std::unordered_map<std::string, X11Keyboard::KeyCode> keysIn(
 
 }  // namespace
 
-X11Keyboard::X11Keyboard(X11Connection& connection) : connection_(connection), hasXkb_(startXkb()) {
+X11Keyboard::X11Keyboard(X11Connection& connection) : connection_(connection) {
+    // Only now: it sets what other members hold.
+    hasXkb_ = startXkb();
     read();
 }
 
