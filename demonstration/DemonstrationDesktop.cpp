@@ -31,7 +31,7 @@ const char* const terminalScript =
     "  Ctrl+Alt+\\033[1mE R T\\033[0m                two thirds\\n"
     "  Ctrl+Alt+\\033[1mReturn\\033[0m               the whole screen\\n"
     "  Ctrl+Alt+\\033[1mC\\033[0m                    center\\n"
-    "  Ctrl+Alt+\\033[1mBackSpace\\033[0m            back where it was\\n"
+    "  Ctrl+Alt+\\033[1mBackspace\\033[0m            back where it was\\n"
     "  Ctrl+Alt+Super+\\033[1mLeft Right\\033[0m     the other screen\\n\\n"
     "\\033[32m$\\033[0m '; exec sleep 100000";
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "Lumatile/DesktopTilingMonitor.h"
+#include "Lumatile/OnboardingAdvice.h"
 #include "onboarding/AccessibilityGrantFlow.h"
 #include "onboarding/OnboardingTexts.h"
 #include "ports/RunLoop.h"
@@ -43,7 +44,13 @@ void AppDelegate::showOnboarding() {
     const std::function<void()> completion = lifeline_.guard([this] { continueStart(); });
     const std::shared_ptr<OnboardingModel> model = makeModel();
     // What the last page tells the user to try has to work while it is read.
-    model->onGranted = completion;
+    model->onGranted = lifeline_.guard([this] {
+        continueStart();
+        if (onboarding_) {
+            onboarding_->model()->setAdvice(
+                onboardingAdvice(app_->store().hotkeyBindings(), app_->refusedShortcuts()));
+        }
+    });
     onboarding_ = std::make_shared<OnboardingCoordinator>(model, platform_.onboarding, completion);
     onboarding_->show();
 }

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Lumatile/AppDelegate.h"
@@ -85,6 +86,9 @@ int main(int argc, char** argv) {
     const auto highlight =
         std::make_shared<HighlightOverlay>(session.screenList, session.translucency, runLoop);
     DesktopServices services(session, sessionBus, log);
+    statusItem.setKeyTexts(
+        {[&words = services.words](std::string_view glyphs) { return words.apply(glyphs); },
+         [&words = services.words](std::string_view key) { return words.legend(key); }});
     ProgramWindows windows({session, services, preferences, sharedStore, runLoop, log});
 
     AppDelegate delegate({session.accessibility, session.screenList, session.hotKeys,

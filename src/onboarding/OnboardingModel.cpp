@@ -26,8 +26,9 @@ void OnboardingModel::refresh() {
     if (now == GrantState::granted) {
         stop();
         missing_.reset();
-    } else if (missing_) {
-        setMissing(flow_.obstacle());
+    } else if (const TrustObstacle obstacle = flow_.obstacle();
+               missing_ || (obstacle != TrustObstacle::unknown && !didOpenSettings_)) {
+        setMissing(obstacle);
     }
     if (now != state_) {
         state_ = now;
@@ -68,9 +69,16 @@ void OnboardingModel::followRequest() {
 
 void OnboardingModel::openSettings() {
     const auto self = shared_from_this();
-    setMissing(surroundings_.open(AccessibilityGrantFlow::settingsAddress)
-                   ? std::nullopt
-                   : std::optional(flow_.obstacle()));
+    didOpenSettings_ = surroundings_.open(AccessibilityGrantFlow::settingsAddress);
+    setMissing(didOpenSettings_ ? std::nullopt : std::optional(flow_.obstacle()));
+}
+
+void OnboardingModel::setAdvice(std::optional<Advice> advice) {
+    const auto self = shared_from_this();
+    if (advice != advice_) {
+        advice_ = std::move(advice);
+        tellChange();
+    }
 }
 
 void OnboardingModel::done() {

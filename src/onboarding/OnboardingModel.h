@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -47,9 +48,21 @@ public:
     const SystemTiling& tiling() const { return tiling_; }
     bool didRequest() const { return didRequest_; }
 
-    /// What the session lacks, once the settings were to be opened and there were none; absent
-    /// otherwise.
+    /// What the session lacks: from the first look on where the session says so, otherwise once the
+    /// settings were to be opened and there were none.
     std::optional<TrustObstacle> missing() const { return missing_; }
+
+    /// A shortcut in place of those that the last page names.
+    struct Advice {
+        std::string keys;     ///< As `ShortcutFormatter::format` writes them; empty: none works.
+        std::string command;  ///< What it does, by the name that may be the user's own.
+
+        bool operator==(const Advice&) const = default;
+    };
+
+    /// Absent where the keys that the page names work.
+    const std::optional<Advice>& advice() const { return advice_; }
+    void setAdvice(std::optional<Advice> advice);
 
     /// Runs whenever the permission is seen to be there.
     std::function<void()> onGranted;
@@ -57,7 +70,8 @@ public:
     /// Runs when the user has read to the end.
     std::function<void()> onDone;
 
-    /// What to call after `state` or `missing` has become another; not when a look finds the same.
+    /// What to call after `state`, `missing` or `advice` has become another; not when a look finds
+    /// the same.
     void onChange(std::function<void()> changed) { changed_ = std::move(changed); }
 
     /// Looks for the permission now and from now on, until it is there.
@@ -91,7 +105,9 @@ private:
     std::function<void()> changed_;
     GrantState state_ = GrantState::requesting;
     std::optional<TrustObstacle> missing_;
+    std::optional<Advice> advice_;
     bool didRequest_ = false;
+    bool didOpenSettings_ = false;
     double requestTime_ = 0;
     bool wasPromptSeen_ = false;
     std::shared_ptr<void> timer_;

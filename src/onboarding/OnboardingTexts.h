@@ -33,11 +33,20 @@ struct Hint {
 inline constexpr std::array hints{
     Hint{"keyboard",
          "Press **⌃⌥ ← → ↑ ↓** to snap the front window to a half. Every shortcut is in the "
-         "menu-bar "
-         "menu."},
+         "menu-bar menu."},
     Hint{"arrow.up.left.and.arrow.down.right",
          "Drag a window to a screen edge or corner and let go to snap it."},
 };
+
+/// Below the hints where another program has keys that they name: "%1" is a shortcut that works,
+/// "%2" the name of its command.
+inline constexpr std::string_view takenSymbol = "exclamationmark.triangle.fill";
+inline constexpr std::string_view takenKeys =
+    "Another program on this desktop has some of these keys. **%1** works: it snaps to “%2”.";
+
+/// The same where none works.
+inline constexpr std::string_view everythingTaken =
+    "Other programs on this desktop have these keys. Choose others in Lumatile's settings.";
 
 /// What is in the way, where no page of settings could be opened.
 constexpr std::string_view missing(TrustObstacle obstacle) {

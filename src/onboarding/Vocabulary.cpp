@@ -4,6 +4,8 @@
 #include <array>
 #include <utility>
 
+#include "onboarding/KeyWords.h"
+
 namespace lumatile {
 
 namespace {
@@ -67,7 +69,9 @@ Vocabulary Vocabulary::reference() {
             "System Settings ▸ Desktop & Dock ▸ Windows",
             "Desktop & Dock Settings",
             "the two “Drag windows to…” options",
-            "green-button menu"};
+            "green-button menu",
+            false,
+            {}};
 }
 
 Vocabulary Vocabulary::of(const HostDesktop& host) {
@@ -89,10 +93,18 @@ Vocabulary Vocabulary::of(const HostDesktop& host) {
     vocabulary.tilingPane = found->tilingPane;
     vocabulary.tilingOptions = found->tilingOptions;
     vocabulary.windowMenu = "window menu";
+    vocabulary.keysByName = true;
     return vocabulary;
 }
 
 std::string Vocabulary::apply(std::string_view text) const {
+    const std::string said = withNouns(text);
+    return keysByName ? KeyWords::written(said, legends) : said;
+}
+
+bool Vocabulary::namesKeys(std::string_view text) { return KeyWords::occurIn(text); }
+
+std::string Vocabulary::withNouns(std::string_view text) const {
     // A phrase stands before those that are part of it. The words beside a noun tell in which of
     // its two places it is.
     const std::array<std::pair<std::string_view, std::string>, 12> phrases{{

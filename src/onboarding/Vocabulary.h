@@ -4,12 +4,14 @@
 #include <string_view>
 
 #include "onboarding/HostDesktop.h"
+#include "onboarding/KeyWords.h"
 
 namespace lumatile {
 
-/// The nouns in the texts of the interface that would be false on another host. The texts
-/// themselves are written once, with the nouns of the reference; `apply` puts the host's in their
-/// place and leaves every other word as it is.
+/// The nouns in the texts of the interface that would be false on another host, and how it writes
+/// keys. The texts themselves are written once, with the nouns of the reference and with shortcuts
+/// as `ShortcutFormatter` gives them; `apply` puts the host's in their place and leaves every other
+/// word as it is. What belongs to the user, such as a name, is put into a text after that.
 struct Vocabulary {
     /// A noun in its two places. A sentence that begins with it gets a capital letter.
     struct Noun {
@@ -27,6 +29,11 @@ struct Vocabulary {
     std::string tilingPane;       ///< The last step of that way as a button names it.
     std::string tilingOptions;    ///< The switches there.
     std::string windowMenu;       ///< The menu by which the system itself places a window.
+    bool keysByName = false;      ///< "Ctrl+Alt+Left" in place of glyphs.
+
+    /// What the present layout has on the keys, by what a US keyboard has there ("Z"); a key that
+    /// is missing is as on that.
+    KeyWords::Legends legends;
 
     bool operator==(const Vocabulary&) const = default;
 
@@ -39,6 +46,12 @@ struct Vocabulary {
     /// `text` with the reference's nouns replaced, each where it stands as a word of its own; what
     /// was put in is not looked at again.
     std::string apply(std::string_view text) const;
+
+    /// Whether `apply` would find a key in it, and with that ask for `legends`.
+    static bool namesKeys(std::string_view text);
+
+private:
+    std::string withNouns(std::string_view text) const;
 };
 
 }  // namespace lumatile

@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <string>
 
+#include "ports/KeyCodes.h"
+
 namespace lumatile {
 
 namespace {
@@ -16,7 +18,8 @@ std::string sessionNames() {
 
 DesktopServices::DesktopServices(const DesktopSession& session, BusConnection& sessionBus,
                                  SystemLog& log)
-    : words(sessionNames(), session.windowManagerName),
+    : words(sessionNames(), session.windowManagerName,
+            [&keys = session.keyCodes] { return keys.legends(); }),
       loginItem(XdgFolders::fromEnvironment(), AutostartEntry::runningBinary(), sessionNames()),
       launchAtLogin(loginItem, log),
       tiling([this] { return words.host(); }, XdgFolders::fromEnvironment(), sessionBus),

@@ -1,12 +1,32 @@
 #include "Lumatile/launch/HostWords.h"
 
+#include "Lumatile/ShortcutWords.h"
+
 namespace lumatile {
 
 HostDesktop HostWords::host() { return known().host; }
 
-std::string HostWords::apply(std::string_view text) { return known().vocabulary.apply(text); }
+std::string HostWords::apply(std::string_view text) {
+    if (Vocabulary::namesKeys(text)) {
+        readLegends();
+    }
+    return known().vocabulary.apply(text);
+}
 
-const HostWords::Known& HostWords::known() {
+std::string HostWords::legend(std::string_view usLegend) {
+    readLegends();
+    const auto& legends = known().vocabulary.legends;
+    const auto found = legends.find(usLegend);
+    return found != legends.end() ? found->second : std::string(usLegend);
+}
+
+void HostWords::readLegends() {
+    if (keyLegends_) {
+        known().vocabulary.legends = ShortcutWords::byFormattedKey(keyLegends_());
+    }
+}
+
+HostWords::Known& HostWords::known() {
     if (!known_) {
         const HostDesktop host = HostDesktop::find(sessionNames_, windowManagerName_());
         known_ = Known{host, Vocabulary::of(host)};

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,14 +16,21 @@ namespace lumatile {
 class HostWords {
 public:
     /// @param sessionNames what the session calls itself (XDG_CURRENT_DESKTOP), by colons
-    HostWords(std::string sessionNames, std::function<std::string()> windowManagerName)
+    /// @param keyLegends what is on the keys, by virtual key code; asked whenever a text names
+    /// keys, since the layout may have become another; empty: as on a US keyboard
+    HostWords(std::string sessionNames, std::function<std::string()> windowManagerName,
+              std::function<std::map<std::uint32_t, std::string>()> keyLegends = {})
         : sessionNames_(std::move(sessionNames)),
-          windowManagerName_(std::move(windowManagerName)) {}
+          windowManagerName_(std::move(windowManagerName)),
+          keyLegends_(std::move(keyLegends)) {}
 
     HostDesktop host();
 
     /// `text` of a catalogue in the words of this desktop.
     std::string apply(std::string_view text);
+
+    /// What the present layout has on a key, by what a US keyboard has there.
+    std::string legend(std::string_view usLegend);
 
     /// The next question looks anew: a window manager that was not there before may be what names
     /// the desktop.
@@ -33,10 +42,12 @@ private:
         Vocabulary vocabulary;
     };
 
-    const Known& known();
+    Known& known();
+    void readLegends();
 
     std::string sessionNames_;
     std::function<std::string()> windowManagerName_;
+    std::function<std::map<std::uint32_t, std::string>()> keyLegends_;
     std::optional<Known> known_;
 };
 

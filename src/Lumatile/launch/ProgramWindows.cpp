@@ -38,8 +38,8 @@ ProgramWindows::ProgramWindows(const Parts& parts)
 
 void ProgramWindows::serve(ApplicationConductor& conductor) {
     conductor_ = conductor.weak_from_this();
-    conductor.menuTargets = {[this] { about_.show(); }, [this] { updater_.checkForUpdates(); },
-                             ToolkitApplication::terminate};
+    conductor.menuTargets = {[this] { about_.show(settings_.window()); },
+                             [this] { updater_.checkForUpdates(); }, ToolkitApplication::terminate};
 }
 
 SettingsServices ProgramWindows::settingsServices() {

@@ -16,4 +16,8 @@ BoldText BoldText::of(const QString& marked) {
     return result;
 }
 
+BoldText BoldText::with(const QString& first, const QString& second) const {
+    return {rich.arg(first.toHtmlEscaped(), second.toHtmlEscaped()), plain.arg(first, second)};
+}
+
 }  // namespace lumatile

@@ -17,6 +17,7 @@
 #include "Lumatile/widgets/TipView.h"
 #include "Lumatile/widgets/ViewText.h"
 #include "Lumatile/widgets/WidgetColors.h"
+#include "Lumatile/widgets/WindowForeground.h"
 #include "onboarding/OnboardingTexts.h"
 
 namespace lumatile {
@@ -45,6 +46,11 @@ QLabel* centred(const QFont& font) {
     label->setAlignment(Qt::AlignCenter);
     label->setWordWrap(true);
     return label;
+}
+
+void showMarked(QLabel& label, const BoldText& text) {
+    label.setText(text.rich);
+    label.setAccessibleName(text.plain);
 }
 
 }  // namespace
@@ -133,8 +139,13 @@ QWidget* OnboardingView::makeReadyPage() {
     layout->addWidget(title);
     layout->addSpacing(gap);
     for (const OnboardingTexts::Hint& hint : OnboardingTexts::hints) {
-        layout->addWidget(makeHint(hint.symbol, hint.text));
+        auto* words = new QLabel;
+        showMarked(*words, BoldText::of(say_(hint.text)));
+        layout->addWidget(makeHint(hint.symbol, WidgetColors::secondaryLabel(), words));
     }
+    advice_ = new QLabel;
+    adviceRow_ = makeHint(OnboardingTexts::takenSymbol, WidgetColors::warning(), advice_);
+    layout->addWidget(adviceRow_);
     if (model_->tiling().conflictsWithDragToSnap()) {
         auto* tip = new TipView(say_);
         tip->show(TipTexts::systemTiling(true), WidgetColors::warning());
@@ -149,20 +160,16 @@ QWidget* OnboardingView::makeReadyPage() {
     return scrolledAbove(content, done_, pixels(buttonPoints));
 }
 
-QWidget* OnboardingView::makeHint(std::string_view symbol, std::string_view text) {
+QWidget* OnboardingView::makeHint(std::string_view symbol, const QColor& color, QLabel* words) {
     auto* hint = new QWidget;
     auto* layout = new QHBoxLayout(hint);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(gap);
     auto* picture = new QLabel;
-    picture->setPixmap(SymbolIcon::pixmap(symbol, WidgetColors::secondaryLabel(),
-                                          pixels(hintSymbolPoints), devicePixelRatioF()));
+    picture->setPixmap(
+        SymbolIcon::pixmap(symbol, color, pixels(hintSymbolPoints), hint->devicePixelRatioF()));
     picture->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    auto* words = new QLabel;
-    const BoldText marked = BoldText::of(say_(text));
     words->setTextFormat(Qt::RichText);
-    words->setText(marked.rich);
-    words->setAccessibleName(marked.plain);
     words->setFont(AppFonts::text(textPoints));
     words->setWordWrap(true);
     layout->addWidget(picture);
@@ -179,10 +186,30 @@ void OnboardingView::refresh() {
     missing_->setText(missing ? say_(OnboardingTexts::missing(*missing)) : QString());
     open_->setText(withoutMnemonic(
         say_(isWaiting ? OnboardingTexts::openSettingsAgain : OnboardingTexts::openSettings)));
+    refreshAdvice();
+    const bool goesOn = state == GrantState::granted && pages_->currentWidget() == requestPage_;
     pages_->setCurrentWidget(state == GrantState::granted ? readyPage_ : requestPage_);
     open_->setDefault(state == GrantState::requesting);
     done_->setDefault(state == GrantState::granted);
     defaultButton()->setFocus(Qt::OtherFocusReason);
+    if (goesOn && window()->isVisible()) {
+        // The user has waited for this, and a window manager that has just come may have put it
+        // anywhere.
+        bringToFrontNow(*window());
+    }
+}
+
+void OnboardingView::refreshAdvice() {
+    const std::optional<OnboardingModel::Advice>& advice = model_->advice();
+    if (advice) {
+        // The name may be the user's own, and is not in the words of a catalogue.
+        showMarked(*advice_,
+                   advice->keys.empty()
+                       ? BoldText::of(say_(OnboardingTexts::everythingTaken))
+                       : BoldText::of(say_(OnboardingTexts::takenKeys))
+                             .with(say_(advice->keys), QString::fromStdString(advice->command)));
+    }
+    adviceRow_->setVisible(advice.has_value());
 }
 
 }  // namespace lumatile

@@ -35,8 +35,9 @@ protected:
 private:
     QWidget* makeRequestPage();
     QWidget* makeReadyPage();
-    QWidget* makeHint(std::string_view symbol, std::string_view text);
+    static QWidget* makeHint(std::string_view symbol, const QColor& color, QLabel* words);
     void refresh();
+    void refreshAdvice();
 
     std::shared_ptr<OnboardingModel> model_;
     RunLoop& runLoop_;
@@ -46,6 +47,8 @@ private:
     QWidget* readyPage_ = nullptr;
     QLabel* waiting_ = nullptr;
     QLabel* missing_ = nullptr;
+    QWidget* adviceRow_ = nullptr;
+    QLabel* advice_ = nullptr;
     QPushButton* open_ = nullptr;
     QPushButton* done_ = nullptr;
 };

@@ -20,7 +20,9 @@ public:
     ~AboutPanel();
 
     /// Shows it in front of the other windows.
-    void show();
+    /// @param over where that is on the screen, it opens over the middle of it and stays above it;
+    /// otherwise in the middle of the primary screen
+    void show(QWidget* over = nullptr);
 
 private:
     std::string version_;

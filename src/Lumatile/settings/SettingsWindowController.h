@@ -1,12 +1,13 @@
 #pragma once
 
+#include <QPointer>
+#include <QWidget>
+
 #include <memory>
 
 #include "Lumatile/SettingsViewModel.h"
 #include "Lumatile/settings/SettingsServices.h"
 #include "ports/SettingsPresenting.h"
-
-class QWidget;
 
 namespace lumatile {
 
@@ -36,11 +37,17 @@ public:
         : services_(std::move(services)) {}
 
     std::unique_ptr<SettingsPresenting> make(std::shared_ptr<SettingsViewModel> model) override {
-        return std::make_unique<SettingsWindowController>(std::move(model), services_());
+        auto made = std::make_unique<SettingsWindowController>(std::move(model), services_());
+        window_ = &made->window();
+        return made;
     }
+
+    /// Null while there is none.
+    QWidget* window() const { return window_; }
 
 private:
     std::function<SettingsServices()> services_;
+    QPointer<QWidget> window_;
 };
 
 }  // namespace lumatile

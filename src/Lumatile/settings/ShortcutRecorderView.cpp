@@ -4,11 +4,11 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include "Lumatile/ShortcutWords.h"
 #include "Lumatile/settings/SettingsTexts.h"
 #include "Lumatile/widgets/AppFonts.h"
 #include "Lumatile/widgets/ViewText.h"
 #include "Lumatile/widgets/WidgetColors.h"
-#include "menu_model/ShortcutFormatter.h"
 #include "ports/KeyCodes.h"
 #include "settings_core/RecordedModifiers.h"
 #include "settings_core/RecorderContent.h"
@@ -73,8 +73,7 @@ QString RecorderField::shownText() const {
         case RecorderContent::typeAShortcut:
             return viewText(SettingsTexts::typeAShortcut);
         case RecorderContent::shortcut:
-            return QString::fromStdString(
-                ShortcutFormatter::format(current_->carbonKeyCode, current_->carbonModifiers));
+            return QString::fromStdString(ShortcutWords::of(*current_, keys_.legends()));
         case RecorderContent::clickToRecord:
             break;
     }

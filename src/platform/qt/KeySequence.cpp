@@ -36,8 +36,7 @@ std::optional<Qt::Key> keyOf(const std::string& text) {
     }
     const QString characters = QString::fromStdString(text).toUpper();
     // The toolkit numbers the printable keys by what stands on them, letters in upper case.
-    if (characters.size() != 1 || characters.front().unicode() <= ' ' ||
-        characters.front().unicode() > '~') {
+    if (characters.size() != 1 || characters.front().isSpace() || !characters.front().isPrint()) {
         return std::nullopt;
     }
     return static_cast<Qt::Key>(characters.front().unicode());
@@ -45,8 +44,21 @@ std::optional<Qt::Key> keyOf(const std::string& text) {
 
 }  // namespace
 
-QKeySequence keySequenceOf(const KeyEquivalent& keys) {
-    const std::optional<Qt::Key> key = keyOf(keys.key);
+std::string glyphsOf(const KeyEquivalent& keys) {
+    std::string text;
+    for (const auto& [isHeld, glyph] : {std::pair(keys.control, "⌃"), std::pair(keys.option, "⌥"),
+                                        std::pair(keys.shift, "⇧"), std::pair(keys.command, "⌘")}) {
+        if (isHeld) {
+            text += glyph;
+        }
+    }
+    return text + QString::fromStdString(keys.key).toUpper().toStdString();
+}
+
+QKeySequence keySequenceOf(const KeyEquivalent& keys, const KeyLegend& legend) {
+    const bool isByPosition = legend && keys.reach == KeyEquivalent::Reach::desktop;
+    const std::optional<Qt::Key> key = keyOf(
+        isByPosition ? legend(QString::fromStdString(keys.key).toUpper().toStdString()) : keys.key);
     if (!key) {
         return {};
     }

@@ -2,14 +2,32 @@
 
 #include <QKeySequence>
 
+#include <functional>
+#include <string>
+#include <string_view>
+
 #include "ports/KeyEquivalent.h"
 
 namespace lumatile {
 
+/// What the present layout has on a key, by what a US keyboard has there: "Z".
+using KeyLegend = std::function<std::string(std::string_view)>;
+
+/// How a menu writes the keys of shortcuts. What is empty is as the toolkit has it.
+struct KeyTexts {
+    std::function<std::string(std::string_view glyphs)> written;  ///< "⌃⌥Z" for this desktop.
+    KeyLegend legend;
+};
+
+/// The keys of a hot key as `ShortcutFormatter::format` gives them.
+std::string glyphsOf(const KeyEquivalent& keys);
+
 /// A menu item's keys as this toolkit and its desktops write them. Command is the Super key for
 /// what works everywhere, as for the hot keys themselves; in a program's own windows people expect
 /// Ctrl in its place.
+/// @param legend what the present layout has on a key, by what a US keyboard has there; for hot
+/// keys, which go by position. Empty: the same.
 /// @return empty when there are no keys, or none that the toolkit knows
-QKeySequence keySequenceOf(const KeyEquivalent& keys);
+QKeySequence keySequenceOf(const KeyEquivalent& keys, const KeyLegend& legend = {});
 
 }  // namespace lumatile

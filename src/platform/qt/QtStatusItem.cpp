@@ -86,6 +86,8 @@ void QtStatusItem::setChecked(std::size_t index, bool checked) {
     }
 }
 
+void QtStatusItem::setKeyTexts(KeyTexts keyTexts) { keyTexts_ = std::move(keyTexts); }
+
 void QtStatusItem::olderTrayAppeared() {
     hasOlderTray_ = true;
     lookForBar();
@@ -108,9 +110,12 @@ void QtStatusItem::create() {
     showImage();
     // Only a bar on the bus draws the menu; in the older tray it is a window, made when it opens.
     if (host_.isPresent()) {
-        exported_ = std::make_unique<StatusMenuWidget>(StatusMenuWidget::Use::exported);
+        exported_ = std::make_unique<StatusMenuWidget>(StatusMenuWidget::Use::exported, keyTexts_);
         exported_->fill(items_);
-        connect(&exported_->menu(), &QMenu::aboutToShow, this, [this] { menuWillOpen(); });
+        connect(&exported_->menu(), &QMenu::aboutToShow, this, [this] {
+            menuWillOpen();
+            exported_->refreshKeys(items_);
+        });
         icon_->setContextMenu(&exported_->menu());
     }
     connect(icon_.get(), &QSystemTrayIcon::activated, this,
@@ -132,7 +137,7 @@ void QtStatusItem::showImage() {
 void QtStatusItem::openMenu() {
     menuWillOpen();
     willDrawMenu_();
-    shown_ = std::make_unique<StatusMenuWidget>(StatusMenuWidget::Use::shown);
+    shown_ = std::make_unique<StatusMenuWidget>(StatusMenuWidget::Use::shown, keyTexts_);
     shown_->fill(items_);
     shown_->menu().popup(menuPlace(icon_->geometry(), shown_->menu().sizeHint()));
 }

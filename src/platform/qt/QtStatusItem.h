@@ -33,6 +33,9 @@ public:
     void setStatusLine(std::size_t index, const StatusLine& line) override;
     void setChecked(std::size_t index, bool checked) override;
 
+    /// How the menu writes shortcuts from now on.
+    void setKeyTexts(KeyTexts keyTexts);
+
     /// To be called when the X server has a tray.
     void olderTrayAppeared();
 
@@ -44,6 +47,7 @@ private:
     void menuWillOpen();
 
     std::function<void()> willDrawMenu_;
+    KeyTexts keyTexts_;
     bool hasOlderTray_ = false;
     std::optional<StatusImage> image_;
     StatusMenu items_;

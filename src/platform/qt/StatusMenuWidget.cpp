@@ -10,9 +10,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <variant>
-
-#include "platform/qt/KeySequence.h"
 
 namespace lumatile {
 
@@ -39,7 +38,8 @@ QFont fontOf(const StatusText& text) {
 
 }  // namespace
 
-StatusMenuWidget::StatusMenuWidget(Use use) : use_(use) {
+StatusMenuWidget::StatusMenuWidget(Use use, KeyTexts keyTexts)
+    : use_(use), keyTexts_(std::move(keyTexts)) {
     if (use_ == Use::exported) {
         return;
     }
@@ -87,6 +87,25 @@ void StatusMenuWidget::setChecked(std::size_t index, bool checked) {
     }
 }
 
+void StatusMenuWidget::refreshKeys(const StatusMenu& items) {
+    for (std::size_t i = 0; i < std::min(items.size(), actions_.size()); ++i) {
+        if (const auto* item = std::get_if<ClosureMenuItem>(&items[i])) {
+            writeKeys(*actions_[i], *item);
+        }
+    }
+}
+
+void StatusMenuWidget::writeKeys(QAction& action, const ClosureMenuItem& item) const {
+    action.setShortcut(keySequenceOf(item.keyEquivalent, keyTexts_.legend));
+    // A bar writes the keys in its own way; the toolkit has a name for the Super key that is on no
+    // keyboard.
+    if (use_ == Use::shown && keyTexts_.written && !item.keyEquivalent.key.empty() &&
+        item.keyEquivalent.reach == KeyEquivalent::Reach::desktop) {
+        action.setText(literalTitle(item.title, use_) + QLatin1Char('\t') +
+                       QString::fromStdString(keyTexts_.written(glyphsOf(item.keyEquivalent))));
+    }
+}
+
 QAction* StatusMenuWidget::add(const StatusLine& line) {
     QAction* const action = menu_.addAction(QString());
     action->setEnabled(false);
@@ -104,7 +123,7 @@ QAction* StatusMenuWidget::add(const ClosureMenuItem& item) {
     // To be read, not to be listened for: hot keys have their own way, and a key that the toolkit
     // took here would be missing in the program's windows.
     action->setShortcutContext(Qt::WidgetShortcut);
-    action->setShortcut(keySequenceOf(item.keyEquivalent));
+    writeKeys(*action, item);
     QObject::connect(action, &QAction::triggered, &menu_, [item] {
         // The closure may replace this menu, or end the program.
         QMetaObject::invokeMethod(

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "platform/qt/KeySequence.h"
 #include "ports/StatusMenuItem.h"
 
 namespace lumatile {
@@ -19,13 +20,16 @@ public:
         exported,  ///< Over the bus, drawn by the bar, which has rules of its own for titles.
     };
 
-    explicit StatusMenuWidget(Use use);
+    explicit StatusMenuWidget(Use use, KeyTexts keyTexts = {});
 
     /// Replaces all items.
     void fill(const StatusMenu& items);
 
     void setStatusLine(std::size_t index, const StatusLine& line);
     void setChecked(std::size_t index, bool checked);
+
+    /// Writes the keys of all items anew: the layout may have become another.
+    void refreshKeys(const StatusMenu& items);
 
     QMenu& menu() { return menu_; }
 
@@ -38,8 +42,10 @@ private:
     QAction* add(const MenuHeader& header);
     QAction* add(const MenuSeparator& separator);
     void dress(QAction& action, const StatusLine& line) const;
+    void writeKeys(QAction& action, const ClosureMenuItem& item) const;
 
     Use use_;
+    KeyTexts keyTexts_;
     QMenu menu_;
     std::vector<QAction*> actions_;  ///< One for each item; the menu owns them.
 };

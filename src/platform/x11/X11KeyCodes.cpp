@@ -2,6 +2,8 @@
 
 #include <limits>
 
+#include "platform/x11/X11Keyboard.h"
+
 namespace lumatile {
 
 std::optional<std::uint32_t> X11KeyCodes::virtualKeyCode(std::uint32_t nativeScanCode) {
@@ -12,6 +14,13 @@ std::optional<std::uint32_t> X11KeyCodes::virtualKeyCode(std::uint32_t nativeSca
     // changed.
     return X11Keyboard(connection_)
         .virtualKeyCodeOf(static_cast<X11Keyboard::KeyCode>(nativeScanCode));
+}
+
+std::map<std::uint32_t, std::string> X11KeyCodes::legends() {
+    if (!legends_) {
+        legends_.emplace(connection_);
+    }
+    return legends_->now();
 }
 
 }  // namespace lumatile

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/x11/X11Keyboard.h"
+#include "platform/x11/X11KeyLegends.h"
 #include "ports/KeyCodes.h"
 
 namespace lumatile {
@@ -12,9 +12,11 @@ public:
     explicit X11KeyCodes(X11Connection& connection) : connection_(connection) {}
 
     std::optional<std::uint32_t> virtualKeyCode(std::uint32_t nativeScanCode) override;
+    std::map<std::uint32_t, std::string> legends() override;
 
 private:
     X11Connection& connection_;
+    std::optional<X11KeyLegends> legends_;  ///< Once it is asked for.
 };
 
 }  // namespace lumatile

@@ -28,7 +28,7 @@ constexpr std::array<X11Key, 101> table = {{
     {42, "BKSL", 51, "\\"},        {43, "AB08", 59, ","},         {44, "AB10", 61, "/"},
     {45, "AB06", 57, "N"},         {46, "AB07", 58, "M"},         {47, "AB09", 60, "."},
     {48, "TAB", 23, "Tab"},        {49, "SPCE", 65, "Space"},     {50, "TLDE", 49, "`"},
-    {51, "BKSP", 22, "BackSpace"}, {53, "ESC", 9, "Escape"},      {64, "FK17", 195, "F17"},
+    {51, "BKSP", 22, "Backspace"}, {53, "ESC", 9, "Escape"},      {64, "FK17", 195, "F17"},
     {65, "KPDL", 91, "Keypad ."},  {67, "KPMU", 63, "Keypad *"},  {69, "KPAD", 86, "Keypad +"},
     {71, "NMLK", 77, "Clear"},     {75, "KPDV", 106, "Keypad /"}, {76, "KPEN", 104, "Keypad Enter"},
     {78, "KPSU", 82, "Keypad -"},  {79, "FK18", 196, "F18"},      {80, "FK19", 197, "F19"},

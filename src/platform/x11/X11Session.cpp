@@ -64,10 +64,13 @@ struct X11Session::Adapters {
         return windowManagerName(connection, mirror.windowManager());
     }
 
-    std::vector<std::string> refusedShortcuts() const {
+    std::vector<std::string> refusedShortcuts() {
         std::vector<std::string> texts;
-        for (const auto& [keyCode, modifiers] : hotKeys.refusedRegistrations()) {
-            texts.push_back(x11ShortcutText(keyCode, modifiers));
+        const auto refused = hotKeys.refusedRegistrations();
+        const auto legends =
+            refused.empty() ? std::map<std::uint32_t, std::string>() : keyCodes.legends();
+        for (const auto& [keyCode, modifiers] : refused) {
+            texts.push_back(x11ShortcutText(keyCode, modifiers, legends));
         }
         return texts;
     }

@@ -5,7 +5,8 @@
 
 namespace lumatile {
 
-std::string x11ShortcutText(std::uint32_t keyCode, std::uint32_t modifiers) {
+std::string x11ShortcutText(std::uint32_t keyCode, std::uint32_t modifiers,
+                            const std::map<std::uint32_t, std::string>& legends) {
     std::string text;
     const auto add = [&](std::uint32_t bit, const char* name) {
         if ((modifiers & bit) != 0) {
@@ -16,6 +17,9 @@ std::string x11ShortcutText(std::uint32_t keyCode, std::uint32_t modifiers) {
     add(ClassicModifier::option, "Alt+");
     add(ClassicModifier::shift, "Shift+");
     add(ClassicModifier::command, "Super+");
+    if (const auto legend = legends.find(keyCode); legend != legends.end()) {
+        return text + legend->second;
+    }
     const X11Key* const key = X11KeyTable::withVirtualKeyCode(keyCode);
     return key != nullptr ? text.append(key->name) : text + "key " + std::to_string(keyCode);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 
 namespace lumatile {
@@ -8,6 +9,8 @@ namespace lumatile {
 /// A combination as keyboards under X11 print it, for the log: "Ctrl+Alt+Left".
 /// @param keyCode virtual key code; one that belongs to no key is named by its number
 /// @param modifiers classic modifier mask; unknown bits are left out
-std::string x11ShortcutText(std::uint32_t keyCode, std::uint32_t modifiers);
+/// @param legends what is on the keys; a key that is missing there is as on a US keyboard
+std::string x11ShortcutText(std::uint32_t keyCode, std::uint32_t modifiers,
+                            const std::map<std::uint32_t, std::string>& legends = {});
 
 }  // namespace lumatile

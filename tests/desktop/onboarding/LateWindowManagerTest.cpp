@@ -120,11 +120,15 @@ TEST_F(LateWindowManager, theOnboardingSaysWhatIsMissingAndGoesOnByItself) {
 
     desktop_.startWindowManager(WindowManager::Kind::openbox, {});
     const auto window = desktop_.openWindow({});
-    ASSERT_TRUE(snaps(*window, "left", {0, 0, 960, 1080}));
-    // The last page is there to be read, and what it says works meanwhile.
-    EXPECT_NE(windowTitled(title), xcb_window_t{XCB_WINDOW_NONE});
-
+    // It comes in front as it goes on.
     const xcb_window_t onboarding = windowTitled(title);
+    EXPECT_TRUE(
+        XClient::waitUntil([&] { return desktop_.observer().activeWindow() == onboarding; }));
+    // The last page is there to be read, and what it says works meanwhile.
+    window->activate();
+    ASSERT_TRUE(snaps(*window, "left", {0, 0, 960, 1080}));
+    EXPECT_EQ(windowTitled(title), onboarding);
+
     activateWindow(desktop_.observer(), onboarding);
     pressReturn();
     EXPECT_TRUE(XClient::waitUntil([&] { return windowTitled(title) == XCB_WINDOW_NONE; }));

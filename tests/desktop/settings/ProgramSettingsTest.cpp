@@ -179,7 +179,7 @@ TEST(ProgramSettings, tellAScreenReaderOfTheSnapAreas) {
          {std::string("Left Half"), say(S::shortcut), say(S::dragForBuiltIn), say(S::arrowKeys)}) {
         EXPECT_TRUE(tree.find("label", text)) << text;
     }
-    EXPECT_EQ(tree.find("push button", say(S::shortcut))->description, "⌃⌥←");
+    EXPECT_EQ(tree.find("push button", say(S::shortcut))->description, "Ctrl+Alt+Left");
     EXPECT_TRUE(tree.find("push button", say(S::recordShortcut)));
     EXPECT_TRUE(tree.find("check box", say(S::shortcutOn))->isChecked());
     EXPECT_TRUE(tree.find("push button", say(S::removeShortcut)));
@@ -247,7 +247,7 @@ TEST(ProgramSettings, aRecordedShortcutSnapsAtOnce) {
     InputDriver& input = desk.desktop().input();
     input.press({KeyPosition::leftControl, KeyPosition::leftSuper}, KeyPosition::j);
     ASSERT_TRUE(desk.stores(R"(\"shortcut\":{\"carbonKeyCode\":38,\"carbonModifiers\":4352)"));
-    EXPECT_EQ(desk.tree().find("push button", "Shortcut")->description, "⌃⌘J");
+    EXPECT_EQ(desk.tree().find("push button", "Shortcut")->description, "Ctrl+Super+J");
     window->activate();
     input.press({KeyPosition::leftControl, KeyPosition::leftSuper}, KeyPosition::j);
     EXPECT_TRUE(XClient::waitUntil([&] {
@@ -272,7 +272,7 @@ TEST(ProgramSettings, recordingEndsWhenAnotherWindowIsClicked) {
     input.buttonDown();
     input.buttonUp();
     ASSERT_TRUE(XClient::waitUntil([&] { return window->isActive(); }));
-    EXPECT_TRUE(XClient::waitUntil([&] { return shown() == "⌃⌥←"; })) << shown();
+    EXPECT_TRUE(XClient::waitUntil([&] { return shown() == "Ctrl+Alt+Left"; })) << shown();
     // And our keys work again.
     input.press({KeyPosition::leftControl, KeyPosition::leftAlt}, KeyPosition::left);
     EXPECT_TRUE(XClient::waitUntil([&] {

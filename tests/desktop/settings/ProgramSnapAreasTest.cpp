@@ -62,7 +62,7 @@ TEST_F(ProgramSnapAreas, aShortcutThatWasRemovedWorksForAnotherArea) {
     ASSERT_TRUE(recordsNow());
     input.press({KeyPosition::leftControl, KeyPosition::leftAlt}, KeyPosition::d);
     ASSERT_TRUE(XClient::waitUntil(
-        [&] { return desk.tree().find("push button", text(S::shortcut))->description == "⌃⌥D"; }));
+        [&] { return desk.tree().find("push button", text(S::shortcut))->description == "Ctrl+Alt+D"; }));
     window->activate();
     input.press({KeyPosition::leftControl, KeyPosition::leftAlt}, KeyPosition::d);
     EXPECT_TRUE(XClient::waitUntil([&] {

@@ -10,6 +10,7 @@
 
 #include "tests/desktop/support/EventWait.h"
 #include "tests/desktop/support/LumatileProcess.h"
+#include "tests/desktop/support/OuterFrame.h"
 #include "tests/desktop/support/StatusBar.h"
 #include "tests/desktop/support/TestDesktop.h"
 
@@ -104,6 +105,31 @@ TEST(StatusItem, settingsOpensTheirWindow) {
     bar.click(item, bar.find(item, "Settings…")->id);
     EXPECT_TRUE(
         XClient::waitUntil([&] { return observer.windowOfClass("lumatile") != XCB_WINDOW_NONE; }));
+    EXPECT_EQ(desk.end(), "");
+}
+
+TEST(StatusItem, aboutOpensOverTheSettings) {
+    StatusDesk desk;
+    StatusBar bar(desk.bus());
+    desk.start();
+    const QString item = bar.waitForItem();
+    DesktopObserver& observer = desk.desktop.observer();
+    bar.click(item, bar.find(item, "Settings…")->id);
+    ASSERT_TRUE(
+        XClient::waitUntil([&] { return observer.windowOfClass("lumatile") != XCB_WINDOW_NONE; }));
+    const xcb_window_t settings = observer.windowOfClass("lumatile");
+    ASSERT_TRUE(XClient::waitUntil([&] { return observer.activeWindow() == settings; }));
+    bar.click(item, bar.find(item, "About Lumatile")->id);
+    ASSERT_TRUE(XClient::waitUntil([&] {
+        return observer.activeWindow() != settings && observer.activeWindow() != XCB_WINDOW_NONE;
+    }));
+    const xcb_window_t about = observer.activeWindow();
+    EXPECT_EQ(observer.cardinals(about, "WM_TRANSIENT_FOR"), std::vector<std::uint32_t>{settings});
+    const PixelRect below = clientArea(observer, settings).value();
+    const PixelRect above = clientArea(observer, about).value();
+    // The frame around it may be wider on one side.
+    EXPECT_NEAR(above.x + above.width / 2.0, below.x + below.width / 2.0, 5);
+    EXPECT_NEAR(above.y + above.height / 2.0, below.y + below.height / 2.0, 30);
     EXPECT_EQ(desk.end(), "");
 }
 

@@ -30,7 +30,7 @@ constexpr std::array<DefaultShortcut, 19> table{{
     {"rightTwoThirds", "Ctrl+Alt+T", Key::t, false, Kind::area, {8, 0, 16, 12}, {0, 8, 12, 16}},
     {"maximize", "Ctrl+Alt+Return", Key::enter, false, Kind::area, {0, 0, 24, 12}, {0, 0, 12, 24}},
     {"center", "Ctrl+Alt+C", Key::c, false, Kind::center},
-    {"restore", "Ctrl+Alt+BackSpace", Key::backspace, false, Kind::restore},
+    {"restore", "Ctrl+Alt+Backspace", Key::backspace, false, Kind::restore},
     {"nextDisplay", "Ctrl+Alt+Super+Right", Key::right, true, Kind::nextDisplay},
     {"previousDisplay", "Ctrl+Alt+Super+Left", Key::left, true, Kind::previousDisplay},
 }};

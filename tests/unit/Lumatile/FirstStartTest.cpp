@@ -75,6 +75,16 @@ TEST_F(FirstStart, aGrantThatComesLaterStartsEverythingOnce) {
     EXPECT_TRUE(desk.log.lines().empty());
 }
 
+TEST_F(FirstStart, theLastPageNamesAKeyThatWorksWhereItsOwnAreTaken) {
+    launch();
+    for (const std::uint32_t arrow : {123U, 124U, 125U, 126U}) {
+        desk.hotKeys.take({arrow, 6144});
+    }
+    const auto model = delegate->onboarding()->model();
+    grant();
+    EXPECT_EQ(model->advice(), (OnboardingModel::Advice{"⌃⌥U", "Top Left"}));
+}
+
 TEST_F(FirstStart, settingsAreSharedFromTheGrantOn) {
     desk.sharedStore.setLocation(SimulatedSharedFolder::usualLocation);
     OLEDSettings elsewhere = delegate->app().oledSettings();

@@ -209,13 +209,35 @@ TEST_F(OnboardingModelTest, theSettingsAreOpenedAgainDirectly) {
     EXPECT_EQ(model->missing(), std::nullopt);
 }
 
+TEST_F(OnboardingModelTest, whatIsKnownToBeMissingIsToldAtOnce) {
+    desk.accessibility.obstacle = TrustObstacle::noWindowManager;
+    model->start();
+    EXPECT_EQ(model->missing(), TrustObstacle::noWindowManager);
+    EXPECT_EQ(model->state(), GrantState::requesting);
+    // Where a page of settings opens, that is what the user reads next.
+    model->openSettings();
+    EXPECT_EQ(model->missing(), std::nullopt);
+    desk.advance(8);
+    EXPECT_EQ(model->missing(), std::nullopt);
+}
+
+TEST_F(OnboardingModelTest, anAdviceIsToldOnce) {
+    const OnboardingModel::Advice advice{"⌃⌥U", "Top Left"};
+    model->setAdvice(advice);
+    model->setAdvice(advice);
+    EXPECT_EQ(model->advice(), advice);
+    EXPECT_EQ(told.size(), 1U);
+}
+
 TEST_F(OnboardingModelTest, whereThereAreNoSettingsItTellsWhatIsMissing) {
     desk.workspace.opensAddresses = false;
-    desk.accessibility.obstacle = TrustObstacle::noWindowManager;
     model->start();
     model->request();
     EXPECT_EQ(model->missing(), std::nullopt);
     desk.advance(1.75);
+    EXPECT_EQ(model->missing(), TrustObstacle::unknown);
+    desk.accessibility.obstacle = TrustObstacle::noWindowManager;
+    desk.advance(0.8);
     EXPECT_EQ(model->missing(), TrustObstacle::noWindowManager);
     // It becomes another, and goes with the permission.
     desk.accessibility.obstacle = TrustObstacle::windowManagerRefuses;

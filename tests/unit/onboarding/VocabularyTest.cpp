@@ -66,9 +66,6 @@ const std::vector<std::string>& otherTexts() {
             "Lumatile arranges your windows and gently shifts them to protect OLED displays from "
             "burn-in. It needs Accessibility access to move other apps' windows."),
         "Waiting for permission…",
-        std::string(
-            "Press **⌃⌥ ← → ↑ ↓** to snap the front window to a half. Every shortcut is in the "
-            "menu-bar menu."),
         "arrow.triangle.2.circlepath.icloud",
         "Settings Conflict",
         "Edited ",
@@ -247,6 +244,15 @@ TEST(Vocabulary, aWindowManagerInAnotherSessionIsNamedByItself) {
         EXPECT_EQ(words.apply(tilingOnTitle), name + "'s own window tiling is on");
         EXPECT_EQ(words.apply(tilingGroup), name + " Window Tiling");
     }
+}
+
+TEST(Vocabulary, hostsWriteKeysByName) {
+    const std::string_view text = "Press **⌃⌥ ← →**, or ⌘Z.";
+    Vocabulary host = Vocabulary::of({DesktopKind::xfce, true});
+    EXPECT_EQ(host.apply(text), "Press **Ctrl+Alt+Left or Right**, or Super+Z.");
+    host.legends = {{"Z", "Y"}};
+    EXPECT_EQ(host.apply(text), "Press **Ctrl+Alt+Left or Right**, or Super+Y.");
+    EXPECT_EQ(Vocabulary::reference().apply(text), text);
 }
 
 TEST(Vocabulary, aNounIsAWordOfItsOwn) {

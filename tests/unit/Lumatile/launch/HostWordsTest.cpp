@@ -34,6 +34,24 @@ TEST_F(HostWordsTest, aWindowManagerThatCameLaterNamesTheDesktop) {
               Vocabulary::of({DesktopKind::plasma, false}).apply("System Settings"));
 }
 
+TEST_F(HostWordsTest, keysAreNamedAsThePresentLayoutDoes) {
+    std::map<std::uint32_t, std::string> layout{{6, "Y"}};
+    int readings = 0;
+    HostWords said(
+        "XFCE", [] { return std::string(); },
+        [&] {
+            ++readings;
+            return layout;
+        });
+    EXPECT_EQ(said.apply("macOS"), "Xfce");
+    EXPECT_EQ(readings, 0) << "where no key is named";
+    EXPECT_EQ(said.apply("⌃⌥Z"), "Ctrl+Alt+Y");
+    EXPECT_EQ(said.legend("Z"), "Y");
+    EXPECT_EQ(said.legend("A"), "A");
+    layout = {};
+    EXPECT_EQ(said.apply("⌃⌥Z"), "Ctrl+Alt+Z");
+}
+
 TEST_F(HostWordsTest, theSessionsOwnNameDecides) {
     HostWords named("XFCE", [] { return std::string("KWin"); });
     EXPECT_EQ(named.host(), (HostDesktop{DesktopKind::xfce, true}));

@@ -96,8 +96,10 @@ TEST_F(OnboardingWindow, hasItsTitleAndSize) {
 TEST_F(OnboardingWindow, welcomesAndAsksForThePermission) {
     open();
     EXPECT_EQ(WindowStage::texts(window()),
-              (std::vector<std::string>{std::string(OnboardingTexts::welcome),
-                                        std::string(OnboardingTexts::explanation)}));
+              (std::vector<std::string>{
+                  std::string(OnboardingTexts::welcome), std::string(OnboardingTexts::explanation),
+                  std::string(OnboardingTexts::missing(TrustObstacle::noWindowManager))}))
+        << "what is missing is known at once";
     ASSERT_EQ(WindowStage::buttons(window()).size(), 1U);
     auto* request = WindowStage::button(window(), "Open System Settings…");
     ASSERT_NE(request, nullptr);
@@ -151,6 +153,22 @@ TEST_F(OnboardingWindow, onceGrantedItTellsWhatToDoAndReturnEndsIt) {
     desk.runLoop.settle();
     EXPECT_EQ(completions, 1);
     EXPECT_FALSE(coordinator->hasWindow());
+}
+
+TEST_F(OnboardingWindow, whereItsKeysAreTakenItNamesOneThatWorks) {
+    stage.vocabulary = Vocabulary::of({DesktopKind::xfce, true});
+    open();
+    grant();
+    EXPECT_EQ(WindowStage::texts(window()).size(), 3U);
+    // A name that is the user's stays as it is, whatever it looks like.
+    model->setAdvice(OnboardingModel::Advice{"⌃⌥U", "**My** Mac ⌃⌥ <b>%1</b>"});
+    EXPECT_TRUE(
+        shows("Another program on this desktop has some of these keys. "
+              "<b>Ctrl+Alt+U</b> works: it snaps to “**My** Mac ⌃⌥ &lt;b&gt;%1&lt;/b&gt;”."));
+    WindowStage::expectNothingIsClipped(window());
+    WindowStage::save(window(), "onboarding-taken");
+    model->setAdvice(OnboardingModel::Advice{});
+    EXPECT_TRUE(shows(OnboardingTexts::everythingTaken));
 }
 
 TEST_F(OnboardingWindow, theDesktopsOwnTilingIsToldOnTheLastPage) {

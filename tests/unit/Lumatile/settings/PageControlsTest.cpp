@@ -1,6 +1,7 @@
 // What all pages of the settings have in common: the wheel, and where the controls of a card end.
 
 #include <QComboBox>
+#include <QMenu>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSlider>
@@ -88,6 +89,28 @@ TEST_F(PageControls, theWheelLeavesTheSharedFolderAlone) {
     wheel(*location);
     EXPECT_EQ(stage.desktop().sharedStore.status().location, "/home/user/shared");
     EXPECT_EQ(location->currentIndex(), 1);
+}
+
+TEST_F(PageControls, theNamesOfTheUsersStayAsTheyAre) {
+    const char* const name = "Mac ⌃⌥← iCloud";
+    stage.vocabulary = Vocabulary::of({DesktopKind::xfce, true});
+    open(SettingsSection::commands);
+    stage.model().addCustomArea();
+    ASSERT_TRUE(stage.model().renameSelected(name));
+    EXPECT_TRUE(shows(name));
+    const UUID area = selected().id;
+    stage.model().record({38, 6144, true});
+    stage.model().select(stage.model().commands().front().id);
+    stage.model().record({38, 6144, true});
+    EXPECT_TRUE(shows(SettingsTexts::alreadyUsedBy("Bottom Left")));
+    stage.model().select(area);
+    stage.model().record({96, 6144, true});
+    stage.model().select(stage.model().commands().front().id);
+    stage.model().record({96, 6144, true});
+    EXPECT_TRUE(shows(SettingsTexts::alreadyUsedBy(name)));
+    auto* menu = stage.window().findChild<QMenu*>();
+    emit menu->aboutToShow();
+    EXPECT_EQ(menu->actions().last()->text(), name);
 }
 
 TEST(Card, aSpinBoxLeavesTheWheelAloneToo) {

@@ -11,6 +11,8 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -55,6 +57,24 @@ TEST_F(SettingsPictures, everySection) {
     stage_.model().addCustomArea();
     stage_.model().record({53, 0, true});
     save("settings-custom-area");
+}
+
+TEST_F(SettingsPictures, theSmallestWindow) {
+    stage_.show();
+    stage_.window().resize(stage_.window().minimumSize());
+    for (const SettingsSection section : settingsSections) {
+        stage_.model().setSection(section);
+        const std::string name = "settings-" + std::string(rawValue(section)) + "-smallest";
+        save(name.c_str());
+        // And how the page ends.
+        for (QScrollArea* area : stage_.window().findChildren<QScrollArea*>()) {
+            if (area->isVisible()) {
+                area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum());
+                EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0) << name;
+                save((name + "-end").c_str());
+            }
+        }
+    }
 }
 
 TEST_F(SettingsPictures, whatOpensFromThem) {

@@ -48,6 +48,18 @@ TEST(KeySequence, everyKnownKeyHasOneAndNoTwoAreTheSame) {
     EXPECT_EQ(seen.size(), 14 + 47);
 }
 
+TEST(KeySequence, hotKeysAreNamedByTheLayout) {
+    const KeyLegend german = [](std::string_view key) {
+        return key == "Z" ? std::string("Y") : key == ";" ? "Ö" : std::string(key);
+    };
+    EXPECT_EQ(keySequenceOf(KeyEquivalent::ofHotKey("z", 0x1000), german), QKeySequence("Ctrl+Y"));
+    EXPECT_EQ(keySequenceOf(KeyEquivalent::ofHotKey(";", 0x1000), german), QKeySequence("Ctrl+Ö"));
+    EXPECT_EQ(keySequenceOf(KeyEquivalent::ofHotKey("←", 0x1000), german),
+              QKeySequence("Ctrl+Left"));
+    EXPECT_EQ(keySequenceOf(KeyEquivalent::ofMenu("z"), german), QKeySequence("Ctrl+Z"));
+    EXPECT_EQ(glyphsOf(KeyEquivalent::ofHotKey("z", 6912)), "⌃⌥⇧⌘Z");
+}
+
 TEST(KeySequence, withoutKeysItIsEmpty) {
     EXPECT_TRUE(keySequenceOf({}).isEmpty());
     EXPECT_TRUE(keySequenceOf(KeyEquivalent::ofHotKey("ab", 0x100)).isEmpty());

@@ -47,6 +47,29 @@ TEST(StatusMenuWidget, hasAnActionForEveryItem) {
     EXPECT_FALSE(actions[5]->isEnabled());
 }
 
+TEST(StatusMenuWidget, keysAreWrittenAsTheDesktopDoes) {
+    std::string z = "Y";
+    const KeyTexts texts{[&](std::string_view glyphs) { return "<" + std::string(glyphs) + ">"; },
+                         [&](std::string_view key) { return key == "Z" ? z : std::string(key); }};
+    const StatusMenu items{ClosureMenuItem("Mac ⌃", KeyEquivalent::ofHotKey("z", 6400), {}),
+                           ClosureMenuItem("Settings…", KeyEquivalent::ofMenu("z"), {}),
+                           ClosureMenuItem("About", {}, {})};
+    StatusMenuWidget shown(Use::shown, texts);
+    shown.fill(items);
+    EXPECT_EQ(shown.menu().actions()[0]->text(), "Mac ⌃\t<⌃⌥⌘Z>");
+    EXPECT_EQ(shown.menu().actions()[1]->text(), "Settings…");
+    EXPECT_EQ(shown.menu().actions()[1]->shortcut(), QKeySequence("Ctrl+Z")) << "is no hot key";
+    EXPECT_EQ(shown.menu().actions()[2]->text(), "About");
+
+    StatusMenuWidget exported(Use::exported, texts);
+    exported.fill(items);
+    EXPECT_EQ(exported.menu().actions()[0]->text(), "Mac ⌃");
+    EXPECT_EQ(exported.menu().actions()[0]->shortcut(), QKeySequence("Ctrl+Alt+Meta+Y"));
+    z = "Ö";
+    exported.refreshKeys(items);
+    EXPECT_EQ(exported.menu().actions()[0]->shortcut(), QKeySequence("Ctrl+Alt+Meta+Ö"));
+}
+
 TEST(StatusMenuWidget, aTitleReadsAsItIs) {
     EXPECT_EQ(StatusMenuWidget::literalTitle("A & B & C", Use::shown), "A && B && C");
     EXPECT_EQ(StatusMenuWidget::literalTitle("my_area", Use::shown), "my_area");

@@ -8,7 +8,7 @@ namespace {
 TEST(X11ShortcutText, readsAsKeyboardsPrintIt) {
     EXPECT_EQ(x11ShortcutText(123, 6144), "Ctrl+Alt+Left");
     EXPECT_EQ(x11ShortcutText(124, 6400), "Ctrl+Alt+Super+Right");
-    EXPECT_EQ(x11ShortcutText(51, 6144), "Ctrl+Alt+BackSpace");
+    EXPECT_EQ(x11ShortcutText(51, 6144), "Ctrl+Alt+Backspace");
     EXPECT_EQ(x11ShortcutText(117, 512), "Shift+Delete");
     EXPECT_EQ(x11ShortcutText(32, 6144 | 512), "Ctrl+Alt+Shift+U");
     EXPECT_EQ(x11ShortcutText(122, 0), "F1");
