@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <vector>
 
 namespace lumatile {
 
@@ -36,32 +38,35 @@ std::string number(double value) {
     return text;
 }
 
-const SnapCommand* find(const std::vector<SnapCommand>& commands, const UUID& id) {
-    const auto found = std::find_if(commands.begin(), commands.end(),
-                                    [&id](const SnapCommand& each) { return each.id == id; });
-    return found == commands.end() ? nullptr : &*found;
+using CommandsById = std::unordered_map<UUID, const SnapCommand*>;
+
+CommandsById byId(const std::vector<SnapCommand>& commands) {
+    CommandsById found;
+    for (const SnapCommand& command : commands) {
+        found.try_emplace(command.id, &command);
+    }
+    return found;
 }
 
-std::size_t countMissing(const std::vector<SnapCommand>& commands,
-                         const std::vector<SnapCommand>& from) {
-    return static_cast<std::size_t>(std::count_if(
-        commands.begin(), commands.end(),
-        [&from](const SnapCommand& command) { return find(from, command.id) == nullptr; }));
+std::size_t countMissing(const CommandsById& commands, const CommandsById& from) {
+    return static_cast<std::size_t>(
+        std::count_if(commands.begin(), commands.end(),
+                      [&from](const auto& each) { return !from.contains(each.first); }));
 }
 
-void addCommands(Words& words, const std::vector<SnapCommand>& here,
-                 const std::vector<SnapCommand>& there) {
+void addCommands(Words& words, const CommandsById& here, const CommandsById& there) {
     std::size_t shortcuts = 0;
     std::size_t areas = 0;
     std::size_t others = 0;
-    for (const SnapCommand& command : here) {
-        const SnapCommand* const other = find(there, command.id);
-        if (other == nullptr || *other == command) {
+    for (const auto& [id, command] : here) {
+        const auto place = there.find(id);
+        if (place == there.end() || *place->second == *command) {
             continue;
         }
-        const bool hasOtherShortcut = command.shortcut != other->shortcut;
-        const bool hasOtherArea = command.targetSegments != other->targetSegments ||
-                                  command.activationSegments != other->activationSegments;
+        const SnapCommand& other = *place->second;
+        const bool hasOtherShortcut = command->shortcut != other.shortcut;
+        const bool hasOtherArea = command->targetSegments != other.targetSegments ||
+                                  command->activationSegments != other.activationSegments;
         shortcuts += hasOtherShortcut ? 1U : 0U;
         areas += hasOtherArea ? 1U : 0U;
         others += hasOtherShortcut || hasOtherArea ? 0U : 1U;
@@ -97,7 +102,7 @@ std::string dimDetails(const OLEDSettings& settings) {
 
 std::string differences(const SharedSettings& here, const SharedSettings& there) {
     Words words;
-    addCommands(words, here.commands, there.commands);
+    addCommands(words, byId(here.commands), byId(there.commands));
     const OLEDSettings& mine = here.oled;
     const OLEDSettings& other = there.oled;
     addEffect(words, "pixel shift", mine.orbitEnabled, other.orbitEnabled, shiftDetails(mine),
