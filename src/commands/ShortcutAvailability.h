@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <vector>
 
 #include "base/UUID.h"
@@ -17,11 +16,6 @@ struct ShortcutAvailability {
     /// @param refused the ids of the commands that could not be registered
     static bool isRefused(const SnapCommand& command, const std::vector<SnapCommand>& commands,
                           const std::vector<UUID>& refused);
-
-    /// The first command, in the order of registration, whose shortcut works.
-    /// @return absent when none does
-    static std::optional<SnapCommand> firstWorking(const std::vector<SnapCommand>& commands,
-                                                   const std::vector<UUID>& refused);
 };
 
 }  // namespace lumatile

@@ -8,9 +8,7 @@
 #include "Lumatile/settings/AreaPicture.h"
 #include "Lumatile/settings/SettingsTexts.h"
 #include "Lumatile/widgets/AppFonts.h"
-#include "Lumatile/widgets/SymbolIcon.h"
 #include "Lumatile/widgets/ViewText.h"
-#include "Lumatile/widgets/WidgetColors.h"
 
 namespace lumatile {
 
@@ -86,8 +84,7 @@ void AreaRows::setFolded(bool isFolded) {
     if (fold_ == nullptr) {
         return;
     }
-    fold_->setIcon(SymbolIcon::of(isFolded ? "chevron.right" : "chevron.down",
-                                  WidgetColors::secondaryLabel()));
+    fold_->setIcon(foldPicture(isFolded));
     fold_->setData(Qt::AccessibleTextRole, viewText(isFolded ? SettingsTexts::portraitHidden
                                                              : SettingsTexts::portraitShown));
     for (int index = row(fold_) + 1; index < count(); ++index) {

@@ -19,9 +19,8 @@
 #include "Lumatile/settings/SyncCard.h"
 #include "Lumatile/widgets/AppFonts.h"
 #include "Lumatile/widgets/Card.h"
-#include "Lumatile/widgets/SymbolIcon.h"
+#include "Lumatile/widgets/MenuButton.h"
 #include "Lumatile/widgets/ViewText.h"
-#include "Lumatile/widgets/WidgetColors.h"
 #include "menu_model/MenuBuilder.h"
 
 namespace lumatile {
@@ -31,7 +30,6 @@ namespace {
 constexpr int spacing = 18;
 constexpr double menuPoints = 13;
 constexpr int buttonSpacing = 8;
-constexpr int chevronSide = 12;
 
 }  // namespace
 
@@ -55,14 +53,10 @@ GeneralSectionView::GeneralSectionView(SettingsServices services, QWidget* paren
 
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(buttonSpacing);
-    auto* run = new QPushButton(say(SettingsTexts::runCommand));
+    auto* run = new MenuButton(say(SettingsTexts::runCommand));
     menu_ = new QMenu(run);
     menu_->setFont(AppFonts::text(menuPoints));
     run->setMenu(menu_);
-    run->setIcon(SymbolIcon::of("chevron.down", WidgetColors::secondaryLabel()));
-    run->setIconSize(QSize(chevronSide, chevronSide));
-    run->setLayoutDirection(Qt::RightToLeft);  // The arrow after the text.
-    menu_->setLayoutDirection(Qt::LeftToRight);
     auto* check = new QPushButton(say(SettingsTexts::checkForUpdates));
     auto* quit = new QPushButton(say(SettingsTexts::quit));
     buttons->addWidget(run);

@@ -30,7 +30,6 @@ constexpr double focusWidth = 2;
 RecorderFrame::RecorderFrame(KeyCodes& keys, QWidget* parent)
     : QWidget(parent), field_(new RecorderField(keys)), remove_(new QToolButton) {
     setFocusPolicy(Qt::StrongFocus);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAccessibleName(viewText(SettingsTexts::recordShortcut));
     field_->setAccessibleName(viewText(SettingsTexts::shortcut));
     const int cross = static_cast<int>(std::lround(crossPoints * AppFonts::pixelsPerPoint()));
@@ -44,6 +43,8 @@ RecorderFrame::RecorderFrame(KeyCodes& keys, QWidget* parent)
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->setSpacing(spacing);
+    // It shrinks with the cross.
+    layout->setSizeConstraint(QLayout::SetFixedSize);
     layout->addWidget(field_);
     layout->addWidget(remove_);
 }

@@ -1,13 +1,18 @@
 #include "Lumatile/widgets/ChoiceBox.h"
 
 #include <QAbstractItemView>
-#include <QPainter>
 #include <QPalette>
+#include <QStyledItemDelegate>
 
 #include "Lumatile/widgets/SymbolIcon.h"
 #include "Lumatile/widgets/WidgetColors.h"
 
 namespace lumatile {
+
+ChoiceBox::ChoiceBox(QWidget* parent) : QComboBox(parent) {
+    // The toolkit's own knows nothing of the style sheet.
+    setItemDelegate(new QStyledItemDelegate(this));
+}
 
 void ChoiceBox::showPopup() {
     // Above and below the choices their window shows, which does not take colours over.
@@ -21,11 +26,7 @@ void ChoiceBox::showPopup() {
 
 void ChoiceBox::paintEvent(QPaintEvent* event) {
     QComboBox::paintEvent(event);
-    constexpr int side = 12;
-    constexpr int fromRight = 8;
-    QPainter painter(this);
-    SymbolIcon::of("chevron.down", WidgetColors::secondaryLabel())
-        .paint(&painter, QRect(width() - side - fromRight, (height() - side) / 2, side, side));
+    SymbolIcon::drawChoiceArrow(*this);
 }
 
 }  // namespace lumatile

@@ -7,7 +7,7 @@ namespace lumatile {
 /// A box of choices with the settings' own arrow.
 class ChoiceBox : public QComboBox {
 public:
-    explicit ChoiceBox(QWidget* parent = nullptr) : QComboBox(parent) {}
+    explicit ChoiceBox(QWidget* parent = nullptr);
 
     void showPopup() override;
 

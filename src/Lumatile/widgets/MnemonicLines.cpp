@@ -22,6 +22,9 @@ public:
 
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* data) const override {
+        if (hint == SH_ComboBox_Popup) {
+            return 0;  // Choices hang from their box; in its middle they would cover other rows.
+        }
         if (hint != SH_UnderlineShortcut) {
             return QProxyStyle::styleHint(hint, option, widget, data);
         }

@@ -3,12 +3,15 @@
 #include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
+#include <QWidget>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <functional>
 #include <numbers>
+
+#include "Lumatile/widgets/WidgetColors.h"
 
 namespace lumatile {
 
@@ -306,6 +309,14 @@ bool SymbolIcon::isKnown(std::string_view name) { return drawingOf(name) != null
 
 QPixmap SymbolIcon::pixmap(std::string_view name, const QColor& color, int pixels, double scale) {
     return of(name, color).pixmap(QSize(pixels, pixels), scale);
+}
+
+void SymbolIcon::drawChoiceArrow(QWidget& control) {
+    constexpr int arrowSide = 12;
+    QPainter painter(&control);
+    of("chevron.down", WidgetColors::secondaryLabel())
+        .paint(&painter, QRect(control.width() - choiceArrowRoom,
+                               (control.height() - arrowSide) / 2, arrowSide, arrowSide));
 }
 
 }  // namespace lumatile

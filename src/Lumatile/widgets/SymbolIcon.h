@@ -7,6 +7,8 @@
 
 #include <string_view>
 
+class QWidget;
+
 namespace lumatile {
 
 /// The program's own drawings of the symbols that the settings name, sharp at any size.
@@ -24,6 +26,10 @@ struct SymbolIcon {
 
     /// @param pixels the side of the square, logical
     static QPixmap pixmap(std::string_view name, const QColor& color, int pixels, double scale);
+
+    /// The arrow at the right end of a control from which choices hang; called while it is painted.
+    static constexpr int choiceArrowRoom = 20;  ///< What it takes of the width.
+    static void drawChoiceArrow(QWidget& control);
 };
 
 }  // namespace lumatile

@@ -64,6 +64,7 @@ QLabel#badge {
 QLineEdit { selection-background-color: <accent>; selection-color: <window>; }
 QComboBox::drop-down { border: none; width: <s20>; }
 QComboBox::down-arrow { image: none; }
+QPushButton#menuButton { padding-right: <s30>; }
 QPushButton::menu-indicator { image: none; width: 0; }
 QPlainTextEdit {
     background: <card>; color: <secondaryLabel>; border: 1px solid <separator>;
@@ -73,6 +74,9 @@ QCheckBox { color: <label>; spacing: <s6>; }
 QComboBox QAbstractItemView {
     background: <control>; color: <label>; border: 1px solid <separator>;
     selection-background-color: <controlHover>; selection-color: <label>; }
+QComboBox QAbstractItemView::item {
+    padding: <s4> <s10>; border: none; border-radius: 4px; color: <label>; }
+QComboBox QAbstractItemView::item:selected { background: <controlHover>; }
 QMenu { background: <control>; color: <label>; border: 1px solid <separator>; padding: 4px; }
 QMenu::item { padding: <s4> <s20>; border-radius: 4px; }
 QMenu::item:selected { background: <controlHover>; }
@@ -148,7 +152,7 @@ QString styleSheet() {
         sheet.replace(QStringLiteral("<%1>").arg(QLatin1String(name)), color.name());
     }
     // Room round text grows with the text.
-    for (const int points : {4, 6, 10, 20}) {
+    for (const int points : {4, 6, 10, 20, 30}) {
         sheet.replace(QStringLiteral("<s%1>").arg(points),
                       QStringLiteral("%1px").arg(
                           static_cast<int>(std::lround(points * AppFonts::pixelsPerPoint()))));

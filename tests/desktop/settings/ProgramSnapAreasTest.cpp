@@ -13,6 +13,7 @@
 #include "settings_core/GridEditorLayout.h"
 #include "tests/desktop/settings/ProgramDesk.h"
 #include "tests/desktop/support/KeyPosition.h"
+#include "tests/desktop/support/OuterFrame.h"
 #include "tests/desktop/support/WindowManagerAnswer.h"
 
 namespace lumatile::desktop {
@@ -111,6 +112,46 @@ TEST_F(ProgramSnapAreas, aClickOnTheSentenceLeadsToTheFirstRefusedArea) {
     ASSERT_TRUE(row);
     EXPECT_EQ(row->description, S::refusedHere);
 }
+
+/// The menus of the settings, each by the role and the name of what opens it.
+struct MenuButton {
+    const char* section;
+    const char* role;
+    const char* name;
+};
+
+class ProgramMenus : public ProgramSnapAreas, public testing::WithParamInterface<MenuButton> {};
+
+TEST_P(ProgramMenus, hangFromTheirButton) {
+    desk.start();
+    ASSERT_TRUE(desk.openSettings());
+    ASSERT_TRUE(desk.click("list item", GetParam().section));
+    const auto button = desk.tree().waitFor(GetParam().role, GetParam().name);
+    ASSERT_TRUE(button);
+    ASSERT_TRUE(desk.click(GetParam().role, GetParam().name));
+    ASSERT_TRUE(desk.showsMenu());
+    const PixelRect place = desk.tree().extents(*button);
+    DesktopObserver& observer = desk.desktop().observer();
+    const PixelRect menu = clientArea(observer, observer.unmanagedWindowOf(desk.program().pid()))
+                               .value_or(PixelRect());
+    // Their frames may share a line.
+    const bool isBelow = std::abs(menu.y - (place.y + place.height)) <= 1;
+    const bool isAbove = std::abs(menu.y + menu.height - place.y) <= 1;
+    EXPECT_TRUE(isBelow || isAbove) << menu << " of " << place;
+    EXPECT_EQ(menu.x, place.x) << menu << " of " << place;
+    EXPECT_GE(menu.y, 0) << menu;
+    EXPECT_LE(menu.y + menu.height, 1080) << menu;
+}
+
+INSTANTIATE_TEST_SUITE_P(Desktop, ProgramMenus,
+                         testing::Values(MenuButton{"General", "button menu", "Run a Command"},
+                                         MenuButton{"General", "combo box", "None"},
+                                         MenuButton{"OLED Protection", "combo box", "5 min"}),
+                         [](const testing::TestParamInfo<MenuButton>& button) {
+                             std::string name = button.param.name;
+                             std::erase(name, ' ');
+                             return name;
+                         });
 
 }  // namespace
 }  // namespace lumatile::desktop

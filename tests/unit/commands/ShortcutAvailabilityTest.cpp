@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "commands/BuiltInCommands.h"
-#include "commands/CommandStore.h"
 
 namespace lumatile {
 namespace {
@@ -24,19 +23,6 @@ TEST(ShortcutAvailability, onlyAShortcutThatIsOnIsRefused) {
     commands[1].shortcut.reset();
     EXPECT_FALSE(ShortcutAvailability::isRefused(commands[0], commands, refused));
     EXPECT_FALSE(ShortcutAvailability::isRefused(commands[1], commands, refused));
-}
-
-TEST(ShortcutAvailability, theFirstThatWorksIsNamed) {
-    std::vector<SnapCommand> commands = BuiltInCommands::defaults();
-    EXPECT_EQ(ShortcutAvailability::firstWorking(commands, {}), commands[0]);
-    commands[1].shortcut->enabled = false;
-    // What is off does not work, and its twin takes the keys where it has them.
-    EXPECT_EQ(ShortcutAvailability::firstWorking(commands, {commands[0].id}), commands[2]);
-    std::vector<UUID> all;
-    for (const SnapCommand& each : CommandStore(commands).hotkeyBindings()) {
-        all.push_back(each.id);
-    }
-    EXPECT_EQ(ShortcutAvailability::firstWorking(commands, all), std::nullopt);
 }
 
 }  // namespace

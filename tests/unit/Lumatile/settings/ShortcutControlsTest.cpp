@@ -156,6 +156,23 @@ TEST_F(SettingsControls, closingTheWindowEndsRecording) {
     EXPECT_FALSE(field->isRecording());
 }
 
+TEST_F(SettingsControls, theFrameFitsWhatItHolds) {
+    open(SettingsSection::commands);
+    selectBuiltIn(0);
+    auto* frame = named<RecorderFrame>(SettingsTexts::recordShortcut);
+    const int with = frame->width();
+    stage.model().removeShortcut();
+    QApplication::processEvents();
+    EXPECT_EQ(frame->width(), frame->sizeHint().width());
+    EXPECT_LT(frame->width(), with);
+    stage.model().addCustomArea();
+    selectBuiltIn(1);
+    EXPECT_EQ(frame->width(), with);
+    stage.model().addCustomArea();
+    QApplication::processEvents();
+    EXPECT_LT(frame->width(), with);
+}
+
 TEST_F(SettingsControls, aTakenShortcutIsNamedWithItsHolderAsTheListNamesIt) {
     open(SettingsSection::commands);
     std::vector<SnapCommand> commands = stage.model().commands();
