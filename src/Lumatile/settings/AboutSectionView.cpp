@@ -17,7 +17,7 @@ namespace {
 
 constexpr int iconSide = 96;
 constexpr double namePoints = 24;
-constexpr double licencePoints = 11;
+constexpr double licencePoints = 10.5;
 
 // Everything that is shipped, in the order of the page.
 constexpr std::array licenceFiles{":/licences/LICENSE", ":/fonts/ibm-plex-mono-licence.txt",

@@ -35,6 +35,9 @@ int rounded(double value) { return static_cast<int>(std::lround(value)); }
 
 QString said(const std::string& text) { return QString::fromStdString(text); }
 
+/// Of all sliders of the page, so that they begin and end below one another.
+QString widestValue() { return said(SettingsTexts::minutes(mostMinutes)); }
+
 }  // namespace
 
 OLEDSectionView::OLEDSectionView(std::shared_ptr<SettingsViewModel> model, const Saying& say,
@@ -68,8 +71,8 @@ OLEDSectionView::OLEDSectionView(std::shared_ptr<SettingsViewModel> model, const
 QWidget* OLEDSectionView::makeOrbit(const Saying& say) {
     auto* card = new Card(say(SettingsTexts::windowOrbit));
     orbit_ = card->addToggle(say(SettingsTexts::driftWindows));
-    distance_ = card->addSlider(say(SettingsTexts::distance), leastDistance, mostDistance,
-                                said(SettingsTexts::pixels(mostDistance)));
+    distance_ =
+        card->addSlider(say(SettingsTexts::distance), leastDistance, mostDistance, widestValue());
     interval_ = new ChoiceBox;
     for (const double seconds : OLEDSettings::orbitStepIntervalChoices) {
         interval_->addItem(said(OLEDSettings::orbitStepIntervalLabel(seconds)), seconds);
@@ -95,8 +98,7 @@ QWidget* OLEDSectionView::makeOrbit(const Saying& say) {
 QWidget* OLEDSectionView::makeJitter(const Saying& say) {
     auto* card = new Card(say(SettingsTexts::edgeJitter));
     jitter_ = card->addToggle(say(SettingsTexts::varyEdges));
-    range_ = card->addSlider(say(SettingsTexts::range), leastDistance, mostDistance,
-                             said(SettingsTexts::pixels(mostDistance)));
+    range_ = card->addSlider(say(SettingsTexts::range), leastDistance, mostDistance, widestValue());
     card->addNote(say(SettingsTexts::jitterNote));
 
     connect(jitter_, &QCheckBox::toggled, this,
@@ -113,7 +115,7 @@ QWidget* OLEDSectionView::makeDimming(const Saying& say) {
     after_ = card->addSlider(say(SettingsTexts::after), leastMinutes, mostMinutes,
                              said(SettingsTexts::minutes(mostMinutes)));
     strength_ = card->addSlider(say(SettingsTexts::strength), leastStrength, mostStrength,
-                                said(SettingsTexts::percent(mostStrength)), percentPerStep);
+                                widestValue(), percentPerStep);
     card->addNote(say(SettingsTexts::dimNote));
 
     connect(dims_, &QCheckBox::toggled, this,

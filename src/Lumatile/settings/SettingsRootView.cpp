@@ -117,7 +117,6 @@ QWidget* SettingsRootView::makePage(SettingsSection section) {
     auto* area = new QScrollArea;
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(page);
     return area;

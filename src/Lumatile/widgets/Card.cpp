@@ -7,8 +7,6 @@
 #include <QSlider>
 #include <QVBoxLayout>
 
-#include <algorithm>
-
 #include "Lumatile/widgets/AppFonts.h"
 #include "Lumatile/widgets/WheelRule.h"
 
@@ -144,12 +142,7 @@ Card::Slider Card::addSlider(const QString& text, int least, int most, const QSt
     auto* value = new QLabel;
     value->setFont(AppFonts::monospaced(valuePoints));
     value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    values_.push_back(value);
-    widestValue_ = std::max(widestValue_, value->fontMetrics().horizontalAdvance(widest) + 4);
-    // One width, so that the sliders of a card begin and end below one another.
-    for (QLabel* each : values_) {
-        each->setMinimumWidth(widestValue_);
-    }
+    value->setMinimumWidth(value->fontMetrics().horizontalAdvance(widest) + 4);
 
     addLine();
     auto* row = labelledRow(new RowLabel(text, slider), slider, beyondEdge);

@@ -3,8 +3,6 @@
 #include <QFrame>
 #include <QString>
 
-#include <vector>
-
 #include "Lumatile/widgets/ToggleSwitch.h"
 
 class QLabel;
@@ -34,7 +32,8 @@ public:
 
         void setEnabled(bool enabled) const;
     };
-    /// @param widest the longest text that the value shows
+    /// @param widest the longest text that the value shows; sliders with the same one are of one
+    /// length
     /// @param step between two values that the user can choose
     Slider addSlider(const QString& text, int least, int most, const QString& widest, int step = 1);
 
@@ -47,8 +46,6 @@ public:
 private:
     QVBoxLayout* rows_;
     bool isFirst_ = true;
-    std::vector<QLabel*> values_;  ///< Those of the sliders.
-    int widestValue_ = 0;
 
     void addLine();
     void append(QWidget* widget);

@@ -147,8 +147,10 @@ TEST_F(PageControls, whatTheControlsOfACardShowEndsAtOneEdge) {
             EXPECT_EQ(edge(*label), right) << label->text().toStdString();
         }
     }
-    EXPECT_EQ(edge(*named<QSlider>(SettingsTexts::after)),
-              edge(*named<QSlider>(SettingsTexts::strength)));
+    for (const std::string_view text :
+         {SettingsTexts::range, SettingsTexts::after, SettingsTexts::strength}) {
+        EXPECT_EQ(edge(*named<QSlider>(text)), edge(*named<QSlider>(SettingsTexts::distance)));
+    }
 }
 
 TEST_F(PageControls, theIntervalIsOffWhenNothingMovesWindows) {
