@@ -62,8 +62,9 @@ TEST_F(ProgramSnapAreas, aShortcutThatWasRemovedWorksForAnotherArea) {
     ASSERT_TRUE(desk.click("push button", text(S::recordShortcut)));
     ASSERT_TRUE(recordsNow());
     input.press({KeyPosition::leftControl, KeyPosition::leftAlt}, KeyPosition::d);
-    ASSERT_TRUE(XClient::waitUntil(
-        [&] { return desk.tree().find("push button", text(S::shortcut))->description == "Ctrl+Alt+D"; }));
+    ASSERT_TRUE(XClient::waitUntil([&] {
+        return desk.tree().find("push button", text(S::shortcut))->description == "Ctrl+Alt+D";
+    }));
     window->activate();
     input.press({KeyPosition::leftControl, KeyPosition::leftAlt}, KeyPosition::d);
     EXPECT_TRUE(XClient::waitUntil([&] {
