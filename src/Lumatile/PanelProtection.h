@@ -33,8 +33,8 @@ public:
     /// first input.
     static constexpr double dimTick = 2;
 
-    /// Seconds: the screens never darken sooner. After an input they clear with the next tick and its
-    /// fade of 0.4 s, and are to be clear then whatever is stored.
+    /// Seconds: the screens never darken sooner. After an input they clear with the next tick and
+    /// its fade of 0.4 s, and are to be clear then whatever is stored.
     static constexpr double leastIdleThreshold = dimTick + 0.4;
 
     /// @param blacklist applications whose windows are never moved; outlives the protection
