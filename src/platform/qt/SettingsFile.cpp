@@ -36,6 +36,10 @@ std::string errorText() { return std::generic_category().message(errno); }
 
 QByteArray encoded(const QString& path) { return QFile::encodeName(path); }
 
+SettingsText::Fault faultOf(const QByteArray& bytes) {
+    return SettingsText::fault({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+}
+
 SettingsFile::Values valuesIn(const QSettings& settings) {
     SettingsFile::Values values;
     for (const QString& key : settings.allKeys()) {
@@ -145,8 +149,15 @@ std::optional<std::string> SettingsFile::inspect() {
     if (!file.open(QIODevice::ReadOnly)) {
         return PreferencesTexts::unreadable(errorText());
     }
-    const QByteArray bytes = file.read(std::min<qint64>(file.size(), largestFile));
-    switch (SettingsText::fault({bytes.constData(), static_cast<std::size_t>(bytes.size())})) {
+    // Most of what is no settings file shows that soon.
+    constexpr qint64 beginning = qint64{1} << 20U;
+    QByteArray bytes = file.read(std::min(file.size(), beginning));
+    SettingsText::Fault fault = faultOf(bytes);
+    if (fault == SettingsText::Fault::none && file.size() > bytes.size()) {
+        bytes += file.read(std::min<qint64>(file.size(), largestFile) - bytes.size());
+        fault = faultOf(bytes);
+    }
+    switch (fault) {
         case SettingsText::Fault::none:
             break;
         case SettingsText::Fault::serialised:

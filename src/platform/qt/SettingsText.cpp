@@ -100,11 +100,14 @@ private:
         while (place_ < text_.size() && isSpace(text_[place_])) {
             ++place_;
         }
-        if (place_ < text_.size() && text_[place_] == ';') {
+        if (place_ == text_.size()) {
+            return true;
+        }
+        if (text_[place_] == ';') {
             skipToLineEnd();
             return true;
         }
-        const bool isSection = place_ < text_.size() && text_[place_] == '[';
+        const bool isSection = text_[place_] == '[';
         bool inQuotes = false;
         bool inValue = false;
         std::size_t valueStart = 0;
