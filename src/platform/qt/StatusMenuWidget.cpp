@@ -51,6 +51,8 @@ StatusMenuWidget::StatusMenuWidget(Use use, KeyTexts keyTexts)
     for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
         palette.setColor(QPalette::Disabled, role, secondary);
     }
+    // Without the second, lighter print below it: on a dark menu that is brighter than the text.
+    palette.setColor(QPalette::Disabled, QPalette::Light, Qt::transparent);
     menu_.setPalette(palette);
 }
 

@@ -18,9 +18,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <string>
 
 #include "Lumatile/settings/AboutPanel.h"
+#include "Lumatile/settings/GridEditorView.h"
 #include "Lumatile/settings/NoticeWindow.h"
+#include "Lumatile/settings/RecorderFrame.h"
+#include "Lumatile/settings/ShortcutRecorderView.h"
 #include "Lumatile/widgets/ViewText.h"
 #include "tests/unit/Lumatile/settings/SettingsStage.h"
 
@@ -75,6 +79,50 @@ TEST_F(SettingsPictures, theSmallestWindow) {
             }
         }
     }
+}
+
+TEST_F(SettingsPictures, whereTheKeyboardIs) {
+    stage_.show();
+    stage_.window().resize(stage_.window().minimumSize());
+    stage_.model().setSection(SettingsSection::commands);
+    stage_.model().select(stage_.model().commands()[8].id);
+    QApplication::processEvents();
+    int saved = 0;
+    for (QWidget* widget : stage_.window().findChildren<QWidget*>()) {
+        if (!widget->isVisible()) {
+            continue;
+        }
+        if (widget->objectName() == QLatin1String("areas")) {
+            widget->setFocus();
+            save(("areas-focus-list-" + std::to_string(++saved)).c_str());
+        } else if (dynamic_cast<RecorderFrame*>(widget) != nullptr) {
+            widget->setFocus();
+            save("areas-focus-frame");
+        } else if (dynamic_cast<RecorderField*>(widget) != nullptr) {
+            widget->setFocus();
+            save("areas-recording");
+        } else if (dynamic_cast<GridEditorView*>(widget) != nullptr) {
+            widget->setFocus();
+            save("areas-focus-grid");
+        }
+    }
+    EXPECT_EQ(saved, 2);
+}
+
+/// A light and a dark desktop give the same picture.
+TEST_F(SettingsPictures, theDesktopsOwnColoursDoNotShow) {
+    stage_.show();
+    stage_.model().setSection(SettingsSection::commands);
+    stage_.model().addCustomArea();
+    const QPalette usual = QApplication::palette();
+    QList<QImage> pictures;
+    for (const QColor& ground : {QColor(Qt::white), QColor(Qt::black)}) {
+        QApplication::setPalette(QPalette(ground));
+        QApplication::processEvents();
+        pictures.append(stage_.window().grab().toImage());
+    }
+    QApplication::setPalette(usual);
+    EXPECT_TRUE(pictures[0] == pictures[1]);
 }
 
 TEST_F(SettingsPictures, whatOpensFromThem) {

@@ -5,8 +5,10 @@
 #include <QAction>
 #include <QApplication>
 #include <QFontDatabase>
+#include <QImage>
 #include <QTest>
 
+#include <algorithm>
 #include <memory>
 
 namespace lumatile {
@@ -68,6 +70,36 @@ TEST(StatusMenuWidget, keysAreWrittenAsTheDesktopDoes) {
     z = "Ö";
     exported.refreshKeys(items);
     EXPECT_EQ(exported.menu().actions()[0]->shortcut(), QKeySequence("Ctrl+Alt+Meta+Ö"));
+}
+
+TEST(StatusMenuWidget, onADarkDesktopALineIsFainterThanAnItem) {
+    const QPalette before = QApplication::palette();
+    QPalette dark = before;
+    for (const auto role : {QPalette::Window, QPalette::Base}) {
+        dark.setColor(role, QColor(40, 40, 44));
+    }
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        dark.setColor(role, Qt::white);
+    }
+    QApplication::setPalette(dark);
+    StatusMenuWidget widget(Use::shown);
+    widget.fill({line("Pixel shift: off"), ClosureMenuItem("Item", {}, {})});
+    widget.menu().resize(widget.menu().sizeHint());
+    const QImage picture = widget.menu().grab().toImage();
+    const auto brightest = [&](int index) {
+        const QRect row = widget.menu().actionGeometry(widget.menu().actions()[index]);
+        int lightness = 0;
+        for (int y = row.top(); y <= row.bottom(); ++y) {
+            for (int x = row.left(); x <= row.right(); ++x) {
+                lightness = std::max(lightness, picture.pixelColor(x, y).lightness());
+            }
+        }
+        return lightness;
+    };
+    EXPECT_GT(brightest(1), 220);
+    EXPECT_GT(brightest(0), 100);
+    EXPECT_LT(brightest(0), 190);
+    QApplication::setPalette(before);
 }
 
 TEST(StatusMenuWidget, aTitleReadsAsItIs) {
