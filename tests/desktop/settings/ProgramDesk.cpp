@@ -46,6 +46,8 @@ bool ProgramDesk::click(const std::string& role, const std::string& name) {
     desktop_.input().movePointer(place.x + place.width / 2, place.y + place.height / 2);
     desktop_.input().buttonDown();
     desktop_.input().buttonUp();
+    // It may hold a click back to look at it first, and keys would overtake the click.
+    waitForWindowManager(desktop_.observer());
     return true;
 }
 

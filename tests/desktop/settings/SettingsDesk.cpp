@@ -80,6 +80,8 @@ bool SettingsDesk::click(const std::string& name) {
         desktop_.input().movePointer(x, y);
         desktop_.input().buttonDown();
         desktop_.input().buttonUp();
+        // It may hold a click back to look at it first, and keys would overtake the click.
+        waitForWindowManager(desktop_.observer());
     }
     return isFound;
 }

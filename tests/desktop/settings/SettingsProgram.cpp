@@ -8,8 +8,8 @@
 //   field           says "field W H", the size of the recorder in points of the toolkit, if all of
 //                   it shows
 //   picture FILE    saves what the window looks like and says "saved"
-// Says "recording 0" or "1", and "shortcut CODE MODIFIERS" whenever that of the selected command is
-// another, and "refused, REASON". Ends with its input.
+// Says "recording 0" or "1", and "shortcut CODE MODIFIERS", with "off" behind it when it is,
+// whenever that of the selected command is another, and "refused, REASON". Ends with its input.
 //   settings_program DESCRIPTOR
 
 #include <QAccessible>
@@ -122,7 +122,7 @@ int main(int argc, char** argv) {
         const auto shortcut = selected != nullptr ? selected->shortcut : std::nullopt;
         if (shortcut && shortcut != told) {
             std::cout << "shortcut " << shortcut->carbonKeyCode << ' ' << shortcut->carbonModifiers
-                      << std::endl;
+                      << (shortcut->enabled ? "" : " off") << std::endl;
         }
         told = shortcut;
         if (const auto& refusal = model->refusal()) {

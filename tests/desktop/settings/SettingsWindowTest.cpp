@@ -53,7 +53,7 @@ TEST_P(SettingsOnDesktop, theFrameOfTheRecorderIsReachedByTabAndBeginsByReturn) 
     desk.tell("select 0");
     // The switch is what follows the frame with the field and its cross.
     ASSERT_TRUE(desk.click("Shortcut is on"));
-    ASSERT_TRUE(desk.hears("shortcut 123 6144"));
+    ASSERT_TRUE(desk.hears("shortcut 123 6144 off"));
     input.press({KeyPosition::leftShift}, KeyPosition::tab);
     input.press({KeyPosition::leftShift}, KeyPosition::tab);
     input.press({}, KeyPosition::enter);
