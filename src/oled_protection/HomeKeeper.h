@@ -52,7 +52,7 @@ private:
         Point origin;  ///< Of the space that these are in.
 
         bool mayHaveBeenLeftAt(const Rect& frame) const;
-        Known seenFrom(const Point& origin) const;
+        Known seenFrom(const Point& other) const;
     };
 
     void meet(const Windows& windows, const Point& origin, bool looksAtAll);

@@ -44,7 +44,7 @@ protected:
 /// The text of a row, off together with the control that it names.
 class RowLabel final : public QLabel {
 public:
-    RowLabel(const QString& text, QWidget* control) : QLabel(text) {
+    RowLabel(const QString& text, QWidget* control) : QLabel(text), control_(control) {
         setBuddy(control);
         control->setAccessibleName(text);
         control->installEventFilter(this);
@@ -53,10 +53,13 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::EnabledChange) {
-            setEnabled(static_cast<QWidget*>(watched)->isEnabled());
+            setEnabled(control_->isEnabled());
         }
         return QLabel::eventFilter(watched, event);
     }
+
+private:
+    QWidget* control_;
 };
 
 QHBoxLayout* labelledRow(QLabel* label, QWidget* control, int rightMargin) {

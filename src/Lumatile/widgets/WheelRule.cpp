@@ -26,11 +26,13 @@ bool WheelRule::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::MouseButtonPress:
             isClickedInto_ = true;
             break;
-        case QEvent::FocusOut:
+        case QEvent::FocusOut: {
             // Its own list of choices takes the keyboard and gives it back.
-            isClickedInto_ = isClickedInto_ && static_cast<const QFocusEvent*>(event)->reason() ==
-                                                   Qt::PopupFocusReason;
+            const auto* out = dynamic_cast<const QFocusEvent*>(event);
+            isClickedInto_ =
+                isClickedInto_ && out != nullptr && out->reason() == Qt::PopupFocusReason;
             break;
+        }
         case QEvent::Wheel:
             if (!isClickedInto_) {
                 event->ignore();

@@ -67,6 +67,7 @@ struct X11Session::Adapters {
     std::vector<std::string> refusedShortcuts() {
         std::vector<std::string> texts;
         const auto refused = hotKeys.refusedRegistrations();
+        texts.reserve(refused.size());
         const auto legends =
             refused.empty() ? std::map<std::uint32_t, std::string>() : keyCodes.legends();
         for (const auto& [keyCode, modifiers] : refused) {

@@ -32,6 +32,7 @@ bool relocatesCode(const dl_phdr_info& object) {
         if (segment.p_type != PT_DYNAMIC) {
             continue;
         }
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): the loader tells addresses as numbers
         const auto* entry = reinterpret_cast<const ElfW(Dyn)*>(object.dlpi_addr + segment.p_vaddr);
         for (; entry->d_tag != DT_NULL; ++entry) {
             if (entry->d_tag == DT_TEXTREL ||
