@@ -20,6 +20,10 @@ namespace {
 // A session that starts its bus anew does so soon; until then this is all that a lost bus costs.
 constexpr int retryMilliseconds = 5000;
 
+// Requests of a program that sends thousands at once are carried out for so long before the loop
+// gets round to others again.
+constexpr gint64 turnMicroseconds = 10'000;
+
 /// A request that has arrived; its arguments are of the types that the description says. Answered
 /// once.
 struct Request {
@@ -194,22 +198,45 @@ void ControlObject::serve(GDBusConnection* connection) {
     // Before the name, so that nobody finds the one without the other.
     object_ = std::make_unique<BusObject>(connection, ControlInterface::path,
                                           ControlInterface::description,
-                                          [this](const BusObject::Call& call) { carryOut(call); });
+                                          [this](const BusObject::Call& call) { take(call); });
     BusObject::requestName(connection, name_, lifeline_.guard([this] {
         log_.write(ControlTexts::logType, ControlTexts::nameTaken);
     }));
 }
 
-// The bus has checked name, interface and types against the description already.
-void ControlObject::carryOut(const BusObject::Call& call) const {
-    const auto* const verb = std::find_if(
-        verbs.begin(), verbs.end(), [&](const Verb& each) { return each.name == call.method; });
+void ControlObject::take(const BusObject::Call& call) {
+    // The library hands all that have arrived over in one turn.
+    waiting_.emplace_back(call.invocation);
+    if (!turn_.isRunning()) {
+        turn_ = MainLoopSource::every(0, [this] { carryOutSome(); });
+    }
+}
+
+void ControlObject::carryOutSome() {
+    const gint64 begin = g_get_monotonic_time();
+    do {
+        GDBusMethodInvocation* const invocation = waiting_.front().release();
+        waiting_.pop_front();
+        carryOut(invocation);
+    } while (!waiting_.empty() && g_get_monotonic_time() - begin < turnMicroseconds);
+    if (waiting_.empty()) {
+        turn_.stop();
+    }
+}
+
+// The bus has checked name, interface and types against the description already. The answer takes
+// the invocation over.
+void ControlObject::carryOut(GDBusMethodInvocation* invocation) const {
+    const char* method = g_dbus_method_invocation_get_method_name(invocation);
+    const auto* const verb = std::find_if(verbs.begin(), verbs.end(),
+                                          [&](const Verb& each) { return each.name == method; });
     if (verb == verbs.end()) {
         g_dbus_method_invocation_return_dbus_error(
-            call.invocation, "org.freedesktop.DBus.Error.UnknownMethod", call.method);
+            invocation, "org.freedesktop.DBus.Error.UnknownMethod", method);
         return;
     }
-    verb->carryOut({controlled_, call.arguments, call.invocation, cancellable_.get()});
+    verb->carryOut({controlled_, g_dbus_method_invocation_get_parameters(invocation), invocation,
+                    cancellable_.get()});
 }
 
 }  // namespace lumatile

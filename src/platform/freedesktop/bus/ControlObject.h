@@ -2,6 +2,7 @@
 
 #include <gio/gio.h>
 
+#include <deque>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -20,7 +21,8 @@ class SystemLog;
 /// Lets other programs of the same user control the running one, over the session bus. A bus that
 /// is started anew is found again, and a name that another program has is taken when it is free.
 /// Nothing here waits for the bus; requests come from the main loop of GLib, which the toolkit's
-/// run loop serves.
+/// run loop serves. They are carried out in the order in which they came, as many in a turn of the
+/// loop as leave it free for keys and windows, however many there are.
 class ControlObject {
 public:
     /// @param session the user's bus, on which it takes a name; without one nobody can ask
@@ -38,7 +40,9 @@ private:
     void connect();
     void serve(GDBusConnection* connection);
     void noteLost();
-    void carryOut(const BusObject::Call& call) const;
+    void take(const BusObject::Call& call);
+    void carryOutSome();
+    void carryOut(GDBusMethodInvocation* invocation) const;
 
     BusConnection& session_;
     std::string name_;
@@ -49,6 +53,8 @@ private:
     gulong lossHandler_ = 0;                     ///< Of that connection.
     std::unique_ptr<BusObject> object_;          ///< Where there is a bus.
     MainLoopSource retry_;                       ///< While a bus is looked for that was lost.
+    std::deque<GObjectHandle<GDBusMethodInvocation>> waiting_;  ///< Not carried out yet.
+    MainLoopSource turn_;                                       ///< While some are waiting.
     Lifeline lifeline_;
 };
 
