@@ -27,13 +27,13 @@ enum class JSONLayout : std::uint8_t {
 struct SnapCommandCodec {
     SnapCommandCodec() = delete;
 
-    /// Bounds of what is read. A longer list than this was not made by a person, and a larger text
-    /// than this holds no such list.
-    static constexpr std::size_t maxCommands = 10'000;
-    static constexpr std::size_t maxBytes = std::size_t{16} * 1024 * 1024;
+    /// Bounds of what is read. A longer list than this was not made by a person, and reading it
+    /// would hold up the run loop; a list of this length with the longest names fits the bytes.
+    static constexpr std::size_t maxCommands = 4000;
+    static constexpr std::size_t maxBytes = std::size_t{6} * 1024 * 1024;
 
     /// Longest string; ample for 40 characters of a name, whatever they are composed of.
-    static constexpr std::size_t maxStringBytes = 4096;
+    static constexpr std::size_t maxStringBytes = 1024;
 
     /// Absent as a whole when any command is malformed: a required key missing, null or of another
     /// type, an unknown axis or kind, a number that is not a whole number in range. Unknown keys

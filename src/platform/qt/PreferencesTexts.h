@@ -15,6 +15,7 @@ inline constexpr std::string_view isNoise = "is no text";
 
 inline constexpr std::string_view isWriteProtected = "it is write-protected";
 inline constexpr std::string_view isLocked = "another program keeps it locked";
+inline constexpr std::string_view wouldBeTooLong = "it would be too long to be read again";
 inline constexpr std::string_view isCut = "it did not reach the disk whole";
 
 inline std::string unreadable(std::string_view why) {

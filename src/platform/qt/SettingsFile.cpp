@@ -26,8 +26,8 @@ namespace lumatile {
 
 namespace {
 
-// The longest list of commands is 16 MiB; in the file a byte takes up to four characters.
-constexpr off_t largestFile = off_t{65} * 1024 * 1024;
+// A list of the greatest length takes 2 MiB. A larger file would hold up the run loop.
+constexpr off_t largestFile = off_t{8} * 1024 * 1024;
 
 // Others hold the lock only while they write.
 constexpr qint64 longestLockMilliseconds = 1000;
@@ -35,10 +35,6 @@ constexpr qint64 longestLockMilliseconds = 1000;
 std::string errorText() { return std::generic_category().message(errno); }
 
 QByteArray encoded(const QString& path) { return QFile::encodeName(path); }
-
-SettingsText::Fault faultOf(const QByteArray& bytes) {
-    return SettingsText::fault({bytes.constData(), static_cast<std::size_t>(bytes.size())});
-}
 
 SettingsFile::Values valuesIn(const QSettings& settings) {
     SettingsFile::Values values;
@@ -73,7 +69,7 @@ void removeNamelessLock(const QString& path) {
 /// The file that is replaced: people keep their settings elsewhere and link to them, also before
 /// there are any.
 QString fileBehind(const QString& path) {
-    const QString existing = QFileInfo(path).canonicalFilePath();
+    QString existing = QFileInfo(path).canonicalFilePath();
     if (!existing.isEmpty()) {
         return existing;
     }
@@ -149,15 +145,8 @@ std::optional<std::string> SettingsFile::inspect() {
     if (!file.open(QIODevice::ReadOnly)) {
         return PreferencesTexts::unreadable(errorText());
     }
-    // Most of what is no settings file shows that soon.
-    constexpr qint64 beginning = qint64{1} << 20U;
-    QByteArray bytes = file.read(std::min(file.size(), beginning));
-    SettingsText::Fault fault = faultOf(bytes);
-    if (fault == SettingsText::Fault::none && file.size() > bytes.size()) {
-        bytes += file.read(std::min<qint64>(file.size(), largestFile) - bytes.size());
-        fault = faultOf(bytes);
-    }
-    switch (fault) {
+    const QByteArray bytes = file.read(largestFile);
+    switch (SettingsText::fault({bytes.constData(), static_cast<std::size_t>(bytes.size())})) {
         case SettingsText::Fault::none:
             break;
         case SettingsText::Fault::serialised:
@@ -223,6 +212,10 @@ std::optional<std::string> SettingsFile::write(const Values& values) const {
     const SettingsDraft draft(target);
     if (auto reason = draft.write(values)) {
         return reason;
+    }
+    if (QFileInfo(draft.path()).size() > largestFile) {
+        // It could not be read again.
+        return std::string(PreferencesTexts::wouldBeTooLong);
     }
     makeNewer(draft.path(), target);
     return draft.replaceTarget() ? std::nullopt : std::optional(errorText());

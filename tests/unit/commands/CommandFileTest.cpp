@@ -79,7 +79,7 @@ TEST(CommandFile, aDecodingFailureIsThrownAndLeavesTheFile) {
     EXPECT_EQ(folder.read("bad.json"), "[{}]");
 }
 
-TEST(CommandFile, aFilePastSixteenMebibytesIsNotRead) {
+TEST(CommandFile, aFilePastTheBoundIsNotRead) {
     const TemporaryFolder folder;
     folder.write("large.json", "[]" + std::string(SnapCommandCodec::maxBytes - 2, ' '));
     EXPECT_TRUE(CommandStore::fromFile(folder / "large.json").commands.empty());
@@ -121,9 +121,10 @@ TEST(CommandFile, aListThatCouldNotBeReadAgainIsNotWritten) {
               "File too large");
 
     SnapCommand large;
-    large.customName = std::string(SnapCommandCodec::maxStringBytes, 'x');
+    large.nameKey = std::string(SnapCommandCodec::maxStringBytes, 'x');
+    large.customName = large.nameKey;
     EXPECT_EQ(errorOf([&] {
-                  CommandStore(std::vector<SnapCommand>(5000, large))
+                  CommandStore(std::vector<SnapCommand>(SnapCommandCodec::maxCommands, large))
                       .saveToFile(folder / "commands.json");
               }).reason(),
               "File too large");

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tests/support/FileSizeLimit.h"
+#include "tests/support/ImmutableFile.h"
 #include "tests/unit/platform/qt/PreferencesDesk.h"
 
 // When changes are written, tried again, and told.
@@ -21,7 +22,6 @@ namespace fs = std::filesystem;
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::SizeIs;
 
 class CollectedPreferences : public QSettingsPreferencesTest {
@@ -153,6 +153,37 @@ TEST_F(CollectedPreferences, aWriteProtectedFileIsNotReplacedAndItIsSaid) {
     runLoop().advance(10);
     EXPECT_FALSE(preferences().trouble());
     EXPECT_EQ(onDisk().bytes("commands"), "[2]");
+}
+
+TEST_F(CollectedPreferences, anImmutableFileIsNotReplacedAndItIsSaid) {
+    preferences_.setBytes("commands", "[1]");
+    {
+        const ImmutableFile locked(file_);
+        if (!locked.isSo()) {
+            GTEST_SKIP() << "this file system knows no immutable files";
+        }
+        preferences_.setBytes("commands", "[2]");
+        EXPECT_EQ(onDisk().bytes("commands"), "[1]");
+        ASSERT_TRUE(preferences().trouble());
+        EXPECT_THAT(preferences().trouble()->line, HasSubstr("write-protected"));
+        EXPECT_THAT(log_.lines, SizeIs(1));
+    }
+    runLoop().advance(10);
+    EXPECT_FALSE(preferences().trouble());
+    EXPECT_EQ(onDisk().bytes("commands"), "[2]");
+}
+
+TEST_F(CollectedPreferences, whatCouldNotBeReadAgainIsNotWrittenAndItIsSaid) {
+    preferences_.setBytes("commands", "[1]");
+    // Each of these bytes takes four characters in the file.
+    preferences_.setBytes("commands", Bytes(std::size_t{2} * 1024 * 1024 + 1, '\xff'));
+    EXPECT_EQ(onDisk().bytes("commands"), "[1]");
+    ASSERT_TRUE(preferences().trouble());
+    EXPECT_THAT(preferences().trouble()->line, HasSubstr("too long to be read again"));
+    EXPECT_THAT(log_.lines, SizeIs(1));
+    preferences_.setBytes("commands", Bytes(std::size_t{2} * 1024 * 1024 - 100, '\xff'));
+    EXPECT_FALSE(preferences().trouble());
+    EXPECT_EQ(onDisk().bytes("commands")->size(), std::size_t{2} * 1024 * 1024 - 100);
 }
 
 }  // namespace
