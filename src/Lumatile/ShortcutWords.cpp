@@ -6,17 +6,11 @@
 
 namespace lumatile::ShortcutWords {
 
-namespace {
-
-constexpr std::string_view unnamed = "?";  // Any key that the formatter does not know.
-
-}  // namespace
-
 KeyWords::Legends byFormattedKey(const KeyLegends& legends) {
     KeyWords::Legends result;
     for (const auto& [keyCode, legend] : legends) {
         const std::string_view name = ShortcutFormatter::keyName(keyCode);
-        if (name != unnamed && !KeyWords::occurIn(name)) {
+        if (name != ShortcutFormatter::unknownKey && !KeyWords::occurIn(name)) {
             result.emplace(name, legend);
         }
     }

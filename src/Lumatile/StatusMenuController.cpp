@@ -92,9 +92,11 @@ ClosureMenuItem StatusMenuController::itemOf(const SnapCommand& command) const {
     KeyEquivalent keys;
     // A shortcut that is switched off shows its keys all the same.
     if (command.shortcut) {
-        keys = KeyEquivalent::ofHotKey(
-            ShortcutFormatter::keyEquivalent(command.shortcut->carbonKeyCode),
-            command.shortcut->carbonModifiers);
+        const std::uint32_t code = command.shortcut->carbonKeyCode;
+        const bool hasName = ShortcutFormatter::keyName(code) != ShortcutFormatter::unknownKey;
+        keys = KeyEquivalent::ofHotKey(ShortcutFormatter::keyEquivalent(code),
+                                       command.shortcut->carbonModifiers,
+                                       hasName ? std::nullopt : std::optional(code));
     }
     return {command.displayName(), std::move(keys),
             [run = closures_.run, command] { run(command); }};

@@ -88,7 +88,8 @@ int main(int argc, char** argv) {
     DesktopServices services(session, sessionBus, log);
     statusItem.setKeyTexts(
         {[&words = services.words](std::string_view glyphs) { return words.apply(glyphs); },
-         [&words = services.words](std::string_view key) { return words.legend(key); }});
+         [&words = services.words](std::string_view key) { return words.legend(key); },
+         [&words = services.words](std::uint32_t keyCode) { return words.legend(keyCode); }});
     ProgramWindows windows({session, services, preferences, sharedStore, runLoop, log});
 
     AppDelegate delegate({session.accessibility, session.screenList, session.hotKeys,

@@ -47,7 +47,7 @@ std::string_view keyName(std::uint32_t keyCode) {
             return found->second;
         }
     }
-    return "?";
+    return unknownKey;
 }
 
 std::string format(std::uint32_t keyCode, std::uint32_t modifiers) {

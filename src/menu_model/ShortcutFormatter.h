@@ -8,8 +8,10 @@
 /// `Shortcut`.
 namespace lumatile::ShortcutFormatter {
 
+/// The name of function keys, keypad keys and every other code that has none.
+inline constexpr std::string_view unknownKey = "?";
+
 /// What stands on the key of a US keyboard, letters in upper case, or the glyph of a special key.
-/// @return "?" for function keys, keypad keys and every other code
 std::string_view keyName(std::uint32_t keyCode);
 
 /// The glyphs of the modifiers, always in the order control, option, shift, command, then the key

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -23,21 +24,26 @@ struct KeyEquivalent {
     bool command = false;
     Reach reach = Reach::program;
 
+    /// Virtual key code of a hot key that `key` has no name for.
+    std::optional<std::uint32_t> namelessKeyCode = std::nullopt;
+
     /// Those of a global shortcut.
     /// @param modifiers classic modifier mask; unknown bits are ignored
-    static KeyEquivalent ofHotKey(std::string key, std::uint32_t modifiers) {
+    static KeyEquivalent ofHotKey(std::string key, std::uint32_t modifiers,
+                                  std::optional<std::uint32_t> namelessKeyCode = std::nullopt) {
         const auto has = [modifiers](std::uint32_t bit) { return (modifiers & bit) != 0; };
         return {std::move(key),
                 has(ClassicModifier::control),
                 has(ClassicModifier::option),
                 has(ClassicModifier::shift),
                 has(ClassicModifier::command),
-                Reach::desktop};
+                Reach::desktop,
+                namelessKeyCode};
     }
 
     /// Those of the menu itself, with Command.
     static KeyEquivalent ofMenu(std::string key) {
-        return {std::move(key), false, false, false, true, Reach::program};
+        return {std::move(key), false, false, false, true, Reach::program, {}};
     }
 
     bool operator==(const KeyEquivalent&) const = default;

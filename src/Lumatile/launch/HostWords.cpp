@@ -20,6 +20,12 @@ std::string HostWords::legend(std::string_view usLegend) {
     return found != legends.end() ? found->second : std::string(usLegend);
 }
 
+std::string HostWords::legend(std::uint32_t keyCode) const {
+    const auto legends = keyLegends_ ? keyLegends_() : std::map<std::uint32_t, std::string>();
+    const auto found = legends.find(keyCode);
+    return found != legends.end() ? found->second : std::string();
+}
+
 void HostWords::readLegends() {
     if (keyLegends_) {
         known().vocabulary.legends = ShortcutWords::byFormattedKey(keyLegends_());

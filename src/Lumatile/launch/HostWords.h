@@ -32,6 +32,9 @@ public:
     /// What the present layout has on a key, by what a US keyboard has there.
     std::string legend(std::string_view usLegend);
 
+    /// What it has on the key of that virtual key code; empty: not known.
+    std::string legend(std::uint32_t keyCode) const;
+
     /// The next question looks anew: a window manager that was not there before may be what names
     /// the desktop.
     void forget() { known_.reset(); }

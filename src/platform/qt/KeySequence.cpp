@@ -35,6 +35,12 @@ std::optional<Qt::Key> keyOf(const std::string& text) {
         }
     }
     const QString characters = QString::fromStdString(text).toUpper();
+    if (characters.size() > 1) {
+        const QKeySequence named = QKeySequence::fromString(characters);
+        return named.count() == 1 && named[0].key() != Qt::Key_unknown
+                   ? std::optional(named[0].key())
+                   : std::nullopt;
+    }
     // The toolkit numbers the printable keys by what stands on them, letters in upper case.
     if (characters.size() != 1 || characters.front().isSpace() || !characters.front().isPrint()) {
         return std::nullopt;
@@ -42,9 +48,7 @@ std::optional<Qt::Key> keyOf(const std::string& text) {
     return static_cast<Qt::Key>(characters.front().unicode());
 }
 
-}  // namespace
-
-std::string glyphsOf(const KeyEquivalent& keys) {
+std::string modifierGlyphs(const KeyEquivalent& keys) {
     std::string text;
     for (const auto& [isHeld, glyph] : {std::pair(keys.control, "⌃"), std::pair(keys.option, "⌥"),
                                         std::pair(keys.shift, "⇧"), std::pair(keys.command, "⌘")}) {
@@ -52,13 +56,38 @@ std::string glyphsOf(const KeyEquivalent& keys) {
             text += glyph;
         }
     }
-    return text + QString::fromStdString(keys.key).toUpper().toStdString();
+    return text;
 }
 
-QKeySequence keySequenceOf(const KeyEquivalent& keys, const KeyLegend& legend) {
-    const bool isByPosition = legend && keys.reach == KeyEquivalent::Reach::desktop;
-    const std::optional<Qt::Key> key = keyOf(
-        isByPosition ? legend(QString::fromStdString(keys.key).toUpper().toStdString()) : keys.key);
+/// As `ShortcutFormatter` has it.
+std::string usLegend(const KeyEquivalent& keys) {
+    return QString::fromStdString(keys.key).toUpper().toStdString();
+}
+
+/// Empty where the key has a name, or none in this layout either.
+std::string namelessLegend(const KeyEquivalent& keys, const KeyTexts& texts) {
+    return keys.namelessKeyCode && texts.namelessLegend
+               ? texts.namelessLegend(*keys.namelessKeyCode)
+               : std::string();
+}
+
+}  // namespace
+
+std::string writtenKeys(const KeyEquivalent& keys, const KeyTexts& texts) {
+    const std::string nameless = namelessLegend(keys, texts);
+    return nameless.empty() ? texts.written(modifierGlyphs(keys) + usLegend(keys))
+                            : texts.written(modifierGlyphs(keys)) + nameless;
+}
+
+QKeySequence keySequenceOf(const KeyEquivalent& keys, const KeyTexts& texts) {
+    std::string legend = keys.key;
+    if (keys.reach == KeyEquivalent::Reach::desktop) {
+        legend = namelessLegend(keys, texts);
+        if (legend.empty()) {
+            legend = texts.legend ? texts.legend(usLegend(keys)) : keys.key;
+        }
+    }
+    const std::optional<Qt::Key> key = keyOf(legend);
     if (!key) {
         return {};
     }

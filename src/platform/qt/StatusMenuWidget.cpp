@@ -98,13 +98,13 @@ void StatusMenuWidget::refreshKeys(const StatusMenu& items) {
 }
 
 void StatusMenuWidget::writeKeys(QAction& action, const ClosureMenuItem& item) const {
-    action.setShortcut(keySequenceOf(item.keyEquivalent, keyTexts_.legend));
+    action.setShortcut(keySequenceOf(item.keyEquivalent, keyTexts_));
     // A bar writes the keys in its own way; the toolkit has a name for the Super key that is on no
     // keyboard.
     if (use_ == Use::shown && keyTexts_.written && !item.keyEquivalent.key.empty() &&
         item.keyEquivalent.reach == KeyEquivalent::Reach::desktop) {
         action.setText(literalTitle(item.title, use_) + QLatin1Char('\t') +
-                       QString::fromStdString(keyTexts_.written(glyphsOf(item.keyEquivalent))));
+                       QString::fromStdString(writtenKeys(item.keyEquivalent, keyTexts_)));
     }
 }
 

@@ -48,6 +48,8 @@ TEST_F(HostWordsTest, keysAreNamedAsThePresentLayoutDoes) {
     EXPECT_EQ(said.apply("⌃⌥Z"), "Ctrl+Alt+Y");
     EXPECT_EQ(said.legend("Z"), "Y");
     EXPECT_EQ(said.legend("A"), "A");
+    EXPECT_EQ(said.legend(6), "Y");
+    EXPECT_EQ(said.legend(7), "");
     layout = {};
     EXPECT_EQ(said.apply("⌃⌥Z"), "Ctrl+Alt+Z");
 }

@@ -49,15 +49,32 @@ TEST(KeySequence, everyKnownKeyHasOneAndNoTwoAreTheSame) {
 }
 
 TEST(KeySequence, hotKeysAreNamedByTheLayout) {
-    const KeyLegend german = [](std::string_view key) {
-        return key == "Z" ? std::string("Y") : key == ";" ? "Ö" : std::string(key);
-    };
+    const KeyTexts german{
+        [](std::string_view glyphs) { return std::string(glyphs); },
+        [](std::string_view key) {
+            return key == "Z" ? std::string("Y") : key == ";" ? "Ö" : std::string(key);
+        },
+        {}};
     EXPECT_EQ(keySequenceOf(KeyEquivalent::ofHotKey("z", 0x1000), german), QKeySequence("Ctrl+Y"));
     EXPECT_EQ(keySequenceOf(KeyEquivalent::ofHotKey(";", 0x1000), german), QKeySequence("Ctrl+Ö"));
     EXPECT_EQ(keySequenceOf(KeyEquivalent::ofHotKey("←", 0x1000), german),
               QKeySequence("Ctrl+Left"));
     EXPECT_EQ(keySequenceOf(KeyEquivalent::ofMenu("z"), german), QKeySequence("Ctrl+Z"));
-    EXPECT_EQ(glyphsOf(KeyEquivalent::ofHotKey("z", 6912)), "⌃⌥⇧⌘Z");
+    EXPECT_EQ(writtenKeys(KeyEquivalent::ofHotKey("z", 6912), german), "⌃⌥⇧⌘Z");
+}
+
+TEST(KeySequence, aKeyWithoutANameHasTheOneOfTheLayout) {
+    const KeyTexts texts{
+        [](std::string_view glyphs) { return glyphs == "⌃⌥" ? std::string("Ctrl+Alt+") : "none"; },
+        [](std::string_view key) { return std::string(key); },
+        [](std::uint32_t code) { return code == 96 ? std::string("F5") : std::string(); }};
+    const KeyEquivalent known = KeyEquivalent::ofHotKey("?", 6144, 96);
+    EXPECT_EQ(writtenKeys(known, texts), "Ctrl+Alt+F5");
+    EXPECT_EQ(keySequenceOf(known, texts), QKeySequence("Ctrl+Alt+F5"));
+    EXPECT_EQ(keySequenceOf(known, texts), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_F5));
+    const KeyEquivalent unknown = KeyEquivalent::ofHotKey("?", 6144, 97);
+    EXPECT_EQ(writtenKeys(unknown, texts), "none") << "what stands for it is written";
+    EXPECT_EQ(keySequenceOf(unknown, texts), QKeySequence("Ctrl+Alt+?"));
 }
 
 TEST(KeySequence, withoutKeysItIsEmpty) {

@@ -52,21 +52,25 @@ TEST(StatusMenuWidget, hasAnActionForEveryItem) {
 TEST(StatusMenuWidget, keysAreWrittenAsTheDesktopDoes) {
     std::string z = "Y";
     const KeyTexts texts{[&](std::string_view glyphs) { return "<" + std::string(glyphs) + ">"; },
-                         [&](std::string_view key) { return key == "Z" ? z : std::string(key); }};
+                         [&](std::string_view key) { return key == "Z" ? z : std::string(key); },
+                         [](std::uint32_t /*keyCode*/) { return std::string("F5"); }};
     const StatusMenu items{ClosureMenuItem("Mac ⌃", KeyEquivalent::ofHotKey("z", 6400), {}),
                            ClosureMenuItem("Settings…", KeyEquivalent::ofMenu("z"), {}),
-                           ClosureMenuItem("About", {}, {})};
+                           ClosureMenuItem("About", {}, {}),
+                           ClosureMenuItem("Mine", KeyEquivalent::ofHotKey("?", 6144, 96), {})};
     StatusMenuWidget shown(Use::shown, texts);
     shown.fill(items);
     EXPECT_EQ(shown.menu().actions()[0]->text(), "Mac ⌃\t<⌃⌥⌘Z>");
     EXPECT_EQ(shown.menu().actions()[1]->text(), "Settings…");
     EXPECT_EQ(shown.menu().actions()[1]->shortcut(), QKeySequence("Ctrl+Z")) << "is no hot key";
     EXPECT_EQ(shown.menu().actions()[2]->text(), "About");
+    EXPECT_EQ(shown.menu().actions()[3]->text(), "Mine\t<⌃⌥>F5");
 
     StatusMenuWidget exported(Use::exported, texts);
     exported.fill(items);
     EXPECT_EQ(exported.menu().actions()[0]->text(), "Mac ⌃");
     EXPECT_EQ(exported.menu().actions()[0]->shortcut(), QKeySequence("Ctrl+Alt+Meta+Y"));
+    EXPECT_EQ(exported.menu().actions()[3]->shortcut(), QKeySequence("Ctrl+Alt+F5"));
     z = "Ö";
     exported.refreshKeys(items);
     EXPECT_EQ(exported.menu().actions()[0]->shortcut(), QKeySequence("Ctrl+Alt+Meta+Ö"));
