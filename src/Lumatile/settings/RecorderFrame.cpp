@@ -49,6 +49,10 @@ RecorderFrame::RecorderFrame(KeyCodes& keys, QWidget* parent)
     layout->addWidget(remove_);
 }
 
+int RecorderFrame::widthWithCross() const {
+    return field_->sizeHint().width() + spacing + remove_->sizeHint().width() + 2 * margin;
+}
+
 void RecorderFrame::begin() { field_->setFocus(Qt::OtherFocusReason); }
 
 void RecorderFrame::keyPressEvent(QKeyEvent* event) {

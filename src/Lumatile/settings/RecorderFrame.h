@@ -20,6 +20,9 @@ public:
     RecorderField& field() { return *field_; }
     QToolButton& remove() { return *remove_; }
 
+    /// Its width while the cross is in it.
+    int widthWithCross() const;
+
     /// Begins to record.
     void begin();
 

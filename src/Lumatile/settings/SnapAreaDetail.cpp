@@ -125,15 +125,15 @@ SnapAreaDetail::SnapAreaDetail(std::shared_ptr<SettingsViewModel> model, KeyCode
 }
 
 QWidget* SnapAreaDetail::makeShortcutRow(KeyCodes& keys) {
-    auto* row = new QWidget;
-    QHBoxLayout* layout = rowOf(row);
-    auto* label = new QLabel(viewText(SettingsTexts::shortcut));
+    shortcutRow_ = new QWidget;
+    QHBoxLayout* layout = rowOf(shortcutRow_);
+    shortcutLabel_ = new QLabel(viewText(SettingsTexts::shortcut));
     recorder_ = new RecorderFrame(keys);
     isOn_ = new ToggleSwitch;
     isOn_->setAccessibleName(viewText(SettingsTexts::shortcutOn));
     isOn_->setToolTip(viewText(SettingsTexts::shortcutOn));
-    label->setBuddy(recorder_);
-    layout->addWidget(label);
+    shortcutLabel_->setBuddy(recorder_);
+    layout->addWidget(shortcutLabel_);
     layout->addWidget(recorder_);
     layout->addWidget(isOn_);
     layout->addStretch(1);
@@ -155,7 +155,7 @@ QWidget* SnapAreaDetail::makeShortcutRow(KeyCodes& keys) {
         model_->recordUnusableKey();
         recorder_->setFocus(Qt::OtherFocusReason);
     };
-    return row;
+    return shortcutRow_;
 }
 
 QWidget* SnapAreaDetail::makeWarning() {
@@ -171,6 +171,11 @@ QWidget* SnapAreaDetail::makeWarning() {
     layout->addWidget(icon);
     layout->addWidget(warningText_, 1);
     return warning_;
+}
+
+int SnapAreaDetail::rowWidth() const {
+    return shortcutLabel_->sizeHint().width() + recorder_->widthWithCross() +
+           isOn_->sizeHint().width() + 2 * shortcutRow_->layout()->spacing();
 }
 
 void SnapAreaDetail::beginNaming() {

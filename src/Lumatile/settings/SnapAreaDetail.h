@@ -24,6 +24,9 @@ public:
     SnapAreaDetail(std::shared_ptr<SettingsViewModel> model, KeyCodes& keys,
                    QWidget* parent = nullptr);
 
+    /// What the row of the shortcut takes with all that may be in it.
+    int rowWidth() const;
+
     /// The name can be typed over at once.
     void beginNaming();
 
@@ -44,6 +47,8 @@ private:
     QLabel* title_;
     QWidget* nameRow_;
     QLineEdit* name_;
+    QWidget* shortcutRow_ = nullptr;
+    QLabel* shortcutLabel_ = nullptr;
     RecorderFrame* recorder_ = nullptr;
     ToggleSwitch* isOn_ = nullptr;
     QLabel* shared_;

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <limits>
 
 #include "Lumatile/settings/AreaRows.h"
 #include "Lumatile/settings/SettingsTexts.h"
@@ -25,6 +26,7 @@ constexpr double headingPoints = 12;
 constexpr double refusedPoints = 12;
 constexpr int buttonIcon = 14;
 constexpr double widthPoints = 244;
+constexpr double leastWidthPoints = 140;
 constexpr int spacing = 8;
 
 // More of the user's own scroll, so that built-in areas show in the smallest window too.
@@ -81,7 +83,7 @@ SnapAreaList::SnapAreaList(std::shared_ptr<SettingsViewModel> model, QWidget* pa
     refused_->setProperty("tone", QStringLiteral("warning"));
     refused_->setFont(AppFonts::text(refusedPoints));
     layout->addWidget(refused_);
-    setFixedWidth(static_cast<int>(widthPoints * AppFonts::pixelsPerPoint()));
+    setRoom(std::numeric_limits<int>::max());
 
     connect(add, &QToolButton::clicked, this, [this] { this->add(); });
     connect(delete_, &QToolButton::clicked, this, [this] { model_->deleteSelected(); });
@@ -109,6 +111,12 @@ bool SnapAreaList::event(QEvent* event) {
         limitOwn();
     }
     return QWidget::event(event);
+}
+
+void SnapAreaList::setRoom(int width) {
+    const double scale = AppFonts::pixelsPerPoint();
+    setFixedWidth(std::clamp(width, static_cast<int>(leastWidthPoints * scale),
+                             static_cast<int>(widthPoints * scale)));
 }
 
 void SnapAreaList::limitOwn() { own_->setFixedHeight(own_->heightOf(mostOwnRows)); }

@@ -21,6 +21,9 @@ class SnapAreaList : public QWidget {
 public:
     explicit SnapAreaList(std::shared_ptr<SettingsViewModel> model, QWidget* parent = nullptr);
 
+    /// Takes what there is of its usual width, and of the least at which names can be told.
+    void setRoom(int width);
+
     /// Called when the user has added an area, which is selected then.
     std::function<void()> onAdded;
 

@@ -39,6 +39,25 @@ TEST_F(SettingsControls, clickingTheFieldRecordsTheNextKey) {
     EXPECT_EQ(commandChanges, 1);
 }
 
+TEST_F(SettingsControls, theRowHasItsRoomOnAScreenThatIsNarrowerThanTheWindow) {
+    open(SettingsSection::commands);
+    selectBuiltIn(0);
+    auto* frame = named<RecorderFrame>(SettingsTexts::recordShortcut);
+    auto* isOn = named<ToggleSwitch>(SettingsTexts::shortcutOn);
+    auto* list = named<QListWidget>(SettingsTexts::builtIn);
+    int before = 0;
+    for (const int width : {920, 800, 740}) {
+        stage.window().setMinimumSize(width, 540);  // As on a screen of that width.
+        stage.window().resize(width, 540);
+        QApplication::processEvents();
+        EXPECT_LT(frame->geometry().right(), isOn->geometry().left()) << width;
+        EXPECT_LE(isOn->geometry().right(), isOn->parentWidget()->width()) << width;
+        EXPECT_LE(isOn->mapTo(&stage.window(), isOn->rect().bottomRight()).x(), width) << width;
+        EXPECT_LT(list->width(), before == 0 ? width : before) << "the list gives way";
+        before = list->width();
+    }
+}
+
 TEST_F(SettingsControls, aBareEscapeIsReportedAndItsReceiverStaysSilent) {
     open(SettingsSection::commands);
     selectBuiltIn(0);
