@@ -5,7 +5,6 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "Lumatile/AppDelegate.h"
@@ -16,12 +15,12 @@
 #include "Lumatile/launch/ProgramWindows.h"
 #include "Lumatile/launch/SessionChoice.h"
 #include "Lumatile/launch/SessionWatch.h"
+#include "Lumatile/launch/StartMemory.h"
 #include "Lumatile/launch/ToolkitApplication.h"
 #include "Lumatile/widgets/AppFonts.h"
 #include "platform/freedesktop/bus/BusConnection.h"
 #include "platform/freedesktop/bus/ControlObject.h"
 #include "platform/freedesktop/bus/SingleInstance.h"
-#include "platform/freedesktop/process/CodePages.h"
 #include "platform/freedesktop/process/ServiceNotifier.h"
 #include "platform/freedesktop/process/StandardErrorLog.h"
 #include "platform/freedesktop/process/TerminationSignals.h"
@@ -37,10 +36,6 @@ using namespace lumatile;
 
 /// In the order in which they are asked.
 constexpr std::array kinds{SessionKind{X11Session::find, X11Session::absence}};
-
-// Seconds after which what the desktop does in answer to a start (tray icon, windows listed) is
-// over.
-constexpr double startSettles = 1;
 
 }  // namespace
 
@@ -79,17 +74,15 @@ int main(int argc, char** argv) {
     QtStatusItem statusItem(AppFonts::registerFonts);
 
     const DesktopSession session = present->enter(runLoop, log);
-    const SessionWatch sessionWatch(session.events, facts, runLoop, log);
+    const SessionWatch sessionWatch(session.events, facts, runLoop, log,
+                                    [&preferences] { preferences.storeNow(); });
     if (session.watchOlderTray) {
         session.watchOlderTray([&statusItem] { statusItem.olderTrayAppeared(); });
     }
     const auto highlight =
         std::make_shared<HighlightOverlay>(session.screenList, session.translucency, runLoop);
     DesktopServices services(session, sessionBus, log);
-    statusItem.setKeyTexts(
-        {[&words = services.words](std::string_view glyphs) { return words.apply(glyphs); },
-         [&words = services.words](std::string_view key) { return words.legend(key); },
-         [&words = services.words](std::uint32_t keyCode) { return words.legend(keyCode); }});
+    statusItem.setKeyTexts(services.keyTexts());
     ProgramWindows windows({session, services, preferences, sharedStore, runLoop, log});
 
     AppDelegate delegate({session.accessibility, session.screenList, session.hotKeys,
@@ -110,23 +103,15 @@ int main(int argc, char** argv) {
     const ControlObject controlObject(sessionBus, facts.desktop, control, log);
     const auto instanceWatch =
         runLoop.watchDescriptor(instance.fileDescriptor(), [&instance] { instance.dispatch(); });
-    const auto signalWatch = runLoop.watchDescriptor(termination.fileDescriptor(), [&termination] {
-        if (termination.consume()) {
-            ToolkitApplication::terminate();
-        }
-    });
+    const auto signalWatch = ToolkitApplication::terminateOn(termination, runLoop);
     const ServiceNotifier notifier;
-    // For years to come most of the code that the start has run is not run again.
-    std::unique_ptr<RunLoopTimer> startHasSettled;
+    StartMemory startMemory;
     runLoop.post([&] {
         delegate.applicationDidFinishLaunching();
         // From now on it looks by itself, as far as it is to.
         windows.updater().controller();
         notifier.ready();
-        startHasSettled = runLoop.repeat(startSettles, [&startHasSettled] {
-            CodePages::release();
-            startHasSettled.reset();
-        });
+        startMemory.releaseSoon(runLoop);
     });
     const int status = ToolkitApplication::run();
     notifier.stopping();

@@ -1,7 +1,9 @@
 #include "Lumatile/launch/DesktopServices.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <string>
+#include <string_view>
 
 #include "ports/KeyCodes.h"
 
@@ -24,5 +26,11 @@ DesktopServices::DesktopServices(const DesktopSession& session, BusConnection& s
       launchAtLogin(loginItem, log),
       tiling([this] { return words.host(); }, XdgFolders::fromEnvironment(), sessionBus),
       notifications(sessionBus) {}
+
+KeyTexts DesktopServices::keyTexts() {
+    return {[this](std::string_view glyphs) { return words.apply(glyphs); },
+            [this](std::string_view key) { return words.legend(key); },
+            [this](std::uint32_t keyCode) { return words.legend(keyCode); }};
+}
 
 }  // namespace lumatile

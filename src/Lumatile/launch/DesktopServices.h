@@ -8,6 +8,7 @@
 #include "platform/freedesktop/login/AutostartEntry.h"
 #include "platform/freedesktop/tiling/DesktopTilingSettings.h"
 #include "platform/freedesktop/updates/PackageKitUpdates.h"
+#include "platform/qt/KeySequence.h"
 #include "ports/DesktopSession.h"
 
 namespace lumatile {
@@ -18,6 +19,9 @@ struct DesktopServices {
     /// All outlive the services.
     /// @param sessionBus the user's bus
     DesktopServices(const DesktopSession& session, BusConnection& sessionBus, SystemLog& log);
+
+    /// How this desktop writes shortcuts. To be used while the services live.
+    KeyTexts keyTexts();
 
     HostWords words;
     AutostartEntry loginItem;

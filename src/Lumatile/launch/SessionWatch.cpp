@@ -19,11 +19,12 @@ SessionWatch* watching = nullptr;
 }  // namespace
 
 SessionWatch::SessionWatch(SessionEvents events, const SessionFacts& facts, QtRunLoop& runLoop,
-                           SystemLog& log)
+                           SystemLog& log, std::function<void()> abandoned)
     : events_(std::move(events)),
       farewell_(facts.toolkitFarewell),
       lost_(facts.lost),
       log_(log),
+      abandoned_(std::move(abandoned)),
       readable_(runLoop.watchDescriptor(events_.descriptor, [this] { dispatch(); })),
       beforeBlocking_(runLoop.beforeBlocking([this] { dispatch(); })) {
     watching = this;
@@ -61,6 +62,7 @@ void SessionWatch::handleToolkitMessage(QtMsgType type, const QMessageLogContext
         return;
     }
     watching->reportLost();
+    watching->abandoned_();
     // As the toolkit would next, but without taking itself apart half way.
     std::_Exit(EXIT_FAILURE);
 }

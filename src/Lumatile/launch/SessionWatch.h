@@ -16,8 +16,9 @@ class SystemLog;
 class SessionWatch {
 public:
     /// @param runLoop and `log` outlive this, as does the session behind `events`
+    /// @param abandoned called last where the toolkit ends the program without taking it apart
     SessionWatch(SessionEvents events, const SessionFacts& facts, QtRunLoop& runLoop,
-                 SystemLog& log);
+                 SystemLog& log, std::function<void()> abandoned);
     SessionWatch(const SessionWatch&) = delete;
     SessionWatch& operator=(const SessionWatch&) = delete;
     ~SessionWatch();
@@ -34,6 +35,7 @@ private:
     std::string farewell_;
     std::string lost_;
     SystemLog& log_;
+    std::function<void()> abandoned_;
     bool isLost_ = false;
     QtMessageHandler toolkitsOwnHandler_;
     QtRunLoop::Watch readable_;

@@ -32,4 +32,12 @@ ToolkitApplication::ToolkitApplication(const SessionFacts& facts, int count, cha
 
 void ToolkitApplication::terminate() { QCoreApplication::exit(EXIT_SUCCESS); }
 
+QtRunLoop::Watch ToolkitApplication::terminateOn(TerminationSignals& signals, QtRunLoop& runLoop) {
+    return runLoop.watchDescriptor(signals.fileDescriptor(), [&signals] {
+        if (signals.consume()) {
+            terminate();
+        }
+    });
+}
+
 }  // namespace lumatile

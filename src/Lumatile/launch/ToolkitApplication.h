@@ -2,6 +2,8 @@
 
 #include <QApplication>
 
+#include "platform/freedesktop/process/TerminationSignals.h"
+#include "platform/qt/QtRunLoop.h"
 #include "ports/PresentSession.h"
 
 namespace lumatile {
@@ -14,6 +16,11 @@ public:
 
     /// Ends `run` with the status of a program that did what it was asked.
     static void terminate();
+
+    /// Does so when a signal asks for it.
+    /// @param signals and `runLoop` outlive what is returned
+    [[nodiscard]] static QtRunLoop::Watch terminateOn(TerminationSignals& signals,
+                                                      QtRunLoop& runLoop);
 
     /// @return the program's exit status
     static int run() { return QApplication::exec(); }

@@ -48,7 +48,9 @@ QSettingsPreferences::QSettingsPreferences(SystemLog& log, RunLoop& runLoop,
     }
 }
 
-QSettingsPreferences::~QSettingsPreferences() {
+QSettingsPreferences::~QSettingsPreferences() { storeNow(); }
+
+void QSettingsPreferences::storeNow() {
     if (!unsaved_.empty()) {
         write(Patience::some);
     }

@@ -39,6 +39,9 @@ public:
     /// Stores what is not stored yet.
     ~QSettingsPreferences() override;
 
+    /// The same at once, for a process that ends without destroying anything.
+    void storeNow();
+
     std::optional<Bytes> bytes(std::string_view key) override;
     std::optional<bool> boolean(std::string_view key) override;
     void setBytes(std::string_view key, const Bytes& value) override;

@@ -94,6 +94,21 @@ TEST(Control, saysWhatIsMissingWhileWindowsCannotBeMoved) {
     EXPECT_EQ(lines(status.text).size(), 4U);
 }
 
+TEST(Control, whatWasEditedLastIsStoredWhenTheServerGoesAway) {
+    ControlledProgram controlled;
+    ASSERT_NO_FATAL_FAILURE(controlled.start());
+    // The first edit is written at once, and what follows is collected.
+    for (const char* protection : {"edgeJitter", "pixelShift", "idleDimming"}) {
+        ASSERT_EQ(controlled.ask({"protection", protection, "on"}), (Outcome{0, ""}));
+    }
+    controlled.desktop().server().stop();
+    EXPECT_EQ(controlled.program().wait(), (ChildProcess::Exit{1, 0}));
+    for (const char* stored :
+         {R"(\"jitterEnabled\":true)", R"(\"orbitEnabled\":true)", R"(\"idleDimEnabled\":true)"}) {
+        EXPECT_THAT(controlled.stored(), HasSubstr(stored));
+    }
+}
+
 TEST(Control, isHeardAgainAfterTheBusWasStartedAnew) {
     ControlledProgram controlled;
     ASSERT_NO_FATAL_FAILURE(controlled.start());
