@@ -158,7 +158,9 @@ double SettingsSync::localTime(std::string_view key) {
 /// The time of a change that the user makes now: later than that of everything it is made on, also
 /// where some computer's clock is ahead.
 double SettingsSync::changeTime() {
-    const double newest = later(newestFound_, localTime(PreferenceSyncEngine::timestampKey));
+    // The first of the three is not known again before the location has been read.
+    const double newest =
+        later(later(newestFound_, madeOn()), localTime(PreferenceSyncEngine::timestampKey));
     return std::max(now_(), newest + shortestStep);
 }
 

@@ -18,7 +18,7 @@ constexpr JSONLimits limits{
     .depth = 32,
     .stringBytes = SnapCommandCodec::maxStringBytes,
     // A hundred per command of the longest list, three times what one with a block per area holds.
-    .values = 400'000,
+    .values = 200'000,
 };
 
 /// The reader of one value, applied to a member: false when it is missing or not of that type.

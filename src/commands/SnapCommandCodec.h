@@ -29,8 +29,8 @@ struct SnapCommandCodec {
 
     /// Bounds of what is read. A longer list than this was not made by a person, and reading it
     /// would hold up the run loop; a list of this length with the longest names fits the bytes.
-    static constexpr std::size_t maxCommands = 4000;
-    static constexpr std::size_t maxBytes = std::size_t{6} * 1024 * 1024;
+    static constexpr std::size_t maxCommands = 2000;
+    static constexpr std::size_t maxBytes = std::size_t{3} * 1024 * 1024;
 
     /// Longest string; ample for 40 characters of a name, whatever they are composed of.
     static constexpr std::size_t maxStringBytes = 1024;

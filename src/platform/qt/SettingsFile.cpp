@@ -26,8 +26,8 @@ namespace lumatile {
 
 namespace {
 
-// A list of the greatest length takes 2 MiB. A larger file would hold up the run loop.
-constexpr off_t largestFile = off_t{8} * 1024 * 1024;
+// A list of the greatest length takes 1 MiB. A larger file would hold up the run loop.
+constexpr off_t largestFile = off_t{5} * 1024 * 1024;
 
 // Others hold the lock only while they write.
 constexpr qint64 longestLockMilliseconds = 1000;

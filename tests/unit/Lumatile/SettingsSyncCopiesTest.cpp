@@ -67,6 +67,27 @@ TEST_F(SettingsSyncCopies, withTheFolderAwayAndNoOtherChangeNothingIsKept) {
     EXPECT_THAT(copies(), IsEmpty());
 }
 
+TEST_F(SettingsSyncCopies, anEditWinsOverWhatItWasMadeOnAlsoBeforeTheFolderIsReadAgain) {
+    SyncedComputer ahead(sharedFolder.join(), runLoop, 4);
+    ahead.sync->start();
+    pass(runLoop, 1);
+    ahead.edit("commands", "[ahead]");
+    pass(runLoop, 1);
+    ASSERT_EQ(two.values().first, "[ahead]");
+    const double madeOn = two.time("__ts");
+    two.store.setOnline(false);
+    two.editAndEnd("commands", "[cut off]");  // By a clock that is behind.
+    ASSERT_LT(two.time("__ts"), madeOn);
+    two.edit("oledSettings", "{}");
+    EXPECT_GT(two.time("__ts"), madeOn);
+    two.store.setOnline(true);
+    pass(runLoop, 1);
+    for (SyncedComputer* computer : {&one, &two, &ahead}) {
+        EXPECT_EQ(computer->values(), Values("[cut off]", "{}"));
+    }
+    EXPECT_THAT(copies(), IsEmpty());
+}
+
 /// The change of a computer that does not see the folder, which perhaps is started anew meanwhile,
 /// and a later one on the other.
 class SettingsSyncCopiesAway : public SettingsSyncCopies, public testing::WithParamInterface<bool> {

@@ -336,21 +336,21 @@ TEST(SnapCommandDecoding, longStringsAreRefused) {
     EXPECT_FALSE(decode(CommandText().set(longest + "x", "1").list()));
 }
 
-TEST(SnapCommandDecoding, aListOfMoreThanFourThousandCommandsIsRefused) {
+TEST(SnapCommandDecoding, aListOfMoreThanTwoThousandCommandsIsRefused) {
     const std::string object = CommandText().object();
     std::string objects;
-    for (std::size_t i = 0; i < 4000; ++i) {
+    for (std::size_t i = 0; i < 2000; ++i) {
         objects += object + ",";
     }
     const auto longest = decode("[" + objects.substr(0, objects.size() - 1) + "]");
     ASSERT_TRUE(longest);
-    EXPECT_EQ(longest->size(), 4000U);
+    EXPECT_EQ(longest->size(), 2000U);
     EXPECT_FALSE(decode("[" + objects + object + "]"));
 }
 
-TEST(SnapCommandDecoding, aTextOfMoreThanSixMebibytesIsRefused) {
+TEST(SnapCommandDecoding, aTextOfMoreThanThreeMebibytesIsRefused) {
     std::string text = CommandText().list();
-    text.append(6'291'456 - text.size(), ' ');
+    text.append(3'145'728 - text.size(), ' ');
     EXPECT_TRUE(decode(text));
     text += ' ';
     EXPECT_FALSE(decode(text));
@@ -358,7 +358,7 @@ TEST(SnapCommandDecoding, aTextOfMoreThanSixMebibytesIsRefused) {
 
 TEST(SnapCommandDecoding, aTextFullOfTinyValuesIsRefused) {
     std::string segments = "[";
-    for (int i = 0; i < 400'000; ++i) {
+    for (int i = 0; i < 200'000; ++i) {
         segments += "[],";
     }
     segments.back() = ']';

@@ -175,15 +175,16 @@ TEST_F(CollectedPreferences, anImmutableFileIsNotReplacedAndItIsSaid) {
 
 TEST_F(CollectedPreferences, whatCouldNotBeReadAgainIsNotWrittenAndItIsSaid) {
     preferences_.setBytes("commands", "[1]");
-    // Each of these bytes takes four characters in the file.
-    preferences_.setBytes("commands", Bytes(std::size_t{2} * 1024 * 1024 + 1, '\xff'));
+    // Each of these bytes takes four characters in the file, which may be 5 MiB long.
+    constexpr std::size_t fitting = std::size_t{5} * 1024 * 1024 / 4 - 100;
+    preferences_.setBytes("commands", Bytes(fitting + 100, '\xff'));
     EXPECT_EQ(onDisk().bytes("commands"), "[1]");
     ASSERT_TRUE(preferences().trouble());
     EXPECT_THAT(preferences().trouble()->line, HasSubstr("too long to be read again"));
     EXPECT_THAT(log_.lines, SizeIs(1));
-    preferences_.setBytes("commands", Bytes(std::size_t{2} * 1024 * 1024 - 100, '\xff'));
+    preferences_.setBytes("commands", Bytes(fitting, '\xff'));
     EXPECT_FALSE(preferences().trouble());
-    EXPECT_EQ(onDisk().bytes("commands")->size(), std::size_t{2} * 1024 * 1024 - 100);
+    EXPECT_EQ(onDisk().bytes("commands")->size(), fitting);
 }
 
 }  // namespace

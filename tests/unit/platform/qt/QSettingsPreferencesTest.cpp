@@ -156,7 +156,7 @@ RC_GTEST_FIXTURE_PROP(QSettingsPreferencesTest, anyBytesComeBack, (const Bytes& 
 
 TEST_F(QSettingsPreferencesTest, theLongestListComesBack) {
     // As much as a list of commands may be.
-    constexpr std::size_t length = std::size_t{6} * 1024 * 1024;
+    constexpr std::size_t length = std::size_t{3} * 1024 * 1024;
     Bytes value = "[";
     while (value.size() < length) {
         value += R"({"column":12,"customName":"Mine","row":3},)";
