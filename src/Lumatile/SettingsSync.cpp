@@ -177,8 +177,10 @@ void SettingsSync::agree(double time) {
 
 void SettingsSync::noteAgreement() {
     const auto [local, remote] = engine_->conflictSummary();
-    if (local == remote && local > 0 &&
-        sharedStore_.status().condition == SharedStoreStatus::Condition::current) {
+    // Two users may have made changes at the very same time.
+    if (local == remote && local > 0 && local != madeOn() &&
+        sharedStore_.status().condition == SharedStoreStatus::Condition::current &&
+        setIn(local_) == setIn(remote_)) {
         agree(local);
     }
 }

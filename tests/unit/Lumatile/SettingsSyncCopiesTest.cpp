@@ -88,6 +88,24 @@ TEST_F(SettingsSyncCopies, anEditWinsOverWhatItWasMadeOnAlsoBeforeTheFolderIsRea
     EXPECT_THAT(copies(), IsEmpty());
 }
 
+TEST_F(SettingsSyncCopies, ofTwoChangesOfTheVerySameTimeNoneIsTakenForTheOther) {
+    two.store.setFull(true);
+    one.edit("commands", "[1]");
+    two.edit("commands", "[2]");
+    ASSERT_EQ(one.time("__ts"), two.time("__ts"));
+    pass(runLoop, 1);
+    two.restart();
+    pass(runLoop, 1);
+    ASSERT_EQ(two.values().first, "[2]") << "neither is later";
+    two.store.setFull(false);
+    sharedFolder.resend();
+    pass(runLoop, 1);
+    one.edit("commands", "[later]");
+    pass(runLoop, 1);
+    EXPECT_EQ(two.values().first, "[later]");
+    EXPECT_THAT(copies(), ElementsAre("[2]"));
+}
+
 /// The change of a computer that does not see the folder, which perhaps is started anew meanwhile,
 /// and a later one on the other.
 class SettingsSyncCopiesAway : public SettingsSyncCopies, public testing::WithParamInterface<bool> {
