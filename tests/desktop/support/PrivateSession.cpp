@@ -36,12 +36,13 @@ PrivateSession::~PrivateSession() {
 void PrivateSession::startBus() {
     const std::filesystem::path socket = folder() / "run" / "bus";
     environment_["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + socket.string();
+    const std::size_t said = output("bus").size();  // By one before it.
     bus_ = start({"dbus-daemon", "--session", "--nofork", "--nopidfile", "--nosyslog",
                   "--address=unix:path=" + socket.string(), "--print-address"},
                  "bus");
     // It prints its address when it listens.
     const bool listens = XClient::waitUntil(
-        [&] { return output("bus").find('\n') != std::string::npos || !bus_.isRunning(); },
+        [&] { return output("bus").find('\n', said) != std::string::npos || !bus_.isRunning(); },
         Deadline::usual(), {bus_.descriptor()});
     if (!listens || !bus_.isRunning()) {
         throw DesktopError("the message bus did not start: " + output("bus"));
