@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <utility>
 
 #include "platform/freedesktop/bus/ControlInterface.h"
 #include "platform/freedesktop/bus/ControlTexts.h"
@@ -215,17 +216,18 @@ void ControlObject::take(const BusObject::Call& call) {
 void ControlObject::carryOutSome() {
     const gint64 begin = g_get_monotonic_time();
     do {
-        GDBusMethodInvocation* const invocation = waiting_.front().release();
+        const GObjectHandle<GDBusMethodInvocation> invocation = std::move(waiting_.front());
         waiting_.pop_front();
-        carryOut(invocation);
+        // The answer takes a reference over, and what is carried out may go on after it.
+        g_object_ref(invocation.get());
+        carryOut(invocation.get());
     } while (!waiting_.empty() && g_get_monotonic_time() - begin < turnMicroseconds);
     if (waiting_.empty()) {
         turn_.stop();
     }
 }
 
-// The bus has checked name, interface and types against the description already. The answer takes
-// the invocation over.
+// The bus has checked name, interface and types against the description already.
 void ControlObject::carryOut(GDBusMethodInvocation* invocation) const {
     const char* method = g_dbus_method_invocation_get_method_name(invocation);
     const auto* const verb = std::find_if(verbs.begin(), verbs.end(),
