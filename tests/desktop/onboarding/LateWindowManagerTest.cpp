@@ -118,8 +118,11 @@ TEST_F(LateWindowManager, theOnboardingSaysWhatIsMissingAndGoesOnByItself) {
         "is, Lumatile continues by itself.\n");
     EXPECT_FALSE(isHeld(left));
 
+    // The program stands still until another window is in front, or it might be there before that.
+    ASSERT_EQ(kill(program_.pid(), SIGSTOP), 0);
     desktop_.startWindowManager(WindowManager::Kind::openbox, {});
     const auto window = desktop_.openWindow({});
+    ASSERT_EQ(kill(program_.pid(), SIGCONT), 0);
     // It comes in front as it goes on.
     const xcb_window_t onboarding = windowTitled(title);
     EXPECT_TRUE(
