@@ -2,12 +2,11 @@
 
 #include <xkbcommon/xkbcommon.h>
 
-#include <array>
-#include <string_view>
 #include <unordered_map>
 
+#include "platform/keyboard/KeyLegend.h"
+#include "platform/keyboard/KeyTable.h"
 #include "platform/x11/X11Event.h"
-#include "platform/x11/X11KeyTable.h"
 #include "platform/x11/X11Reply.h"
 #include "platform/x11/XkbProtocol.h"
 
@@ -48,18 +47,6 @@ std::unordered_map<X11Keyboard::KeyCode, xkb_keysym_t> symbolsNow(X11Connection&
         }
     }
     return symbols;
-}
-
-/// Empty for a symbol that is no visible character.
-std::string character(xkb_keysym_t symbol) {
-    constexpr std::size_t longest = 8;
-    std::array<char, longest> text{};
-    const int size =
-        xkb_keysym_to_utf8(xkb_keysym_to_upper(symbol), text.data(), text.size());  // With its end.
-    if (size < 2 || static_cast<unsigned char>(text.front()) <= ' ' || text.front() == '\x7f') {
-        return {};
-    }
-    return text.data();
 }
 
 }  // namespace
@@ -106,19 +93,11 @@ X11KeyLegends::Legends X11KeyLegends::read() const {
         symbols = symbolsNow(connection_);
     }
     Legends legends;
-    for (const X11Key& key : X11KeyTable::keys()) {
-        std::string& legend = legends[key.virtualKeyCode];
-        legend = key.name;
-        // The keys of the keypad have the characters of others.
-        if (key.position.starts_with("KP")) {
-            continue;
-        }
+    for (const PhysicalKey& key : KeyTable::keys()) {
         const auto keyCode = keyboard_.keyCodeOf(key.virtualKeyCode);
         const auto symbol = keyCode ? symbols.find(*keyCode) : symbols.end();
-        if (symbol != symbols.end()) {
-            const std::string found = character(symbol->second);
-            legend = found.empty() ? legend : found;
-        }
+        legends[key.virtualKeyCode] =
+            keyLegend(key, symbol != symbols.end() ? symbol->second : XKB_KEY_NoSymbol);
     }
     return legends;
 }

@@ -11,7 +11,7 @@
 namespace lumatile {
 
 /// What is on the keys in the layout that is in force, by virtual key code: a character, letters in
-/// upper case, or else the name of `X11KeyTable`. Read when it is first asked for, and again after
+/// upper case, or else the name of `KeyTable`. Read when it is first asked for, and again after
 /// the keyboard or the layout has become another.
 class X11KeyLegends {
 public:

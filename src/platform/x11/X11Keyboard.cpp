@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/keyboard/KeyTable.h"
 #include "platform/x11/X11Event.h"
-#include "platform/x11/X11KeyTable.h"
 #include "platform/x11/X11Reply.h"
 #include "platform/x11/XkbProtocol.h"
 
@@ -141,7 +141,7 @@ void X11Keyboard::read() {
 
     keyCodes_.clear();
     virtualKeyCodes_.clear();
-    for (const X11Key& key : X11KeyTable::keys()) {
+    for (const PhysicalKey& key : KeyTable::keys()) {
         KeyCode keyCode = key.evdevKeyCode;
         if (!named.empty()) {
             const auto found = named.find(std::string(key.position));

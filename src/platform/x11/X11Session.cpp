@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/keyboard/ShortcutText.h"
 #include "platform/x11/X11AccessibilityPlatform.h"
 #include "platform/x11/X11DimOverlays.h"
 #include "platform/x11/X11HotKeyPlatform.h"
@@ -14,7 +15,6 @@
 #include "platform/x11/X11Monitors.h"
 #include "platform/x11/X11MouseEventSource.h"
 #include "platform/x11/X11ScreenList.h"
-#include "platform/x11/X11ShortcutText.h"
 #include "platform/x11/X11Texts.h"
 #include "platform/x11/X11Translucency.h"
 #include "platform/x11/X11Tray.h"
@@ -71,7 +71,7 @@ struct X11Session::Adapters {
         const auto legends =
             refused.empty() ? std::map<std::uint32_t, std::string>() : keyCodes.legends();
         for (const auto& [keyCode, modifiers] : refused) {
-            texts.push_back(x11ShortcutText(keyCode, modifiers, legends));
+            texts.push_back(shortcutText(keyCode, modifiers, legends));
         }
         return texts;
     }

@@ -11,7 +11,7 @@
 
 #include "commands/BuiltInCommands.h"
 #include "commands/Shortcut.h"
-#include "platform/x11/X11ShortcutText.h"
+#include "platform/keyboard/ShortcutText.h"
 #include "tests/desktop/hotkeys/HotKeyDesk.h"
 #include "tests/desktop/support/InputDriver.h"
 #include "tests/desktop/support/PrivateServer.h"
@@ -85,7 +85,7 @@ TEST_P(BuiltInShortcutsTest, eachRunsOnceWhateverIsLocked) {
     ASSERT_EQ(shortcuts.size(), 19U);
     for (std::uint32_t i = 0; i < shortcuts.size(); ++i) {
         EXPECT_TRUE(desk.want(shortcuts[i].carbonKeyCode, shortcuts[i].carbonModifiers, i + 1))
-            << x11ShortcutText(shortcuts[i].carbonKeyCode, shortcuts[i].carbonModifiers);
+            << shortcutText(shortcuts[i].carbonKeyCode, shortcuts[i].carbonModifiers);
     }
     EXPECT_THAT(desk.hotKeys().refusedRegistrations(), IsEmpty());
     for (unsigned locks = 0; locks < 8; ++locks) {
@@ -141,19 +141,19 @@ TEST_P(OwnBindingsTest, whatTheWindowManagerHasIsRefusedAndTheRestWorks) {
         if (desk.want(keyCode, modifiers, i + 1)) {
             expected.push_back(i + 1);
         } else {
-            refused.insert(x11ShortcutText(keyCode, modifiers));
+            refused.insert(shortcutText(keyCode, modifiers));
         }
     }
     EXPECT_EQ(refused, ownBindings.at(GetParam()));
     std::set<std::string> listed;
     for (const auto& [keyCode, modifiers] : desk.hotKeys().refusedRegistrations()) {
-        listed.insert(x11ShortcutText(keyCode, modifiers));
+        listed.insert(shortcutText(keyCode, modifiers));
     }
     EXPECT_EQ(listed, refused);
     // The window manager's own come last: some open a view of the workspaces that takes all keys.
     const auto press = [&](bool ownOnes) {
         for (const auto& [keyCode, modifiers, enabled] : shortcuts) {
-            if (refused.contains(x11ShortcutText(keyCode, modifiers)) == ownOnes) {
+            if (refused.contains(shortcutText(keyCode, modifiers)) == ownOnes) {
                 input.press(modifierKeys(modifiers), keyPlaces.at(keyCode));
             }
         }

@@ -1,4 +1,4 @@
-#include "platform/x11/X11KeyTable.h"
+#include "platform/keyboard/KeyTable.h"
 
 #include <gtest/gtest.h>
 
@@ -87,18 +87,18 @@ const std::map<std::string, std::string> expectedPositions = {
     {"Keypad =", "KPEQ"},
 };
 
-TEST(X11KeyTable, holdsEveryKeyThatAShortcutCanName) {
+TEST(KeyTable, holdsEveryKeyThatAShortcutCanName) {
     std::map<std::uint32_t, std::string> names;
-    for (const X11Key& key : X11KeyTable::keys()) {
+    for (const PhysicalKey& key : KeyTable::keys()) {
         names[key.virtualKeyCode] = key.name;
     }
     EXPECT_EQ(names, expectedNames);
-    EXPECT_EQ(X11KeyTable::keys().size(), expectedNames.size());
+    EXPECT_EQ(KeyTable::keys().size(), expectedNames.size());
 }
 
-TEST(X11KeyTable, namesThePlaceOfEachKey) {
+TEST(KeyTable, namesThePlaceOfEachKey) {
     std::map<std::string, std::string> positions;
-    for (const X11Key& key : X11KeyTable::keys()) {
+    for (const PhysicalKey& key : KeyTable::keys()) {
         positions[std::string(key.name)] = key.position;
     }
     for (const auto& [name, position] : expectedPositions) {
@@ -106,24 +106,24 @@ TEST(X11KeyTable, namesThePlaceOfEachKey) {
     }
 }
 
-TEST(X11KeyTable, readsTheSameInBothDirections) {
+TEST(KeyTable, readsTheSameInBothDirections) {
     std::set<std::string_view> positions;
     std::set<int> evdevKeyCodes;
-    for (const X11Key& key : X11KeyTable::keys()) {
-        EXPECT_EQ(X11KeyTable::withVirtualKeyCode(key.virtualKeyCode), &key) << key.name;
-        EXPECT_EQ(X11KeyTable::atPosition(key.position), &key) << key.name;
+    for (const PhysicalKey& key : KeyTable::keys()) {
+        EXPECT_EQ(KeyTable::withVirtualKeyCode(key.virtualKeyCode), &key) << key.name;
+        EXPECT_EQ(KeyTable::atPosition(key.position), &key) << key.name;
         EXPECT_TRUE(positions.insert(key.position).second) << key.name;
         EXPECT_TRUE(evdevKeyCodes.insert(key.evdevKeyCode).second) << key.name;
         EXPECT_LE(key.position.size(), 4U) << key.name;
     }
 }
 
-TEST(X11KeyTable, knowsNothingOfOtherCodesAndPlaces) {
+TEST(KeyTable, knowsNothingOfOtherCodesAndPlaces) {
     for (const std::uint32_t code : {52U, 54U, 55U, 66U, 93U, 127U, 128U, 0xffffffffU}) {
-        EXPECT_EQ(X11KeyTable::withVirtualKeyCode(code), nullptr) << code;
+        EXPECT_EQ(KeyTable::withVirtualKeyCode(code), nullptr) << code;
     }
     for (const char* position : {"", "LCTL", "AC12", "LEFTX", "left"}) {
-        EXPECT_EQ(X11KeyTable::atPosition(position), nullptr) << position;
+        EXPECT_EQ(KeyTable::atPosition(position), nullptr) << position;
     }
 }
 

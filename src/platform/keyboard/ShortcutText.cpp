@@ -1,12 +1,12 @@
-#include "platform/x11/X11ShortcutText.h"
+#include "platform/keyboard/ShortcutText.h"
 
 #include "commands/Shortcut.h"
-#include "platform/x11/X11KeyTable.h"
+#include "platform/keyboard/KeyTable.h"
 
 namespace lumatile {
 
-std::string x11ShortcutText(std::uint32_t keyCode, std::uint32_t modifiers,
-                            const std::map<std::uint32_t, std::string>& legends) {
+std::string shortcutText(std::uint32_t keyCode, std::uint32_t modifiers,
+                         const std::map<std::uint32_t, std::string>& legends) {
     std::string text;
     const auto add = [&](std::uint32_t bit, const char* name) {
         if ((modifiers & bit) != 0) {
@@ -20,7 +20,7 @@ std::string x11ShortcutText(std::uint32_t keyCode, std::uint32_t modifiers,
     if (const auto legend = legends.find(keyCode); legend != legends.end()) {
         return text + legend->second;
     }
-    const X11Key* const key = X11KeyTable::withVirtualKeyCode(keyCode);
+    const PhysicalKey* const key = KeyTable::withVirtualKeyCode(keyCode);
     return key != nullptr ? text.append(key->name) : text + "key " + std::to_string(keyCode);
 }
 

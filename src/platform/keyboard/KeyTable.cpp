@@ -1,4 +1,4 @@
-#include "platform/x11/X11KeyTable.h"
+#include "platform/keyboard/KeyTable.h"
 
 #include <algorithm>
 #include <array>
@@ -10,7 +10,7 @@ namespace {
 // In the order of the virtual key codes. Keys of one place on two kinds of keyboard share a row:
 // help is where others have insert, clear is where others have num lock, and 10 is the key that
 // only ISO keyboards have, right of the left shift key.
-constexpr std::array<X11Key, 101> table = {{
+constexpr std::array<PhysicalKey, 101> table = {{
     {0, "AC01", 38, "A"},          {1, "AC02", 39, "S"},          {2, "AC03", 40, "D"},
     {3, "AC04", 41, "F"},          {4, "AC06", 43, "H"},          {5, "AC05", 42, "G"},
     {6, "AB01", 52, "Z"},          {7, "AB02", 53, "X"},          {8, "AB03", 54, "C"},
@@ -49,19 +49,19 @@ constexpr std::array<X11Key, 101> table = {{
 
 }  // namespace
 
-std::span<const X11Key> X11KeyTable::keys() { return table; }
+std::span<const PhysicalKey> KeyTable::keys() { return table; }
 
-const X11Key* X11KeyTable::withVirtualKeyCode(std::uint32_t virtualKeyCode) {
+const PhysicalKey* KeyTable::withVirtualKeyCode(std::uint32_t virtualKeyCode) {
     const auto* const found = std::lower_bound(
         table.begin(), table.end(), virtualKeyCode,
-        [](const X11Key& key, std::uint32_t code) { return key.virtualKeyCode < code; });
+        [](const PhysicalKey& key, std::uint32_t code) { return key.virtualKeyCode < code; });
     return found != table.end() && found->virtualKeyCode == virtualKeyCode ? found : nullptr;
 }
 
-const X11Key* X11KeyTable::atPosition(std::string_view position) {
+const PhysicalKey* KeyTable::atPosition(std::string_view position) {
     const auto* const found =
         std::find_if(table.begin(), table.end(),
-                     [position](const X11Key& key) { return key.position == position; });
+                     [position](const PhysicalKey& key) { return key.position == position; });
     return found != table.end() ? found : nullptr;
 }
 
