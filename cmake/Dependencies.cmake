@@ -8,4 +8,5 @@ pkg_check_modules(utf8proc REQUIRED IMPORTED_TARGET libutf8proc)
 pkg_check_modules(xcb REQUIRED IMPORTED_TARGET xcb xcb-randr xcb-res xcb-screensaver xcb-xfixes xcb-xinput
   xcb-xkb xcb-icccm xcb-ewmh)
 pkg_check_modules(xkbcommon REQUIRED IMPORTED_TARGET xkbcommon)
+pkg_check_modules(wayland REQUIRED IMPORTED_TARGET wayland-client)
 pkg_check_modules(gio REQUIRED IMPORTED_TARGET gio-2.0 gio-unix-2.0)
