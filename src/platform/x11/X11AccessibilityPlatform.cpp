@@ -31,8 +31,8 @@ Element bareWindow(xcb_window_t window) { return make(X11Element::Kind::window, 
 xcb_window_t idOf(const X11Element& element) { return static_cast<xcb_window_t>(element.value()); }
 
 /// Empty for what cannot be written, and for numbers that cannot be asked of a server.
-X11PlacingWish wishFor(std::string_view attribute, const AttributeValue& value) {
-    X11PlacingWish wish;
+PlacingWish wishFor(std::string_view attribute, const AttributeValue& value) {
+    PlacingWish wish;
     const Point* position = std::get_if<Point>(&value);
     if (position != nullptr && attribute == AttributeName::position &&
         X11PixelRect::roundedEdge(position->x) && X11PixelRect::roundedEdge(position->y)) {
@@ -274,7 +274,7 @@ bool X11AccessibilityPlatform::write(const Element& element, std::string_view at
     if (target == nullptr || target->kind() != X11Element::Kind::window) {
         return false;
     }
-    const X11PlacingWish wish = wishFor(attribute, value);
+    const PlacingWish wish = wishFor(attribute, value);
     if (wish.isEmpty()) {
         return false;
     }
@@ -304,7 +304,7 @@ void X11AccessibilityPlatform::carryOutJoined() {
     }
 }
 
-bool X11AccessibilityPlatform::carryOut(const X11Element& target, const X11PlacingWish& wish) {
+bool X11AccessibilityPlatform::carryOut(const X11Element& target, const PlacingWish& wish) {
     mirror_.refresh();
     const X11Window* window = windowOf(target);
     return window != nullptr && writer_.write(window->id, window->serial, wish, timeoutOf(*window));

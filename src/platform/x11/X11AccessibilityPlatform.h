@@ -9,7 +9,7 @@
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Element.h"
 #include "platform/x11/X11Monitors.h"
-#include "platform/x11/X11PlacingWish.h"
+#include "windows/PlacingWish.h"
 #include "platform/x11/X11WindowMirror.h"
 #include "platform/x11/X11WindowWriter.h"
 #include "windows/AccessibilityPlatform.h"
@@ -83,7 +83,7 @@ private:
     double timeoutOf(const X11Window& window) const;
 
     void carryOutJoined();
-    bool carryOut(const X11Element& target, const X11PlacingWish& wish);
+    bool carryOut(const X11Element& target, const PlacingWish& wish);
     /// As it is, or, while a press is dealt with, as it was then.
     Rect frameOf(const X11Window& window);
 
@@ -96,7 +96,7 @@ private:
     /// Writes that belong together and have not been carried out yet.
     struct Joined {
         std::shared_ptr<const X11Element> element;
-        X11PlacingWish wish;
+        PlacingWish wish;
     };
 
     X11Connection& connection_;

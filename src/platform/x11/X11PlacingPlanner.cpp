@@ -96,7 +96,7 @@ Rect X11PlacingPlanner::frame(const X11Window& window, const X11PixelRect& outer
 }
 
 std::optional<X11PlacingPlan> X11PlacingPlanner::plan(const X11Window& window,
-                                                      const X11PlacingWish& wish,
+                                                      const PlacingWish& wish,
                                                       const Point& origin) {
     // A full-screen window stays one: three window managers ignore a move, the fourth would leave
     // it full-screen by name only.

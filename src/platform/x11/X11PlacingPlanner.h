@@ -6,7 +6,7 @@
 #include "geometry/Point.h"
 #include "geometry/Rect.h"
 #include "platform/x11/X11PlacingOrder.h"
-#include "platform/x11/X11PlacingWish.h"
+#include "windows/PlacingWish.h"
 #include "platform/x11/X11Window.h"
 #include "platform/x11/X11WindowRequest.h"
 
@@ -29,7 +29,7 @@ struct X11PlacingPlanner {
     /// @param origin of the accessibility space, on the root
     /// @return nothing when it cannot be asked for: full screen, no number, out of the server's
     ///         reach, narrower than a pixel
-    static std::optional<X11PlacingPlan> plan(const X11Window& window, const X11PlacingWish& wish,
+    static std::optional<X11PlacingPlan> plan(const X11Window& window, const PlacingWish& wish,
                                               const Point& origin);
 
     /// What takes a window out of the tile that its window manager put it into at a drop.

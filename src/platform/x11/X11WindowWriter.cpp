@@ -22,7 +22,7 @@ Rect X11WindowWriter::frame(const X11Window& window) {
     return X11PlacingPlanner::frame(window, outer, rootOrigin());
 }
 
-bool X11WindowWriter::write(xcb_window_t id, std::uint64_t serial, const X11PlacingWish& wish,
+bool X11WindowWriter::write(xcb_window_t id, std::uint64_t serial, const PlacingWish& wish,
                             double timeout) {
     const bool isDrop = wish.position && tile_.takeDrop();
     // What a window manager that does not answer will make of the release is not known: it may
@@ -47,7 +47,7 @@ X11Window* X11WindowWriter::writable(xcb_window_t id, std::uint64_t serial) {
     return mirror_.hasWindowManager() ? mirror_.findManaged(id, serial) : nullptr;
 }
 
-bool X11WindowWriter::writeNow(X11Window& window, const X11PlacingWish& wish, double timeout) {
+bool X11WindowWriter::writeNow(X11Window& window, const PlacingWish& wish, double timeout) {
     const std::optional<X11PlacingPlan> plan = X11PlacingPlanner::plan(window, wish, rootOrigin());
     if (!plan) {
         return false;
@@ -59,7 +59,7 @@ bool X11WindowWriter::writeNow(X11Window& window, const X11PlacingWish& wish, do
     return carryOut(window, *plan, timeout);
 }
 
-bool X11WindowWriter::writeDrop(X11Window& window, const X11PlacingWish& wish, bool isTiled,
+bool X11WindowWriter::writeDrop(X11Window& window, const PlacingWish& wish, bool isTiled,
                                 double timeout) {
     const xcb_window_t id = window.id;
     const std::uint64_t serial = window.serial;

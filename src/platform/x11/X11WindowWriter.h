@@ -11,7 +11,7 @@
 #include "platform/x11/X11Monitors.h"
 #include "platform/x11/X11PlacingPlanner.h"
 #include "platform/x11/X11PlacingWait.h"
-#include "platform/x11/X11PlacingWish.h"
+#include "windows/PlacingWish.h"
 #include "platform/x11/X11Window.h"
 #include "platform/x11/X11WindowManagerProbe.h"
 #include "platform/x11/X11WindowMirror.h"
@@ -44,14 +44,14 @@ public:
     /// @param timeout seconds
     /// @return false when the window did not come to be there, or to the size that its program's
     ///         rules leave (full screen, gone, no answer, absurd numbers)
-    bool write(xcb_window_t id, std::uint64_t serial, const X11PlacingWish& wish, double timeout);
+    bool write(xcb_window_t id, std::uint64_t serial, const PlacingWish& wish, double timeout);
 
 private:
     Point rootOrigin() { return monitors_.toRoot(Point{}); }
     X11Window* writable(xcb_window_t id, std::uint64_t serial);
 
-    bool writeNow(X11Window& window, const X11PlacingWish& wish, double timeout);
-    bool writeDrop(X11Window& window, const X11PlacingWish& wish, bool isTiled, double timeout);
+    bool writeNow(X11Window& window, const PlacingWish& wish, double timeout);
+    bool writeDrop(X11Window& window, const PlacingWish& wish, bool isTiled, double timeout);
     bool carryOut(X11Window& window, const X11PlacingPlan& plan, double timeout);
 
     /// Until it has dealt with everything up to now.

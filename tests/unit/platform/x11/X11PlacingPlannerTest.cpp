@@ -71,10 +71,10 @@ X11Window decorated(const X11PixelRect& client = {105, 129, 600, 400}) {
     return window;
 }
 
-X11PlacingWish both(const Rect& rect) { return {rect.origin(), rect.size()}; }
+PlacingWish both(const Rect& rect) { return {rect.origin(), rect.size()}; }
 
 /// What is asked for; empty where nothing is or can be.
-Requests requestsFor(const X11Window& window, const X11PlacingWish& wish,
+Requests requestsFor(const X11Window& window, const PlacingWish& wish,
                      const Point& origin = noOffset) {
     const auto plan = X11PlacingPlanner::plan(window, wish, origin);
     return plan ? plan->requests : Requests{};
@@ -121,9 +121,9 @@ TEST(X11PlacingPlanner, ownDecorationIsPlacedByTheEdgeOfItsShadow) {
 
 TEST(X11PlacingPlanner, whatIsSoIsNotAskedFor) {
     const X11Window window = decorated();
-    for (const X11PlacingWish& wish :
+    for (const PlacingWish& wish :
          {both({100, 100, 611, 436}), both({99.7, 100.3, 611.2, 436.1}),
-          X11PlacingWish{Point{100, 100}, {}}, X11PlacingWish{{}, Size{611, 436}}}) {
+          PlacingWish{Point{100, 100}, {}}, PlacingWish{{}, Size{611, 436}}}) {
         const auto plan = X11PlacingPlanner::plan(window, wish, noOffset);
         ASSERT_TRUE(plan);
         EXPECT_TRUE(plan->requests.empty());

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/kwin/KWinChannel.h"
+#include "platform/kwin/KWinElement.h"
+#include "platform/kwin/KWinScreenList.h"
+#include "windows/AccessibilityPlatform.h"
+#include "windows/PlacingWish.h"
+
+namespace lumatile {
+
+/// The windows of a KWin session: reads are answered from the mirror, writes are orders to the
+/// script. Applications are processes; a window whose process is not known belongs to none. The
+/// windows of this program, and whatever a user cannot move, are not standard ones.
+class KWinAccessibilityPlatform final : public AccessibilityPlatform {
+public:
+    static constexpr double longestTimeout = 0.25;  ///< Of a write, seconds.
+
+    /// Both outlive the platform.
+    KWinAccessibilityPlatform(KWinChannel& channel, KWinScreenList& screens);
+
+    /// Whether the script answers. There is no permission that could be asked for.
+    bool isTrusted(bool prompt) override;
+    bool isPermissionPromptOnScreen() override { return false; }
+    TrustObstacle trustObstacle() override;
+
+    Element systemWideElement() override;
+    Element applicationElement(Pid pid) override;
+
+    /// The window that the user moves, wherever the point is; else the one that had the focus last
+    /// of those that lie there. Parts of windows are not known.
+    std::optional<Element> elementAtPoint(const Point& point) override;
+
+    std::optional<AttributeValue> read(const Element& element, std::string_view attribute) override;
+
+    /// "AXPosition" and "AXSize" of windows alone can be written.
+    bool write(const Element& element, std::string_view attribute,
+               const AttributeValue& value) override;
+
+    /// Writes to one window reach KWin as one order.
+    void beginJoinedWrites(const Element& element) override;
+    void endJoinedWrites() override;
+
+    /// Position and size: no for one that is maximized or full-screen; writing takes it out of the
+    /// first all the same.
+    std::optional<bool> isSettable(const Element& element, std::string_view attribute) override;
+
+    std::optional<Pid> pid(const Element& element) override;
+    void setMessagingTimeout(const Element& element, double seconds) override;
+
+private:
+    struct Joined {
+        Element element;
+        PlacingWish wish;
+    };
+
+    KWinWindow* windowOf(const Element& element);
+    std::vector<KWinWindow*> windowsOf(Pid pid);
+    bool isOwn(const KWinWindow& window) const { return window.record.pid == ownPid_; }
+    double timeoutOf(const KWinWindow& window) const;
+    void carryOutJoined();
+    bool carryOut(const Element& element, const PlacingWish& wish);
+    bool place(const std::string& id, const PlacingWish& wish);
+    std::optional<AttributeValue> readApplication(Pid pid, std::string_view attribute);
+    std::optional<AttributeValue> readWindow(const KWinWindow& window, std::string_view attribute);
+
+    KWinChannel& channel_;
+    KWinScreenList& screens_;
+    Pid ownPid_;
+    std::unordered_map<Pid, double> timeouts_;  // Of applications, where shorter than the longest.
+    std::optional<Joined> joined_;
+};
+
+}  // namespace lumatile

@@ -1,0 +1,256 @@
+#include "platform/kwin/KWinChannel.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "base/AtomicFile.h"
+#include "base/UUID.h"
+#include "platform/kwin/KWinAgentScript.h"
+
+namespace lumatile {
+
+namespace {
+
+constexpr const char* service = "org.kde.KWin";
+constexpr const char* plugin = "lumatile";
+constexpr const char* interfaceName = "org.lumatile.KWinScript";
+constexpr const char* description = R"(<node><interface name="org.lumatile.KWinScript">
+  <method name="Report"><arg type="s" direction="in"/></method>
+  <method name="Next"><arg type="s" direction="in"/><arg type="s" direction="out"/></method>
+</interface></node>)";
+
+// Milliseconds in which KWin answers about scripts. It reads the file before.
+constexpr int loadPatience = 5000;
+
+// Seconds. KWin gives up a call of its script after 25 s.
+constexpr double questionGrowsOld = 12;
+// The script asks again as soon as it has been answered; KWin may be busy for a moment.
+constexpr double questionIsOverdue = 3;
+constexpr double helloIsOverdue = 5;
+constexpr double goodbye = 0.25;
+constexpr double firstRetry = 1;
+constexpr double longestRetry = 30;
+
+// More results than anybody waits for at once.
+constexpr std::size_t mostResults = 64;
+
+LoneBusConnection::Method scripting(const char* name) {
+    return {service, "/Scripting", "org.kde.kwin.Scripting", name};
+}
+
+std::filesystem::path runtimeFolder() {
+    const char* const folder = std::getenv("XDG_RUNTIME_DIR");
+    return folder != nullptr && *folder != '\0' ? std::filesystem::path(folder)
+                                                : std::filesystem::temp_directory_path();
+}
+
+}  // namespace
+
+KWinChannel::KWinChannel(std::string address, RunLoop& runLoop)
+    : address_(std::move(address)), runLoop_(runLoop), retryAfter_(firstRetry) {
+    start();
+}
+
+KWinChannel::~KWinChannel() { unload(); }
+
+KWinMirror& KWinChannel::mirror() {
+    if (connection_) {
+        connection_->dispatch();
+    }
+    return mirror_;
+}
+
+void KWinChannel::awaitAnswer(double seconds) {
+    waitUntil([this] { return state_ != State::starting; }, seconds);
+}
+
+void KWinChannel::start() {
+    retry_.reset();
+    connection_ = LoneBusConnection::open(address_, service);
+    if (!connection_) {
+        setState(State::absent);
+        retryLater();
+        return;
+    }
+    connection_->whenLost([this] {
+        // The connection is in the middle of telling this.
+        runLoop_.post(lifeline_.guard([this] { lose(State::absent); }));
+        setState(State::absent);
+    });
+    setState(State::starting);
+    load();
+}
+
+void KWinChannel::load() {
+    const std::string token = UUID::random().text();
+    const std::string path = "/org/lumatile/KWin/" + [&token] {
+        std::string name = token;
+        std::replace(name.begin(), name.end(), '-', '_');
+        return name;
+    }();
+    scriptFile_ = runtimeFolder() / ("lumatile-kwin-" + token + ".js");
+    const std::string head = "const PEER = {service: \"" + connection_->uniqueName() +
+                             "\", path: \"" + path + "\", name: \"" + interfaceName + "\"};\n";
+    if (AtomicFile::replace(scriptFile_, head + std::string(KWinAgentScript::text))) {
+        lose(State::refused);
+        return;
+    }
+    connection_->serve(path, description,
+                       [this](const LoneBusConnection::Call& call) { called(call); });
+    // The last run may have died and left its script.
+    connection_->call(scripting("unloadScript"), g_variant_new("(s)", plugin), loadPatience,
+                      [](GVariant*) {});
+    connection_->call(
+        scripting("loadScript"), g_variant_new("(ss)", scriptFile_.c_str(), plugin), loadPatience,
+        lifeline_.guard([this](GVariant* reply) {
+            gint32 number = -1;
+            if (reply != nullptr && g_variant_is_of_type(reply, G_VARIANT_TYPE("(i)")) != 0) {
+                g_variant_get(reply, "(i)", &number);
+            }
+            begin(number >= 0);
+        }));
+}
+
+void KWinChannel::begin(bool isLoaded) {
+    if (!isLoaded || !connection_) {
+        runLoop_.post(lifeline_.guard([this] { lose(State::refused); }));
+        return;
+    }
+    connection_->call(scripting("start"), nullptr, loadPatience, [](GVariant*) {});
+    patience_ = runLoop_.repeat(helloIsOverdue, [this] { lose(State::refused); });
+}
+
+void KWinChannel::lose(State next) {
+    if (connection_ && !connection_->isLost()) {
+        unload();
+    }
+    patience_.reset();
+    question_ = nullptr;
+    orders_.clear();
+    results_.clear();
+    connection_.reset();
+    removeScript();
+    mirror_.clear();
+    setState(next);
+    retryLater();
+}
+
+void KWinChannel::setState(State state) {
+    if (std::exchange(state_, state) != state) {
+        states_.notify();
+    }
+}
+
+void KWinChannel::retryLater() {
+    retry_ = runLoop_.repeat(retryAfter_, [this] { start(); });
+    retryAfter_ = std::min(retryAfter_ * 2, longestRetry);
+}
+
+void KWinChannel::called(const LoneBusConnection::Call& call) {
+    const char* text = nullptr;
+    g_variant_get(call.arguments, "(&s)", &text);
+    const std::string copy = text;
+    if (call.method != "Next") {
+        g_dbus_method_invocation_return_value(call.invocation, nullptr);
+        take(copy);
+        return;
+    }
+    if (question_ != nullptr) {
+        answerNow();  // A script that was taken for dead. It has what there is.
+    }
+    question_ = call.invocation;
+    patience_ = runLoop_.repeat(questionGrowsOld, [this] { answerNow(); });
+    take(copy);
+    if (!orders_.empty()) {
+        answerNow();
+    }
+}
+
+void KWinChannel::take(const std::string& text) {
+    const auto events = KWinReport::parse(text);
+    if (!events) {
+        return;
+    }
+    for (const KWinEvent& event : *events) {
+        if (state_ != State::answering) {
+            if (!std::holds_alternative<KWinEverything>(event)) {
+                continue;
+            }
+            retryAfter_ = firstRetry;
+            removeScript();  // KWin has read it.
+            mirror_.apply(event);
+            setState(State::answering);
+        } else {
+            mirror_.apply(event);
+        }
+        if (const auto* done = std::get_if<KWinDone>(&event)) {
+            if (results_.size() == mostResults) {
+                results_.erase(results_.begin());
+            }
+            results_.push_back(*done);
+        }
+        events_.notify(event);
+    }
+}
+
+void KWinChannel::answerNow() {
+    if (question_ == nullptr) {
+        return;
+    }
+    const std::string text = kwinOrdersText(std::exchange(orders_, {}));
+    g_dbus_method_invocation_return_value(std::exchange(question_, nullptr),
+                                          g_variant_new("(s)", text.c_str()));
+    expectQuestion();
+}
+
+void KWinChannel::expectQuestion() {
+    patience_ = runLoop_.repeat(questionIsOverdue, [this] { lose(State::absent); });
+}
+
+std::uint64_t KWinChannel::give(KWinOrder order) {
+    if (state_ != State::answering) {
+        return 0;
+    }
+    orders_.push_back({++lastOrder_, std::move(order)});
+    answerNow();
+    return lastOrder_;
+}
+
+std::optional<KWinDone::Result> KWinChannel::resultOf(std::uint64_t number) const {
+    const auto found =
+        std::find_if(results_.begin(), results_.end(),
+                     [number](const KWinDone& done) { return done.order == number; });
+    return found != results_.end() ? std::optional(found->result) : std::nullopt;
+}
+
+bool KWinChannel::waitUntil(const std::function<bool()>& isDone, double seconds) {
+    if (!connection_) {
+        return isDone();
+    }
+    return connection_->waitUntil(isDone,
+                                  Clock::now() + std::chrono::duration_cast<Clock::duration>(
+                                                     std::chrono::duration<double>(seconds)));
+}
+
+void KWinChannel::unload() {
+    if (connection_ && !connection_->isLost()) {
+        constexpr int patience = 250;
+        if (const std::uint64_t last = give(KWinEndOrder{})) {
+            waitUntil([this, last] { return resultOf(last).has_value(); }, goodbye);
+        }
+        connection_->callNow(scripting("unloadScript"), g_variant_new("(s)", plugin), patience);
+    }
+    removeScript();
+}
+
+void KWinChannel::removeScript() {
+    if (!scriptFile_.empty()) {
+        std::error_code ignored;
+        std::filesystem::remove(std::exchange(scriptFile_, {}), ignored);
+    }
+}
+
+}  // namespace lumatile

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "platform/kwin/KWinReport.h"
+
+namespace lumatile {
+
+/// Moves a window's outer frame, resizes it, or both; whole logical pixels of KWin's space. One
+/// that is maximized or tiled is taken out of that first.
+struct KWinPlaceOrder {
+    std::string id;
+    std::optional<double> x, y, width, height;  ///< What is absent stays.
+};
+
+/// Holds KWin's own snapping at the edges back, or gives it back.
+struct KWinBordersOrder {
+    bool isTaken = false;
+    /// What it was before, where that is known better than by looking at it now.
+    std::optional<KWinBorders> before;
+};
+
+/// Gives a window the focus and brings it in front.
+struct KWinFrontOrder {
+    std::string id;
+};
+
+/// Gives everything back; the script is silent from then on.
+struct KWinEndOrder {};
+
+using KWinOrder = std::variant<KWinPlaceOrder, KWinBordersOrder, KWinFrontOrder, KWinEndOrder>;
+
+/// An order with the number under which its result is told.
+struct KWinNumberedOrder {
+    std::uint64_t number = 0;
+    KWinOrder order;
+};
+
+/// As the script reads them.
+std::string kwinOrdersText(const std::vector<KWinNumberedOrder>& orders);
+
+}  // namespace lumatile

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "geometry/Point.h"
+#include "geometry/Rect.h"
+#include "windows/AccessibilityPlatform.h"
+
+namespace lumatile {
+
+/// What KWin takes a window for.
+enum class KWinWindowKind : std::uint8_t {
+    normal,
+    dialog,
+    utility,
+    toolbar,
+    menu,
+    splash,
+    dock,
+    desktop,
+    notification,
+    popup,
+    other,  ///< A layer surface, an on-screen keyboard: nothing that a user moves.
+};
+
+/// What the script tells of a window. Frames are in KWin's space: logical pixels, y downwards.
+struct KWinWindowRecord {
+    std::string id;                          ///< KWin's own, never used again.
+    Pid pid = 0;                             ///< 0: not known.
+    std::optional<std::string> application;  ///< Desktop file id, else the window class.
+    KWinWindowKind kind = KWinWindowKind::normal;
+    Rect frame;  ///< What the user sees, decoration included.
+    bool isMinimized = false;
+    bool isFullScreen = false;
+    bool isMaximized = false;  ///< On one axis or both.
+    bool isTiled = false;
+    bool isElsewhere = false;  ///< On a virtual desktop or an activity that is not shown.
+    bool isMovable = false;
+    bool isResizable = false;
+
+    bool operator==(const KWinWindowRecord&) const = default;
+};
+
+/// What was written to a window last, and what it became.
+struct KWinWrittenFrame {
+    Rect frame;   ///< Unrounded, KWin's space.
+    Rect became;  ///< As KWin had it then.
+};
+
+/// A window of the mirror.
+struct KWinWindow {
+    KWinWindowRecord record;
+    std::optional<KWinWrittenFrame> written;
+    std::optional<double> timeout;  ///< Of a write, seconds; absent: the longest.
+    std::uint64_t frames = 0;       ///< Counts the frames that it was told to have.
+};
+
+}  // namespace lumatile

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "platform/kwin/KWinChannel.h"
+#include "ports/Workspace.h"
+
+namespace lumatile {
+
+/// The applications of a KWin session, from the mirror of its windows.
+class KWinWorkspace final : public Workspace {
+public:
+    /// @param channel outlives the workspace
+    explicit KWinWorkspace(KWinChannel& channel) : channel_(channel) {}
+
+    std::optional<RunningApplication> frontmostApplication() override;
+
+    /// Whose window had the focus last counts as on top.
+    std::optional<RunningApplication> frontmostOtherApplication() override;
+    std::vector<RunningApplication> runningApplications() override;
+    Pid ownPid() override;
+
+    /// There is no permission and so no page of one.
+    bool open(std::string_view address) override;
+
+private:
+    std::optional<RunningApplication> ownedBy(Pid pid);
+
+    KWinChannel& channel_;
+};
+
+}  // namespace lumatile
