@@ -176,7 +176,8 @@ void ApplicationConductor::registerHotkeys() {
                 if (const auto alive = conductor.lock()) {
                     alive->performCommand(command);
                 }
-            });
+            },
+            {command.id.lowercaseText(), command.displayName()});
         if (!hotkeys_.holds(id)) {
             refusedShortcuts_.push_back(command.id);
         }

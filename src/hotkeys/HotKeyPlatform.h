@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
 
 namespace lumatile {
 
@@ -12,6 +13,12 @@ struct HotKeyID {
     std::uint32_t id = 0;
 
     bool operator==(const HotKeyID&) const = default;
+};
+
+/// What a combination does, for desktops that list the combinations of all programs.
+struct HotKeyPurpose {
+    std::string key;    ///< The same in every run.
+    std::string title;  ///< For the user.
 };
 
 /// The platform's handle on a registration that it accepted.
@@ -29,6 +36,10 @@ public:
 
     /// Sets the one handler of all presses.
     virtual void installHandler(Handler handler) = 0;
+
+    /// Says what the combination that is registered next under `id` does. Nothing happens where
+    /// nobody lists it.
+    virtual void describe(HotKeyID /*id*/, const HotKeyPurpose& /*purpose*/) {}
 
     /// @param keyCode a physical key (virtual key code, `Shortcut::carbonKeyCode`)
     /// @param modifiers classic modifier mask (`Shortcut::carbonModifiers`)

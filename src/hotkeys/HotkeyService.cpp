@@ -20,7 +20,7 @@ HotkeyService::HotkeyService(HotKeyPlatform& platform) : platform_(platform) {}
 HotkeyService::~HotkeyService() { unregisterAll(); }
 
 std::uint32_t HotkeyService::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
-                                            Action action) {
+                                            Action action, const HotKeyPurpose& purpose) {
     if (!installed_) {
         installed_ = true;
         platform_.installHandler([perform = lifeline_.guard([this](std::uint32_t id) {
@@ -37,6 +37,9 @@ std::uint32_t HotkeyService::registerHotKey(std::uint32_t keyCode, std::uint32_t
     }
     const std::uint32_t id = nextID_++;
     handlers_[id] = std::move(action);
+    if (!purpose.key.empty()) {
+        platform_.describe(HotKeyID{signature, id}, purpose);
+    }
     if (const auto reference =
             platform_.registerHotKey(keyCode, modifiers, HotKeyID{signature, id})) {
         refs_[id] = *reference;

@@ -28,8 +28,10 @@ public:
     /// an id all the same, and its action is never called; `holds` tells.
     /// @param keyCode virtual key code of the physical key
     /// @param modifiers classic modifier mask
+    /// @param purpose for desktops that list the combinations of all programs
     /// @return the id under which the action is kept
-    std::uint32_t registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, Action action);
+    std::uint32_t registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, Action action,
+                                 const HotKeyPurpose& purpose = {});
 
     /// Whether the platform gave out the combination that was registered under `id`, and this
     /// service still has it.

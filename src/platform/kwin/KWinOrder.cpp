@@ -28,10 +28,8 @@ struct Describe {
     void operator()(const KWinBordersOrder& order) const {
         text["do"] = "borders";
         text["isTaken"] = order.isTaken;
-        if (order.before) {
-            text["tiling"] = order.before->tiling;
-            text["maximize"] = order.before->maximize;
-        }
+        text["tiling"] = order.own.tiling;
+        text["maximize"] = order.own.maximize;
     }
 
     void operator()(const KWinFrontOrder& order) const {

@@ -20,8 +20,7 @@ struct KWinPlaceOrder {
 /// Holds KWin's own snapping at the edges back, or gives it back.
 struct KWinBordersOrder {
     bool isTaken = false;
-    /// What it was before, where that is known better than by looking at it now.
-    std::optional<KWinBorders> before;
+    KWinBorders own;  ///< What it is set to when it is not held back.
 };
 
 /// Gives a window the focus and brings it in front.

@@ -179,6 +179,13 @@ std::optional<std::optional<std::string>> activeIn(const json& value, std::strin
     return id && !id->empty() ? std::optional(std::optional(*std::move(id))) : std::nullopt;
 }
 
+std::optional<KWinBorders> bordersIn(const json& value) {
+    const json* const borders = BoundedJSON::member(value, "borders");
+    const auto tiling = borders != nullptr ? flag(*borders, "tiling") : std::nullopt;
+    const auto maximize = borders != nullptr ? flag(*borders, "maximize") : std::nullopt;
+    return tiling && maximize ? std::optional(KWinBorders{*tiling, *maximize}) : std::nullopt;
+}
+
 std::optional<KWinEvent> eventIn(const json& value) {
     const auto name = text(value, "event", longestName);
     if (!name) {
@@ -188,7 +195,7 @@ std::optional<KWinEvent> eventIn(const json& value) {
         auto active = activeIn(value, "active");
         return KWinEvent(KWinEverything{
             listIn<KWinWindowRecord>(value, "windows", KWinReport::mostWindows, windowIn),
-            screensIn(value), active ? *std::move(active) : std::nullopt});
+            screensIn(value), active ? *std::move(active) : std::nullopt, bordersIn(value)});
     }
     if (*name == "window") {
         const json* const record = BoundedJSON::member(value, "window");
@@ -208,10 +215,8 @@ std::optional<KWinEvent> eventIn(const json& value) {
         return KWinEvent(KWinScreensChanged{screensIn(value)});
     }
     if (*name == "borders") {
-        const auto tiling = flag(value, "tiling");
-        const auto maximize = flag(value, "maximize");
-        return tiling && maximize ? std::optional(KWinEvent(KWinBorders{*tiling, *maximize}))
-                                  : std::nullopt;
+        const auto borders = bordersIn(value);
+        return borders ? std::optional(KWinEvent(*borders)) : std::nullopt;
     }
     if (*name == "done") {
         const auto order = whole<std::uint64_t>(value, "order");

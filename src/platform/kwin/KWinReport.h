@@ -13,11 +13,21 @@
 
 namespace lumatile {
 
+/// What KWin's own snapping of windows that are dragged to an edge is set to. Told at the beginning
+/// and whenever KWin has read its settings anew; what this program sets is not told.
+struct KWinBorders {
+    bool tiling = true;    ///< At the sides and in the corners.
+    bool maximize = true;  ///< At the upper edge.
+
+    bool operator==(const KWinBorders&) const = default;
+};
+
 /// Everything there is: what the script begins with.
 struct KWinEverything {
     std::vector<KWinWindowRecord> windows;  ///< The topmost first.
     std::vector<KWinScreen> screens;
     std::optional<std::string> active;
+    std::optional<KWinBorders> borders;
 };
 
 /// A window that is new or has changed.
@@ -52,14 +62,6 @@ struct KWinMoveEnded {
     bool isResize = false;
     bool isTakenBack = false;  ///< The window is where it was before, or gone.
     Point place;
-};
-
-/// What KWin's own snapping was set to before it was held back.
-struct KWinBorders {
-    bool tiling = true;
-    bool maximize = true;
-
-    bool operator==(const KWinBorders&) const = default;
 };
 
 /// What became of an order.

@@ -75,8 +75,12 @@ let isAsking = false;
 let isOver = false;
 let moving = null;  // What the user moves or resizes: id, isResize, start, hasStepped.
 let screensText = "";
-let borders = null;  // What KWin's own settings were before they were taken.
-let isSettingBorders = false;
+let borders = null;  // What KWin's own snapping is set to while it is held back.
+let isEnding = false;
+
+const areas = timer(areasSettle, tellScreens);
+const step = timer(shortestStep, tellStep);
+const silence = timer(longestSilence, fallSilent);
 
 function idOf(window) {
     return window.internalId.toString();
@@ -214,8 +218,6 @@ function timer(milliseconds, work) {
     return made;
 }
 
-const areas = timer(areasSettle, tellScreens);
-
 function screensChanged() {
     batch(() => {
         tellScreens();
@@ -244,8 +246,6 @@ function tellStep() {
     });
     step.start();
 }
-
-const step = timer(shortestStep, tellStep);
 
 function moveBegan(window) {
     const isResize = Boolean(window.resize);
@@ -380,15 +380,18 @@ function place(order) {
     return isSame(window.frameGeometry, wanted) ? "placed" : "asked";
 }
 
+function bordersNow() {
+    return {tiling: options.electricBorderTiling, maximize: options.electricBorderMaximize};
+}
+
+function setBorders(values) {
+    options.electricBorderTiling = values.tiling;
+    options.electricBorderMaximize = values.maximize;
+}
+
 function takeBorders(order) {
+    borders = {tiling: order.tiling, maximize: order.maximize};
     if (order.isTaken) {
-        if (borders === null) {
-            borders = {tiling: order.tiling !== undefined ? order.tiling
-                                                          : options.electricBorderTiling,
-                       maximize: order.maximize !== undefined ? order.maximize
-                                                              : options.electricBorderMaximize};
-            tell({event: "borders", tiling: borders.tiling, maximize: borders.maximize});
-        }
         setBorders({tiling: false, maximize: false});
     } else {
         giveBordersBack();
@@ -403,21 +406,14 @@ function giveBordersBack() {
     }
 }
 
-function setBorders(values) {
-    isSettingBorders = true;
-    options.electricBorderTiling = values.tiling;
-    options.electricBorderMaximize = values.maximize;
-    isSettingBorders = false;
-}
-
-// KWin has read its settings anew.
-function bordersChanged() {
-    if (isSettingBorders || borders === null ||
-        !(options.electricBorderTiling || options.electricBorderMaximize)) {
-        return;
+// KWin has read its settings anew, and put them in force.
+function configChanged() {
+    const values = bordersNow();
+    if (borders !== null) {
+        borders = values;
+        setBorders({tiling: false, maximize: false});
     }
-    borders = null;
-    takeBorders({isTaken: true});
+    tell({event: "borders", borders: values});
 }
 
 function bringToFront(order) {
@@ -439,17 +435,18 @@ function carryOut(order) {
             return bringToFront(order);
         case "end":
             giveBordersBack();
+            isEnding = true;
             return "done";
         default:
             return "unknown";
     }
 }
 
-const silence = timer(longestSilence, () => {
+function fallSilent() {
     // Nobody is there any more to give it back.
     giveBordersBack();
     isOver = true;
-});
+}
 
 function answered(text) {
     isAsking = false;
@@ -474,6 +471,7 @@ function answered(text) {
     } finally {
         isBatching = false;
         ask();
+        isOver = isEnding;
     }
 }
 
@@ -505,12 +503,7 @@ for (const signal of [workspace.numberScreensChanged, workspace.screenResized,
         signal.connect(screensChanged);
     }
 }
-for (const signal of [options.electricBorderTilingChanged,
-                      options.electricBorderMaximizeChanged]) {
-    if (signal) {
-        signal.connect(bordersChanged);
-    }
-}
+options.configChanged.connect(configChanged);
 
 function begin() {
     const windows = Array.from(desk.windows());
@@ -524,7 +517,7 @@ function begin() {
     screensText = JSON.stringify(screens);
     const active = desk.active();
     events.push({event: "all", windows: records, screens: screens,
-                 active: active ? idOf(active) : null});
+                 active: active ? idOf(active) : null, borders: bordersNow()});
     ask();
 }
 

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/Lifeline.h"
+#include "hotkeys/HotKeyPlatform.h"
+#include "platform/kwin/KWinChannel.h"
+#include "platform/kwin/KWinGlobalShortcuts.h"
+#include "ports/RunLoop.h"
+
+namespace lumatile {
+
+/// Hot keys through Plasma's service of global shortcuts, which KWin serves itself: the user finds
+/// them on Plasma's page, each under the name of what it does. Plasma knows symbols and no places,
+/// so a combination is that of the symbol on its key, and follows the layout.
+class KWinHotKeyPlatform final : public HotKeyPlatform {
+public:
+    /// What is on a key without modifiers in the layout in force; absent for a key that is not
+    /// there.
+    using SymbolAt = std::function<std::optional<std::uint32_t>(std::uint32_t virtualKeyCode)>;
+
+    /// A combination that this program wants and does not have.
+    struct Refused {
+        std::uint32_t keyCode = 0;    ///< Virtual key code.
+        std::uint32_t modifiers = 0;  ///< Classic modifier mask.
+        std::string holder;           ///< Who has it; empty: not known.
+    };
+
+    /// @param channel and `runLoop` outlive the platform
+    KWinHotKeyPlatform(KWinChannel& channel, RunLoop& runLoop, SymbolAt symbolAt);
+    KWinHotKeyPlatform(const KWinHotKeyPlatform&) = delete;
+    KWinHotKeyPlatform& operator=(const KWinHotKeyPlatform&) = delete;
+    ~KWinHotKeyPlatform() override;
+
+    void installHandler(Handler handler) override;
+    void describe(HotKeyID id, const HotKeyPurpose& purpose) override;
+    std::optional<HotKeyReference> registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                                  HotKeyID id) override;
+    void unregisterHotKey(HotKeyReference reference) override;
+
+    std::vector<Refused> refusedRegistrations() const { return refused_; }
+
+    /// The layout is another one: the combinations follow their keys.
+    void followKeyboard();
+
+private:
+    struct Registration {
+        std::uint32_t keyCode = 0;
+        std::uint32_t modifiers = 0;
+        HotKeyID id;
+        std::string action;
+        std::string title;
+    };
+
+    /// What the service has of this program.
+    struct Taken {
+        std::int32_t key = 0;
+        std::string title;
+        bool isWanted = true;
+    };
+
+    std::optional<std::int32_t> keyOf(const Registration& registration) const;
+    bool take(const Registration& registration);
+    void giveUnwantedBackLater();
+    void giveUnwantedBack();
+    void followService();
+    void notePress(GVariant* arguments);
+    void deliver(const std::string& action);
+
+    KWinChannel& channel_;
+    RunLoop& runLoop_;
+    SymbolAt symbolAt_;
+    Handler handler_;
+    std::map<std::uint32_t, HotKeyPurpose> purposes_;        // By id, until it is registered.
+    std::map<HotKeyReference, Registration> registrations_;  // In the order of registration.
+    std::map<std::string, Taken> taken_;                     // By action.
+    std::vector<Refused> refused_;
+    HotKeyReference nextReference_ = 1;
+    LoneBusConnection* listening_ = nullptr;  // Where presses are heard; compared, never used.
+    bool isGivingBack_ = false;
+    KWinChannel::StateSubscription states_;
+    Lifeline lifeline_;
+};
+
+}  // namespace lumatile

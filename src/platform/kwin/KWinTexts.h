@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// What the KWin adapters write to the log, and the names under which Plasma shows this program.
+namespace lumatile::KWinTexts {
+
+inline constexpr std::string_view noSession =
+    "this is no Plasma session under Wayland: there is no KWin on the message bus";
+inline constexpr std::string_view lost = "the Wayland compositor has gone away";
+
+/// The toolkit's words when its own connection to the compositor breaks, as they begin.
+inline constexpr std::string_view toolkitFarewell = "The Wayland connection";
+
+inline constexpr std::string_view windowManager = "KWin";
+
+/// In the list of programs on Plasma's page of shortcuts.
+inline constexpr std::string_view friendlyName = "Lumatile";
+
+/// A combination by its holder.
+inline std::string holder(std::string_view title, std::string_view program) {
+    return std::string(title) + " of " + std::string(program);
+}
+
+/// A refused combination for the log.
+inline std::string refused(std::string_view keys, std::string_view holder) {
+    return holder.empty() ? std::string(keys)
+                          : std::string(keys) + " (" + std::string(holder) + ")";
+}
+
+// What is less than under X11.
+inline constexpr std::string_view buttonsUnknown =
+    "in this session a held mouse button is known only while a window is moved or resized";
+
+}  // namespace lumatile::KWinTexts
