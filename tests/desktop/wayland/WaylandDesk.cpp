@@ -25,7 +25,11 @@ std::string text(double number) {
 
 }  // namespace
 
-WaylandDesk::WaylandDesk(const Outputs& outputs) {
+WaylandDesk::WaylandDesk(const Outputs& outputs,
+                         const std::function<void(PrivateSession&)>& prepare) {
+    if (prepare) {
+        prepare(session_);
+    }
     // Run as root, the installed one is refused what its file capabilities promise.
     const std::filesystem::path program = session_.folder() / "kwin_wayland";
     std::filesystem::copy_file("/usr/bin/kwin_wayland", program);

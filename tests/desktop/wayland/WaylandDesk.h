@@ -20,7 +20,9 @@ public:
         double scale = 1;
     };
 
-    explicit WaylandDesk(const Outputs& outputs);
+    /// @param prepare what is to be done in the session before the compositor starts
+    explicit WaylandDesk(const Outputs& outputs,
+                         const std::function<void(PrivateSession&)>& prepare = {});
 
     const std::unique_ptr<WaylandConnection>& connection() const { return connection_; }
     PrivateSession& session() { return session_; }
