@@ -13,6 +13,9 @@ function may_use(own, other) {
     if (index(own "/", other "/") == 1) return 1
     if (other == "tests/support") return 1
     if (other == "tests/desktop/support") return own !~ /^tests\/(support|unit)(\/|$)/
+    if (other == "tests/desktop/support/kwin") {
+        return own !~ /^tests\/(support|unit)(\/|$)/ && own != "tests/desktop/support"
+    }
     if (other == "benchmarks/support") return own ~ /^benchmarks\//
     return 0
 }

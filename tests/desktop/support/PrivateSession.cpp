@@ -14,7 +14,9 @@ PrivateSession::PrivateSession(const std::string& display)
     std::filesystem::create_directory(runtime);
     std::filesystem::permissions(runtime, std::filesystem::perms::owner_all);
     environment_[sessionMark] = mark_;
-    environment_["DISPLAY"] = display;
+    if (!display.empty()) {
+        environment_["DISPLAY"] = display;
+    }
     environment_["HOME"] = home().string();
     environment_["XDG_RUNTIME_DIR"] = runtime.string();
     environment_["XDG_CONFIG_HOME"] = configuration().string();

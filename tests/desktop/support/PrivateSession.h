@@ -14,13 +14,18 @@ namespace lumatile::desktop {
 /// or a window manager started by itself.
 class PrivateSession {
 public:
+    /// @param display of the X server; empty: the session has none yet
     /// @throws DesktopError when the bus does not start
-    explicit PrivateSession(const std::string& display);
+    explicit PrivateSession(const std::string& display = {});
     PrivateSession(const PrivateSession&) = delete;
     PrivateSession& operator=(const PrivateSession&) = delete;
     ~PrivateSession();
 
     const Environment& environment() const { return environment_; }
+    /// For the programs that are started from now on.
+    void setVariable(const std::string& name, const std::string& value) {
+        environment_[name] = value;
+    }
     const std::filesystem::path& folder() const { return folder_.path(); }
     std::filesystem::path home() const { return folder() / "home"; }
     std::filesystem::path configuration() const { return home() / ".config"; }
