@@ -1,5 +1,6 @@
 #include "Lumatile/ApplicationConductor.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -169,6 +170,13 @@ void ApplicationConductor::registerHotkeys() {
         return;
     }
     refusedShortcuts_.clear();
+    shortcutHolders_.clear();
+    hotkeyCommands_.clear();
+    hotkeys_.onReassigned = [conductor = weak_from_this()](std::uint32_t id, const auto& to) {
+        if (const auto alive = conductor.lock()) {
+            alive->noteReassigned(id, to);
+        }
+    };
     for (const SnapCommand& command : store_.hotkeyBindings()) {
         const std::uint32_t id = hotkeys_.registerHotKey(
             command.shortcut->carbonKeyCode, command.shortcut->carbonModifiers,
@@ -178,8 +186,14 @@ void ApplicationConductor::registerHotkeys() {
                 }
             },
             {command.id.lowercaseText(), command.displayName()});
+        hotkeyCommands_[id] = command.id;
         if (!hotkeys_.holds(id)) {
             refusedShortcuts_.push_back(command.id);
+            std::string holder = platform_.hotKeys.holder(
+                {command.shortcut->carbonKeyCode, command.shortcut->carbonModifiers});
+            if (!holder.empty()) {
+                shortcutHolders_[command.id] = std::move(holder);
+            }
         }
     }
     showRefusedShortcuts();
@@ -188,12 +202,42 @@ void ApplicationConductor::registerHotkeys() {
 void ApplicationConductor::unregisterHotkeys() {
     hotkeys_.unregisterAll();
     refusedShortcuts_.clear();
+    shortcutHolders_.clear();
     showRefusedShortcuts();
+}
+
+/// What the user has changed in the desktop's own list of shortcuts counts as changed in ours.
+void ApplicationConductor::noteReassigned(std::uint32_t hotkey,
+                                          const std::optional<KeyCombination>& combination) {
+    const auto id = hotkeyCommands_.find(hotkey);
+    std::vector<SnapCommand> commands = store_.commands;
+    const auto changed =
+        id == hotkeyCommands_.end()
+            ? commands.end()
+            : std::find_if(commands.begin(), commands.end(),
+                           [&](const SnapCommand& each) { return each.id == id->second; });
+    if (changed == commands.end() || !changed->shortcut) {
+        return;
+    }
+    const Shortcut before = *changed->shortcut;
+    const std::string nameKey = changed->nameKey;
+    // Its twin for the other screen orientation is run by the same keys.
+    for (SnapCommand& each : commands) {
+        if (each.nameKey != nameKey || each.shortcut != before) {
+            continue;
+        }
+        if (combination) {
+            each.shortcut = Shortcut{combination->keyCode, combination->modifiers, true};
+        } else {
+            each.shortcut->enabled = false;
+        }
+    }
+    changeCommands(commands);
 }
 
 void ApplicationConductor::showRefusedShortcuts() {
     if (settingsVM_) {
-        settingsVM_->setRefusedShortcuts(refusedShortcuts_);
+        settingsVM_->setRefusedShortcuts(refusedShortcuts_, shortcutHolders_);
     }
 }
 
@@ -219,7 +263,7 @@ void ApplicationConductor::openSettings(std::optional<SettingsSection> section) 
 
 void ApplicationConductor::makeSettings() {
     settingsVM_ = std::make_shared<SettingsViewModel>(store_.commands, oledSettings_);
-    settingsVM_->setRefusedShortcuts(refusedShortcuts_);
+    settingsVM_->setRefusedShortcuts(refusedShortcuts_, shortcutHolders_);
     const std::weak_ptr<ApplicationConductor> conductor = weak_from_this();
     settingsVM_->onChange = [conductor](const std::vector<SnapCommand>& commands) {
         if (const auto alive = conductor.lock()) {

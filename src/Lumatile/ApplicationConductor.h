@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "Lumatile/DragToSnap.h"
@@ -129,6 +130,7 @@ private:
     void noteRecording(bool isRecording);
     void unregisterHotkeys();
     void showRefusedShortcuts();
+    void noteReassigned(std::uint32_t hotkey, const std::optional<KeyCombination>& combination);
     void applyCommands(std::vector<SnapCommand> commands);
     void reloadCommands();
     void reloadOLEDSettings();
@@ -149,7 +151,9 @@ private:
     std::shared_ptr<StatusMenuController> statusMenu_;  ///< None before start-up.
     std::unique_ptr<SettingsSync> sync_;                ///< None before it is needed.
     SyncConflictCoordinator syncConflict_;
-    std::vector<UUID> refusedShortcuts_;             ///< The commands that they belong to.
+    std::unordered_map<std::uint32_t, UUID> hotkeyCommands_;  ///< By the hot key's id.
+    std::vector<UUID> refusedShortcuts_;                      ///< The commands that they belong to.
+    std::unordered_map<UUID, std::string> shortcutHolders_;   ///< Who has those, where it is known.
     std::shared_ptr<SettingsViewModel> settingsVM_;  ///< None before the settings are opened.
     std::unique_ptr<SettingsPresenting> settingsWC_;
     bool isRecordingShortcut_ = false;

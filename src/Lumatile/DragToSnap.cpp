@@ -45,9 +45,13 @@ void DragToSnap::start() {
     mouse_ = std::make_shared<MouseConductor>(controller_, services_.platform.mouseTaps,
                                               services_.platform.log);
     mouse_->start();
+    isRunning_ = true;
+    tellDesktop();
 }
 
 void DragToSnap::stop() {
+    isRunning_ = false;
+    tellDesktop();
     if (mouse_) {
         mouse_->stop();
         mouse_.reset();
@@ -83,6 +87,11 @@ void DragToSnap::makeController() {
 void DragToSnap::readSwitch() {
     controller_->tilingByEdgeDragEnabled =
         services_.platform.preferences.boolean(preferenceKey).value_or(true);
+    tellDesktop();
+}
+
+void DragToSnap::tellDesktop() {
+    services_.platform.mouseTaps.setTakesDrops(isRunning_ && controller_->tilingByEdgeDragEnabled);
 }
 
 }  // namespace lumatile

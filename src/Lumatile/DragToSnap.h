@@ -50,10 +50,12 @@ public:
 private:
     void makeController();
     void readSwitch();
+    void tellDesktop();
 
     Services services_;
     std::shared_ptr<DragSnapController> controller_;
     std::shared_ptr<MouseConductor> mouse_;
+    bool isRunning_ = false;
     std::unique_ptr<PreferencesWatch> dragSettingObserver_;
 
     /// The target of the drop under way before edge jitter: the window's home from then on.

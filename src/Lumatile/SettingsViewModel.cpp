@@ -203,15 +203,27 @@ std::optional<SnapCommand> SettingsViewModel::conflict(const SnapCommand& comman
     return ShortcutValidator::conflict(*command.shortcut, others, command.id);
 }
 
-void SettingsViewModel::setRefusedShortcuts(std::vector<UUID> commands) {
-    if (commands != refusedShortcuts_) {
+void SettingsViewModel::setRefusedShortcuts(std::vector<UUID> commands,
+                                            std::unordered_map<UUID, std::string> holders) {
+    if (commands != refusedShortcuts_ || holders != shortcutHolders_) {
         refusedShortcuts_ = std::move(commands);
+        shortcutHolders_ = std::move(holders);
         observers_.notify();
     }
 }
 
 bool SettingsViewModel::isShortcutRefused(const SnapCommand& command) const {
     return ShortcutAvailability::isRefused(command, commands_, refusedShortcuts_);
+}
+
+std::string SettingsViewModel::shortcutHolder(const SnapCommand& command) const {
+    for (const SnapCommand& each : commands_) {
+        const auto holder = shortcutHolders_.find(each.id);
+        if (holder != shortcutHolders_.end() && each.shortcut == command.shortcut) {
+            return holder->second;
+        }
+    }
+    return {};
 }
 
 std::optional<UUID> SettingsViewModel::firstRefusedArea() const {

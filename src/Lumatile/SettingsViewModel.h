@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "base/ObserverList.h"
@@ -104,8 +106,14 @@ public:
 
     /// The commands whose shortcut belongs to another program on this desktop.
     const std::vector<UUID>& refusedShortcuts() const { return refusedShortcuts_; }
-    void setRefusedShortcuts(std::vector<UUID> commands);
+    /// @param holders who has them, where the desktop tells
+    void setRefusedShortcuts(std::vector<UUID> commands,
+                             std::unordered_map<UUID, std::string> holders = {});
     bool isShortcutRefused(const SnapCommand& command) const;
+
+    /// Who has a shortcut that belongs to another program, as the user knows it; empty where that
+    /// is not known.
+    std::string shortcutHolder(const SnapCommand& command) const;
 
     /// The first of the listed areas whose shortcut belongs to another program.
     std::optional<UUID> firstRefusedArea() const;
@@ -149,6 +157,7 @@ private:
     std::vector<SnapCommand> commands_;
     OLEDSettings oled_;
     std::vector<UUID> refusedShortcuts_;
+    std::unordered_map<UUID, std::string> shortcutHolders_;
     std::optional<Refusal> refusal_;
     std::optional<CellRect> painted_;
     bool isRecording_ = false;

@@ -15,6 +15,14 @@ struct HotKeyID {
     bool operator==(const HotKeyID&) const = default;
 };
 
+/// A physical key and the modifiers held with it, as in `Shortcut`.
+struct KeyCombination {
+    std::uint32_t keyCode = 0;
+    std::uint32_t modifiers = 0;
+
+    auto operator<=>(const KeyCombination&) const = default;
+};
+
 /// What a combination does, for desktops that list the combinations of all programs.
 struct HotKeyPurpose {
     std::string key;    ///< The same in every run.
@@ -32,10 +40,22 @@ public:
     /// @return 0, the status of an event that was handled
     using Handler = std::function<std::int32_t(std::optional<HotKeyID>)>;
 
+    /// Called on the main thread when the user has given a registration another combination, or
+    /// none, in the desktop's own list of them.
+    using Reassigned = std::function<void(HotKeyID, std::optional<KeyCombination>)>;
+
     virtual ~HotKeyPlatform() = default;
 
     /// Sets the one handler of all presses.
     virtual void installHandler(Handler handler) = 0;
+
+    /// Sets the one observer of combinations that are changed elsewhere. Nothing happens where they
+    /// cannot be.
+    virtual void installReassigned(Reassigned /*reassigned*/) {}
+
+    /// Who has a combination that was refused, as the user knows it: "Switch to Desktop 1 of KWin".
+    /// Empty where the desktop does not tell.
+    virtual std::string holder(const KeyCombination& /*combination*/) { return {}; }
 
     /// Says what the combination that is registered next under `id` does. Nothing happens where
     /// nobody lists it.

@@ -31,6 +31,15 @@ std::uint32_t HotkeyService::registerHotKey(std::uint32_t keyCode, std::uint32_t
             }
             return noError;
         });
+        platform_.installReassigned(
+            [reassign = lifeline_.guard(
+                 [this](HotKeyID id, const std::optional<KeyCombination>& combination) {
+                     if (onReassigned && holds(id.id)) {
+                         onReassigned(id.id, combination);
+                     }
+                 })](HotKeyID id, const std::optional<KeyCombination>& combination) {
+                reassign(id, combination);
+            });
     }
     if (nextID_ == std::numeric_limits<std::uint32_t>::max()) {
         std::abort();  // Four thousand million registrations: the counting itself is broken.

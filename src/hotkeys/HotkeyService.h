@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <unordered_map>
 
 #include "base/Lifeline.h"
@@ -36,6 +37,10 @@ public:
     /// Whether the platform gave out the combination that was registered under `id`, and this
     /// service still has it.
     bool holds(std::uint32_t id) const { return refs_.contains(id); }
+
+    /// Called when the user has given the registration of this id another combination, or none, in
+    /// the desktop's own list.
+    std::function<void(std::uint32_t id, std::optional<KeyCombination>)> onReassigned;
 
     /// Gives back every combination that this service holds.
     void unregisterAll();

@@ -51,6 +51,11 @@ public:
     ///        faster than they can be told may be told as one, presses and releases never
     /// @return null when the mouse cannot be watched; not enabled yet
     virtual std::unique_ptr<MouseTap> createTap(Mask mask, Handler handler) = 0;
+
+    /// Says whether windows that are dropped at an edge of the screen are placed by this program
+    /// now. A desktop that would do so itself, and can be told for the time being, leaves it until
+    /// it is told otherwise or the program ends.
+    virtual void setTakesDrops(bool /*takesDrops*/) {}
 };
 
 }  // namespace lumatile

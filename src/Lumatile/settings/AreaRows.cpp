@@ -92,14 +92,16 @@ void AreaRows::setFolded(bool isFolded) {
     }
 }
 
-void AreaRows::mark(const std::function<bool(const UUID&)>& isRefused) {
+void AreaRows::mark(const HolderOf& holderOf) {
     for (int index = 0; index < count(); ++index) {
         QListWidgetItem& each = *item(index);
         const auto id = idOf(each);
-        const bool isMarked = id && isRefused(*id);
+        const auto holder = id ? holderOf(*id) : std::nullopt;
+        const bool isMarked = holder.has_value();
         each.setData(markRole,
                      isMarked ? QVariant(QString::fromLatin1(warningSymbol)) : QVariant());
-        const QString reason = isMarked ? viewText(SettingsTexts::refusedHere) : QString();
+        const QString reason =
+            isMarked ? QString::fromStdString(SettingsTexts::refusedBy(*holder)) : QString();
         each.setData(Qt::AccessibleDescriptionRole, reason);
         each.setToolTip(isMarked ? each.text() + u'\n' + reason : each.text());
     }

@@ -26,8 +26,11 @@ public:
     /// @param hint shown where there are no areas; empty: nothing
     void fill(const std::vector<SnapCommand>& areas, bool folds, const QString& hint);
 
+    /// Who has the shortcut of an area, empty where that is not known; absent for one that works.
+    using HolderOf = std::function<std::optional<std::string>(const UUID&)>;
+
     /// Marks the rows whose shortcut does not work.
-    void mark(const std::function<bool(const UUID&)>& isRefused);
+    void mark(const HolderOf& holderOf);
 
     /// Shows which area is chosen, unfolding it where need be; none when it is not in this group.
     void showChosen(const std::optional<UUID>& id);

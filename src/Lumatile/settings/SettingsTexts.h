@@ -59,6 +59,12 @@ inline std::string alreadyUsedBy(std::string_view holder) {
     return "Already used by " + std::string(holder);
 }
 
+/// @param holder who has the shortcut, as the desktop calls it; empty: not known
+inline std::string refusedBy(std::string_view holder) {
+    return holder.empty() ? std::string(refusedHere)
+                          : "This shortcut belongs to “" + std::string(holder) + "”";
+}
+
 /// @param twin the area for the other screen orientation, as the list names it
 inline std::string sharedWith(std::string_view twin) { return "Shared with " + std::string(twin); }
 

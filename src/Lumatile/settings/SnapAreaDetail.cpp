@@ -266,7 +266,9 @@ QString SnapAreaDetail::complaint(const SnapCommand& command) const {
     if (const auto holder = model_->conflict(command)) {
         return usedBy(*holder);
     }
-    return model_->isShortcutRefused(command) ? viewText(SettingsTexts::refusedHere) : QString();
+    return model_->isShortcutRefused(command)
+               ? QString::fromStdString(SettingsTexts::refusedBy(model_->shortcutHolder(command)))
+               : QString();
 }
 
 }  // namespace lumatile

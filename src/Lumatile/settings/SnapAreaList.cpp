@@ -148,10 +148,12 @@ void SnapAreaList::refresh() {
 }
 
 void SnapAreaList::refreshRefused() {
-    const auto mark = [this](const UUID& id) {
+    const auto mark = [this](const UUID& id) -> std::optional<std::string> {
         const auto area = std::find_if(shown_.begin(), shown_.end(),
                                        [&](const SnapCommand& each) { return each.id == id; });
-        return area != shown_.end() && model_->isShortcutRefused(*area);
+        return area != shown_.end() && model_->isShortcutRefused(*area)
+                   ? std::optional(model_->shortcutHolder(*area))
+                   : std::nullopt;
     };
     builtIn_->mark(mark);
     own_->mark(mark);
@@ -167,7 +169,9 @@ void SnapAreaList::refreshRefused() {
     for (const SnapCommand& command : model_->commands()) {
         const auto& ids = model_->refusedShortcuts();
         if (std::find(ids.begin(), ids.end(), command.id) != ids.end()) {
-            names.append(QString::fromStdString(listedName(command)));
+            const QString name = QString::fromStdString(listedName(command));
+            const QString holder = QString::fromStdString(model_->shortcutHolder(command));
+            names.append(holder.isEmpty() ? name : name + QStringLiteral(": ") + holder);
         }
     }
     refused_->setToolTip(names.join(u'\n'));

@@ -34,6 +34,18 @@ GVariant* actionId(const std::string& action, const std::string& title) {
     return g_variant_new_strv(words.data(), words.size());
 }
 
+/// Of a list of sequences; 0 where there is none.
+gint32 firstKey(GVariant* list) {
+    gint32 key = 0;
+    if (g_variant_n_children(list) != 0) {
+        GVariantIter* keys = nullptr;
+        g_variant_get_child(list, 0, "(ai)", &keys);
+        g_variant_iter_next(keys, "i", &key);
+        g_variant_iter_free(keys);
+    }
+    return key;
+}
+
 }  // namespace
 
 std::optional<std::string> KWinGlobalShortcuts::holder(std::int32_t key) {
@@ -73,15 +85,25 @@ bool KWinGlobalShortcuts::take(const std::string& action, const std::string& tit
         return false;
     }
     const GVariantHandle list(g_variant_get_child_value(reply.get(), 0));
-    if (g_variant_n_children(list.get()) == 0) {
-        return false;
+    return firstKey(list.get()) == key;
+}
+
+std::optional<KWinGlobalShortcuts::Change> KWinGlobalShortcuts::changeIn(GVariant* arguments) {
+    if (g_variant_is_of_type(arguments, G_VARIANT_TYPE("(asa(ai))")) == 0) {
+        return std::nullopt;
     }
-    GVariantIter* keys = nullptr;
-    g_variant_get_child(list.get(), 0, "(ai)", &keys);
-    gint32 given = 0;
-    g_variant_iter_next(keys, "i", &given);
-    g_variant_iter_free(keys);
-    return given == key;
+    const GVariantHandle names(g_variant_get_child_value(arguments, 0));
+    const GVariantHandle keys(g_variant_get_child_value(arguments, 1));
+    if (g_variant_n_children(names.get()) < 2) {
+        return std::nullopt;
+    }
+    const char* program = nullptr;
+    const char* action = nullptr;
+    g_variant_get_child(names.get(), 0, "&s", &program);
+    g_variant_get_child(names.get(), 1, "&s", &action);
+    return std::string_view(program) == component
+               ? std::optional(Change{action, firstKey(keys.get())})
+               : std::nullopt;
 }
 
 void KWinGlobalShortcuts::giveBack(const std::string& action) {

@@ -28,6 +28,16 @@ public:
     /// @return false when the service gave it another one or none
     bool take(const std::string& action, const std::string& title, std::int32_t key);
 
+    /// An action of this program to which somebody else has given a combination.
+    struct Change {
+        std::string action;
+        std::int32_t key = 0;  ///< 0: none.
+    };
+
+    /// @param arguments of the signal `changed`
+    /// @return absent where it is about another program, or not understood
+    static std::optional<Change> changeIn(GVariant* arguments);
+
     /// Gives the combination of an action back and forgets the action.
     void giveBack(const std::string& action);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/keyboard/KeyTable.h"
 #include "platform/kwin/KWinKey.h"
 
 namespace lumatile {
@@ -24,6 +25,15 @@ KWinHotKeyPlatform::~KWinHotKeyPlatform() {
 }
 
 void KWinHotKeyPlatform::installHandler(Handler handler) { handler_ = std::move(handler); }
+
+std::string KWinHotKeyPlatform::holder(const KeyCombination& combination) {
+    for (const Refused& each : refused_) {
+        if (each.keyCode == combination.keyCode && each.modifiers == combination.modifiers) {
+            return each.holder;
+        }
+    }
+    return {};
+}
 
 void KWinHotKeyPlatform::describe(HotKeyID id, const HotKeyPurpose& purpose) {
     purposes_[id.id] = purpose;
@@ -127,6 +137,9 @@ void KWinHotKeyPlatform::followService() {
     bus->listen({bus->peer(), KWinGlobalShortcuts::path, KWinGlobalShortcuts::interface,
                  KWinGlobalShortcuts::pressed},
                 lifeline_.guard([this](GVariant* arguments) { notePress(arguments); }));
+    bus->listen({bus->peer(), KWinGlobalShortcuts::servicePath,
+                 KWinGlobalShortcuts::serviceInterface, KWinGlobalShortcuts::changed},
+                lifeline_.guard([this](GVariant* arguments) { noteChange(arguments); }));
     taken_.clear();
     refused_.clear();
     for (const auto& [reference, registration] : registrations_) {
@@ -156,6 +169,41 @@ void KWinHotKeyPlatform::notePress(GVariant* arguments) {
     g_variant_get(arguments, "(&s&sx)", nullptr, &action, nullptr);
     // Somebody may be waiting for a write just now.
     runLoop_.post(lifeline_.guard([this, name = std::string(action)] { deliver(name); }));
+}
+
+void KWinHotKeyPlatform::noteChange(GVariant* arguments) {
+    const auto change = KWinGlobalShortcuts::changeIn(arguments);
+    if (change) {
+        runLoop_.post(
+            lifeline_.guard([this, change = *change] { reassign(change.action, change.key); }));
+    }
+}
+
+/// The user has given an action another combination on Plasma's page, or taken it away.
+void KWinHotKeyPlatform::reassign(const std::string& action, std::int32_t key) {
+    const auto taken = taken_.find(action);
+    const auto found =
+        std::find_if(registrations_.begin(), registrations_.end(),
+                     [&action](const auto& each) { return each.second.action == action; });
+    if (taken == taken_.end() || taken->second.key == key || found == registrations_.end() ||
+        !reassigned_) {
+        return;
+    }
+    taken->second.key = key;
+    const HotKeyID id = found->second.id;
+    if (key == 0) {
+        reassigned_(id, std::nullopt);
+        return;
+    }
+    for (const PhysicalKey& physical : KeyTable::keys()) {
+        const auto symbol = symbolAt_(physical.virtualKeyCode);
+        if (symbol && KWinKey::isIn(key, *symbol)) {
+            reassigned_(id, KeyCombination{physical.virtualKeyCode, KWinKey::modifiersOf(key)});
+            return;
+        }
+    }
+    // A key that no shortcut of this program can name: Plasma's page shows again what is so.
+    take(found->second);
 }
 
 void KWinHotKeyPlatform::deliver(const std::string& action) {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/Lifeline.h"
@@ -39,6 +40,8 @@ public:
     ~KWinHotKeyPlatform() override;
 
     void installHandler(Handler handler) override;
+    void installReassigned(Reassigned reassigned) override { reassigned_ = std::move(reassigned); }
+    std::string holder(const KeyCombination& combination) override;
     void describe(HotKeyID id, const HotKeyPurpose& purpose) override;
     std::optional<HotKeyReference> registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                   HotKeyID id) override;
@@ -71,12 +74,15 @@ private:
     void giveUnwantedBack();
     void followService();
     void notePress(GVariant* arguments);
+    void noteChange(GVariant* arguments);
+    void reassign(const std::string& action, std::int32_t key);
     void deliver(const std::string& action);
 
     KWinChannel& channel_;
     RunLoop& runLoop_;
     SymbolAt symbolAt_;
     Handler handler_;
+    Reassigned reassigned_;
     std::map<std::uint32_t, HotKeyPurpose> purposes_;        // By id, until it is registered.
     std::map<HotKeyReference, Registration> registrations_;  // In the order of registration.
     std::map<std::string, Taken> taken_;                     // By action.

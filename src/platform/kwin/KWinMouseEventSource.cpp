@@ -32,9 +32,10 @@ private:
 };
 
 KWinMouseEventSource::KWinMouseEventSource(KWinChannel& channel, KWinScreenList& screens,
-                                           RunLoop& runLoop)
+                                           KWinEdgeTiling& edgeTiling, RunLoop& runLoop)
     : channel_(channel),
       screens_(screens),
+      edgeTiling_(edgeTiling),
       runLoop_(runLoop),
       events_(channel.observe([this](const KWinEvent& event) { note(event); })),
       states_(channel.observeState([this] { noteState(); })) {}

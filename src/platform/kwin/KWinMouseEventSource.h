@@ -1,13 +1,12 @@
 #pragma once
 
-#include <filesystem>
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "base/Lifeline.h"
 #include "base/ObserverList.h"
 #include "platform/kwin/KWinChannel.h"
+#include "platform/kwin/KWinEdgeTiling.h"
 #include "platform/kwin/KWinScreenList.h"
 #include "ports/MouseEventSource.h"
 #include "ports/RunLoop.h"
@@ -22,9 +21,12 @@ namespace lumatile {
 class KWinMouseEventSource final : public MouseEventSource {
 public:
     /// All outlive the source.
-    KWinMouseEventSource(KWinChannel& channel, KWinScreenList& screens, RunLoop& runLoop);
+    KWinMouseEventSource(KWinChannel& channel, KWinScreenList& screens, KWinEdgeTiling& edgeTiling,
+                         RunLoop& runLoop);
 
     std::unique_ptr<MouseTap> createTap(Mask mask, Handler handler) override;
+
+    void setTakesDrops(bool takesDrops) override { edgeTiling_.hold(takesDrops); }
 
     /// Whether a window is being moved or resized, by which a held button is known here.
     bool isHeld() const { return isHeld_; }
@@ -39,6 +41,7 @@ private:
 
     KWinChannel& channel_;
     KWinScreenList& screens_;
+    KWinEdgeTiling& edgeTiling_;
     RunLoop& runLoop_;
     ObserverList<const MouseEvent&> taps_;
     std::vector<MouseEvent> untold_;

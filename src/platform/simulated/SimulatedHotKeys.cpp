@@ -28,6 +28,35 @@ void SimulatedHotKeys::unregisterHotKey(HotKeyReference reference) {
     }
 }
 
+std::string SimulatedHotKeys::holder(const KeyCombination& combination) {
+    const auto found = taken_.find(combination);
+    return found != taken_.end() ? found->second : std::string();
+}
+
+void SimulatedHotKeys::describe(HotKeyID id, const HotKeyPurpose& purpose) {
+    purposes_[id.id] = purpose;
+}
+
+void SimulatedHotKeys::reassign(const KeyCombination& combination,
+                                std::optional<KeyCombination> to) {
+    for (const auto& [reference, registration] : registrations_) {
+        if (registration.combination == combination && reassigned_) {
+            runLoop_.post([this, id = registration.id, to] { reassigned_(id, to); });
+        }
+    }
+    runLoop_.settle();
+}
+
+std::string SimulatedHotKeys::listed(const KeyCombination& combination) const {
+    for (const auto& [reference, registration] : registrations_) {
+        const auto purpose = purposes_.find(registration.id.id);
+        if (registration.combination == combination && purpose != purposes_.end()) {
+            return purpose->second.title;
+        }
+    }
+    return {};
+}
+
 KeyReceiver SimulatedHotKeys::keyDown(const KeyCombination& combination) {
     const bool isRepeat = !down_.insert(combination).second;
     auto receiver = KeyReceiver::frontWindow;

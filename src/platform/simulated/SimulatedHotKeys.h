@@ -1,25 +1,18 @@
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <set>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "hotkeys/HotKeyPlatform.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 
 namespace lumatile {
-
-/// A physical key and the modifiers held with it, as in `Shortcut`.
-struct KeyCombination {
-    std::uint32_t keyCode = 0;
-    std::uint32_t modifiers = 0;
-
-    auto operator<=>(const KeyCombination&) const = default;
-};
 
 /// Who gets a key press.
 enum class KeyReceiver : std::uint8_t { thisProgram, otherProgram, frontWindow };
@@ -31,12 +24,25 @@ public:
     explicit SimulatedHotKeys(SimulatedRunLoop& runLoop) : runLoop_(runLoop) {}
 
     void installHandler(Handler handler) override;
+    void installReassigned(Reassigned reassigned) override { reassigned_ = std::move(reassigned); }
+    std::string holder(const KeyCombination& combination) override;
+    void describe(HotKeyID id, const HotKeyPurpose& purpose) override;
     std::optional<HotKeyReference> registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                   HotKeyID id) override;
     void unregisterHotKey(HotKeyReference reference) override;
 
     /// Another program has the combination from now on; registering it is refused.
-    void take(const KeyCombination& combination) { taken_.insert(combination); }
+    /// @param holder as the desktop names it; empty: it does not
+    void take(const KeyCombination& combination, std::string holder = {}) {
+        taken_[combination] = std::move(holder);
+    }
+
+    /// The user changes a combination of this program in the desktop's own list.
+    void reassign(const KeyCombination& combination, std::optional<KeyCombination> to);
+
+    /// What the desktop's own list says of a combination of this program; empty for one that is not
+    /// in it.
+    std::string listed(const KeyCombination& combination) const;
 
     /// The other program gives the combination back.
     void release(const KeyCombination& combination) { taken_.erase(combination); }
@@ -79,7 +85,9 @@ private:
     SimulatedRunLoop& runLoop_;
     Handler handler_;
     std::map<HotKeyReference, Registration> registrations_;
-    std::set<KeyCombination> taken_;
+    std::map<KeyCombination, std::string> taken_;  // By whom.
+    std::map<std::uint32_t, HotKeyPurpose> purposes_;
+    Reassigned reassigned_;
     std::set<KeyCombination> down_;
     HotKeyReference lastReference_ = 0;
     std::size_t refusals_ = 0;

@@ -36,6 +36,12 @@ public:
 
     std::unique_ptr<MouseTap> createTap(Mask mask, Handler handler) override;
 
+    void setTakesDrops(bool takesDrops) override { isTakenFromDesktop_ = takesDrops; }
+
+    /// Whether the desktop leaves it to the program what becomes of a window that is dropped at an
+    /// edge.
+    bool isTakenFromDesktop() const { return isTakenFromDesktop_; }
+
     /// Puts the left button down.
     void press(const Point& point, Grip grip = Grip::move);
 
@@ -85,6 +91,7 @@ private:
     Grip grip_ = Grip::none;
     bool isDown_ = false;
     bool isReleaseLost_ = false;
+    bool isTakenFromDesktop_ = false;
     bool isRefusing_ = false;
 };
 

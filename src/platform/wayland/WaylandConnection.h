@@ -86,6 +86,13 @@ public:
         return global != nullptr ? bind<Object>(*global, interface, atMost) : nullptr;
     }
 
+    /// The same for objects that are given back in a way of their own.
+    template <class Object>
+    Object* bindRaw(const WaylandGlobal& global, const wl_interface& interface,
+                    std::uint32_t atMost) {
+        return static_cast<Object*>(bound(global, interface, atMost));
+    }
+
 private:
     struct Listeners;
 

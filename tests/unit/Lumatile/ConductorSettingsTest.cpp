@@ -140,6 +140,46 @@ TEST(ConductorSettings, aDesktopThatRefusesTheRecordedShortcutIsTold) {
     EXPECT_TRUE(desk.model().refusedShortcuts().empty());
 }
 
+TEST(ConductorSettings, whoHasARefusedShortcutIsNamedWhereTheDesktopTells) {
+    DesktopWithSettings desk;
+    desk.hotKeys.take({keyA, controlOption}, "Switch to Desktop 1 of KWin");
+    desk.selectLeftHalf();
+    desk.model().record({keyA, controlOption, true});
+    EXPECT_EQ(desk.model().shortcutHolder(desk.model().commands().front()),
+              "Switch to Desktop 1 of KWin");
+    EXPECT_EQ(desk.model().shortcutHolder(desk.model().commands()[1]), "");
+    desk.model().record({leftArrow, controlOption, true});
+    EXPECT_EQ(desk.model().shortcutHolder(desk.model().commands().front()), "");
+}
+
+TEST(ConductorSettings, theDesktopsListOfShortcutsNamesTheCommands) {
+    DesktopWithSettings desk;
+    EXPECT_EQ(desk.hotKeys.listed({leftArrow, controlOption}), "Left Half");
+}
+
+TEST(ConductorSettings, whatTheUserChangesInTheDesktopsListIsAnEdit) {
+    DesktopWithSettings desk;
+    desk.hotKeys.reassign({leftArrow, controlOption}, KeyCombination{keyA, controlOption});
+    const SnapCommand& left = desk.model().commands().front();
+    EXPECT_EQ(left.shortcut, (Shortcut{keyA, controlOption, true}));
+    EXPECT_EQ(desk.conductor->store().commands, desk.model().commands());
+    const auto stored = desk.preferences.bytes(CommandStore::preferenceKey);
+    ASSERT_TRUE(stored.has_value());
+    EXPECT_EQ(CommandStore::fromStored(stored).commands, desk.model().commands());
+    EXPECT_EQ(desk.hotKeys.press({keyA, controlOption}), KeyReceiver::thisProgram);
+    EXPECT_EQ(desk.hotKeys.press({leftArrow, controlOption}), KeyReceiver::frontWindow);
+    // The portrait twin, which the same keys run, has gone along.
+    for (const SnapCommand& command : desk.model().commands()) {
+        if (command.nameKey == left.nameKey) {
+            EXPECT_EQ(command.shortcut, left.shortcut);
+        }
+    }
+
+    desk.hotKeys.reassign({keyA, controlOption}, std::nullopt);
+    EXPECT_EQ(desk.model().commands().front().shortcut, (Shortcut{keyA, controlOption, false}));
+    EXPECT_EQ(desk.hotKeys.press({keyA, controlOption}), KeyReceiver::frontWindow);
+}
+
 TEST(ConductorSettings, aChangedProtectionIsStoredAndApplied) {
     DesktopWithSettings desk;
     OLEDSettings settings = desk.model().oled();

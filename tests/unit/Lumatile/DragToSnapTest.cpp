@@ -227,6 +227,22 @@ TEST(DragToSnap, worksOnlyWhileTheFeaturesRun) {
     EXPECT_EQ(desk.frame(desk.window), leftHalf);
 }
 
+TEST(DragToSnap, theDesktopLeavesDropsToTheProgramOnlyWhileItTakesThem) {
+    DesktopWithMouse desk;
+    EXPECT_TRUE(desk.mouse.isTakenFromDesktop());
+    desk.preferences.setBoolean(DragToSnap::preferenceKey, false);
+    desk.runLoop.settle();
+    EXPECT_FALSE(desk.mouse.isTakenFromDesktop());
+    desk.preferences.setBoolean(DragToSnap::preferenceKey, true);
+    desk.runLoop.settle();
+    EXPECT_TRUE(desk.mouse.isTakenFromDesktop());
+    desk.conductor->stopFeatures();
+    EXPECT_FALSE(desk.mouse.isTakenFromDesktop());
+    desk.preferences.setBoolean(DragToSnap::preferenceKey, false);
+    desk.conductor->startFeatures();
+    EXPECT_FALSE(desk.mouse.isTakenFromDesktop());
+}
+
 TEST(DragToSnap, withoutTheMouseShortcutsGoOnWorking) {
     DesktopWithMouse desk;
     desk.conductor->stopFeatures();

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <set>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -29,6 +30,11 @@ public:
         return reference;
     }
 
+    void installReassigned(Reassigned reassigned) override { reassign = std::move(reassigned); }
+    void describe(HotKeyID id, const HotKeyPurpose& purpose) override {
+        described.emplace_back(id, purpose.title);
+    }
+
     void unregisterHotKey(HotKeyReference reference) override {
         unregistered.push_back(reference);
         held.erase(reference);
@@ -37,6 +43,8 @@ public:
     std::int32_t press(std::optional<HotKeyID> id) { return handler_(id); }
 
     int installations = 0;
+    Reassigned reassign;
+    std::vector<std::pair<HotKeyID, std::string>> described;
     std::set<std::uint32_t> taken;
     std::vector<HotKeyID> requested;
     std::vector<HotKeyReference> unregistered;
@@ -129,6 +137,30 @@ TEST(HotkeyService, unregisteringTwiceGivesBackOnce) {
     service.unregisterAll();
     EXPECT_EQ(platform.unregistered.size(), 1U);
     EXPECT_TRUE(platform.held.empty());
+}
+
+TEST(HotkeyService, aPurposeIsToldBeforeItsCombinationIsRegistered) {
+    RecordingHotKeys platform;
+    HotkeyService service(platform);
+    service.registerHotKey(123, 6144, [] {}, {"left", "Left Half"});
+    service.registerHotKey(124, 6144, [] {});
+    EXPECT_EQ(platform.described, (std::vector{std::pair(idOf(1), std::string("Left Half"))}));
+}
+
+TEST(HotkeyService, aCombinationThatIsChangedElsewhereIsToldByItsId) {
+    RecordingHotKeys platform;
+    HotkeyService service(platform);
+    std::vector<std::pair<std::uint32_t, std::optional<KeyCombination>>> told;
+    service.onReassigned = [&](std::uint32_t id, const auto& to) { told.emplace_back(id, to); };
+    service.registerHotKey(123, 6144, [] {});
+    platform.reassign(idOf(1), KeyCombination{5, 6144});
+    platform.reassign(idOf(99), KeyCombination{6, 6144});
+    ASSERT_EQ(told.size(), 1U) << "not of what it does not hold";
+    EXPECT_EQ(told[0].first, 1U);
+    EXPECT_EQ(told[0].second, (KeyCombination{5, 6144}));
+    service.unregisterAll();
+    platform.reassign(idOf(1), std::nullopt);
+    EXPECT_EQ(told.size(), 1U);
 }
 
 TEST(HotkeyService, anActionMayRegisterAnew) {

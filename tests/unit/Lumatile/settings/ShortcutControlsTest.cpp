@@ -235,6 +235,16 @@ TEST_F(SettingsControls, aRefusedShortcutIsToldInItsRowAndOnThePage) {
     EXPECT_TRUE(shows("1 shortcut belongs to another program on this desktop."));
 }
 
+TEST_F(SettingsControls, aRefusedShortcutSaysWhoHasIt) {
+    open(SettingsSection::commands);
+    const UUID id = stage.model().commands()[0].id;
+    stage.model().setRefusedShortcuts({id}, {{id, "Switch to Desktop 1 of KWin"}});
+    stage.model().select(id);
+    EXPECT_TRUE(shows("This shortcut belongs to “Switch to Desktop 1 of KWin”"));
+    stage.model().setRefusedShortcuts({id});
+    EXPECT_TRUE(shows(SettingsTexts::refusedHere));
+}
+
 TEST_F(SettingsControls, aShortcutIsSwitchedOffAndRemoved) {
     open(SettingsSection::commands);
     stage.model().select(stage.model().commands()[0].id);
