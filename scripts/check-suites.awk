@@ -13,7 +13,7 @@ function may_use(own, other) {
     if (index(own "/", other "/") == 1) return 1
     if (other == "tests/support") return 1
     if (other == "tests/desktop/support") return own !~ /^tests\/(support|unit)(\/|$)/
-    if (other == "tests/desktop/support/kwin") {
+    if (other ~ /^tests\/desktop\/support\//) {
         return own !~ /^tests\/(support|unit)(\/|$)/ && own != "tests/desktop/support"
     }
     if (other == "benchmarks/support") return own ~ /^benchmarks\//

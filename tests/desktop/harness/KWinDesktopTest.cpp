@@ -7,6 +7,7 @@
 #include "tests/desktop/support/KeyPosition.h"
 #include "tests/desktop/support/kwin/ScreenPicture.h"
 #include "tests/desktop/support/kwin/SessionWait.h"
+#include "tests/desktop/support/kwin/WaylandPanel.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -160,6 +161,36 @@ TEST(KWinDesktop, outputsStandUprightAreScaledAndComeAndGo) {
     EXPECT_EQ(areas(), both);
     desktop.arrange({{.x = 0, .y = 0, .upright = true}, {.x = 1080, .y = 300}}, 1);
     EXPECT_EQ(areas().size(), 2U);
+}
+
+TEST(KWinDesktop, locksAreTurnedOnAndOff) {
+    KWinDesktop desktop;
+    for (const std::uint8_t lock : {Key::capsLock, Key::numLock}) {
+        for (const bool on : {true, false, true, true, false}) {
+            EXPECT_TRUE(desktop.input().setLock(lock, on)) << on;
+        }
+    }
+    EXPECT_FALSE(desktop.input().setLock(Key::a, true));
+}
+
+TEST(KWinDesktop, aPanelTakesItsRoomOnItsOutputAlone) {
+    KWinDesktop::Options options;
+    options.outputs = {{.x = 0, .y = 0}, {.x = 1920, .y = 0, .upright = true}};
+    KWinDesktop desktop(options);
+    const auto areIn = [&](const Rect& first, const Rect& second) {
+        return waitInSession([&] {
+            const auto screens = desktop.probe().screens();
+            return screens.at(0).usable == first && screens.at(1).usable == second;
+        });
+    };
+    const Rect landscape{0, 0, 1920, 1080};
+    const Rect portrait{1920, 0, 1080, 1920};
+    EXPECT_TRUE(areIn(landscape, portrait));
+    {
+        const WaylandPanel panel(desktop.server().socket(), "Virtual-1", 1080, 37);
+        EXPECT_TRUE(areIn(landscape, {1920, 0, 1080, 1920 - 37}));
+    }
+    EXPECT_TRUE(areIn(landscape, portrait));
 }
 
 TEST(KWinDesktop, startsAnewAfterACrash) {

@@ -1,18 +1,16 @@
-// Every command by its real shortcut, on every window manager, for every kind of window, on every
-// arrangement of screens: what was asked of the window manager, and what the window became.
+// Every command by its real shortcut, on every session, for every kind of window, on every
+// arrangement of screens: what was asked of the window system, and what the window became.
 
 #include <gtest/gtest.h>
 
-#include <map>
 #include <memory>
-#include <tuple>
+#include <ostream>
 
-#include "tests/desktop/support/SnapDesktop.h"
+#include "tests/desktop/support/KeyPosition.h"
+#include "tests/desktop/support/session/SessionKinds.h"
 
 namespace lumatile::desktop {
 namespace {
-
-using Kind = TestWindow::Kind;
 
 struct Arrangement {
     std::string name;
@@ -30,38 +28,53 @@ const std::vector<Arrangement>& arrangements() {
         {"portraitBesideLandscape", MonitorLayout::landscapeAndPortrait(), 1, 0},
         {"primaryAwayFromTheOrigin", MonitorLayout::portraitAndPrimaryLandscape(), 1, 1},
         {"leftOfThePrimary", MonitorLayout::portraitAndPrimaryLandscape(), 0, 1},
+        {"scaledBesidePortrait", MonitorLayout::scaledLandscapeAndPortrait(), 0, 0},
+        {"portraitBesideScaled", MonitorLayout::scaledLandscapeAndPortrait(), 1, 0},
     };
     return all;
 }
 
-const std::map<Kind, std::string> kindNames{{Kind::decorated, "decorated"},
-                                            {Kind::undecorated, "undecorated"},
-                                            {Kind::clientSide, "clientSide"},
-                                            {Kind::sizeIncrement, "sizeIncrement"}};
+struct Case {
+    const SessionKind* session = nullptr;
+    const Arrangement* arrangement = nullptr;
+    std::string windowKind;
+};
 
-using Parameter = std::tuple<WindowManager::Kind, std::size_t, Kind>;
+std::ostream& operator<<(std::ostream& stream, const Case& each) {
+    return stream << each.session->name << ", " << each.arrangement->name << ", "
+                  << each.windowKind;
+}
+
+std::vector<Case> cases() {
+    std::vector<Case> result;
+    for (const SessionKind& session : sessionKinds()) {
+        for (const Arrangement& arrangement : arrangements()) {
+            for (const std::string& windowKind : session.windowKinds) {
+                if (session.hasScales || arrangement.layout.scales.empty()) {
+                    result.push_back({&session, &arrangement, windowKind});
+                }
+            }
+        }
+    }
+    return result;
+}
 
 // A desktop serves all kinds of windows in turn; the next arrangement gets a new one.
-class EveryCommand : public testing::TestWithParam<Parameter> {
+class EveryCommand : public testing::TestWithParam<Case> {
 protected:
     static void TearDownTestSuite() { drop(); }
 
     void SetUp() override {
-        const auto [windowManager, index, kind] = GetParam();
-        if (!shared || sharedFor != std::pair(windowManager, index)) {
+        if (!shared || sharedFor != std::pair(GetParam().session, GetParam().arrangement)) {
             drop();
-            SnapDesktop::Setup setup;
-            setup.windowManager = windowManager;
+            SessionDesk::Setup setup;
             setup.layout = arrangement().layout;
             setup.panel = arrangement().panel;
-            shared = std::make_unique<SnapDesktop>(setup);
-            sharedFor = {windowManager, index};
+            shared = GetParam().session->start(setup);
+            sharedFor = {GetParam().session, GetParam().arrangement};
         }
-        TestWindow::Options options;
-        options.kind = kind;
-        const PixelRect screen = desktop().expected().visible(monitor());
-        options.area = {screen.x + 200, screen.y + 150, 640, 400};
-        window_ = desktop().desktop().openWindow(options);
+        const PixelRect screen = desk().expected().visible(monitor());
+        window_ = desk().open(GetParam().windowKind, {screen.x + 200, screen.y + 150, 640, 400});
         window_->place(free());
     }
 
@@ -79,153 +92,129 @@ protected:
         }
     }
 
-    SnapDesktop& desktop() { return *shared; }
-    const Arrangement& arrangement() { return arrangements()[std::get<1>(GetParam())]; }
+    SessionDesk& desk() { return *shared; }
+    SessionWindow& window() { return *window_; }
+    const Arrangement& arrangement() { return *GetParam().arrangement; }
     std::size_t monitor() { return arrangement().monitor; }
-    bool hasSteps() { return std::get<2>(GetParam()) == Kind::sizeIncrement; }
 
     // Somewhere in the middle of the screen; a size that a stepping window can have exactly.
     PixelRect free() {
-        const PixelRect screen = desktop().expected().visible(monitor());
+        const PixelRect screen = desk().expected().visible(monitor());
         return {screen.x + 101, screen.y + 203, 600, 450};
     }
 
-    bool isAt(const PixelRect& wanted, const PixelRect& frame) {
-        return hasSteps() ? TestWindow::isStepped(frame, wanted) : frame == wanted;
+    PixelRect area(std::string_view command) {
+        return desk().expected().area(defaultShortcut(command), monitor());
     }
 
     // With locks on and off in turn: they must not make a difference.
     void pressWithLocks(const DefaultShortcut& shortcut) {
         ++presses_;
-        ASSERT_TRUE(desktop().input().setLock(KeyPosition::capsLock, presses_ % 2 != 0));
-        ASSERT_TRUE(desktop().input().setLock(KeyPosition::numLock, presses_ % 4 >= 2));
-        desktop().press(shortcut);
+        ASSERT_TRUE(desk().setLock(KeyPosition::capsLock, presses_ % 2 != 0));
+        ASSERT_TRUE(desk().setLock(KeyPosition::numLock, presses_ % 4 >= 2));
+        desk().press(shortcut);
     }
 
     void expectSnap(const DefaultShortcut& shortcut, const PixelRect& wanted) {
         SCOPED_TRACE(std::string(shortcut.command));
-        const PixelRect before = window_->frame();
-        ASSERT_FALSE(isAt(wanted, before)) << "nothing to see: it is at " << before;
-        desktop().observer().forget();
+        const PixelRect before = window().frame();
+        ASSERT_FALSE(window().isAt(wanted)) << "nothing to see: it is at " << before;
+        desk().forget();
         pressWithLocks(shortcut);
-        ASSERT_TRUE(XClient::waitUntil([&] { return isAt(wanted, window_->frame()); }))
-            << "the window became " << window_->frame() << " instead of " << wanted;
-        const std::optional<PixelRect> asked =
-            askedFrame(desktop().observer(), window_->id(), before);
+        ASSERT_TRUE(desk().reaches(window(), wanted));
+        const std::optional<PixelRect> asked = window().asked(before);
         ASSERT_TRUE(asked.has_value());
-        EXPECT_TRUE(isAt(wanted, *asked)) << "asked for " << *asked << " instead of " << wanted;
-        for (const RootMessage& message :
-             desktop().observer().messages(window_->id(), "_NET_MOVERESIZE_WINDOW")) {
-            EXPECT_EQ(message.data[0] & 0xffU, 1U) << "north-west gravity: " << message;
-        }
+        EXPECT_TRUE(window().mayBecome(*asked, wanted))
+            << "asked for " << *asked << " instead of " << wanted;
     }
 
-    std::unique_ptr<TestWindow> window_;
-
 private:
-    static inline std::unique_ptr<SnapDesktop> shared;
-    static inline std::pair<WindowManager::Kind, std::size_t> sharedFor;
+    static inline std::unique_ptr<SessionDesk> shared;
+    static inline std::pair<const SessionKind*, const Arrangement*> sharedFor;
 
+    std::unique_ptr<SessionWindow> window_;
     int presses_ = 0;
 };
 
 TEST_P(EveryCommand, asksForItsTargetAndGetsIt) {
     for (const DefaultShortcut& shortcut : defaultShortcuts()) {
         if (shortcut.kind == DefaultShortcut::Kind::area) {
-            expectSnap(shortcut, desktop().expected().area(shortcut, monitor()));
+            expectSnap(shortcut, desk().expected().area(shortcut, monitor()));
             if (HasFatalFailure()) {
                 return;
             }
         }
     }
     // Nothing comes after the last target either.
-    const PixelRect last = window_->frame();
-    ASSERT_TRUE(desktop().settle(*window_));
-    EXPECT_EQ(window_->frame(), last);
+    const PixelRect last = window().frame();
+    ASSERT_TRUE(desk().settle(window()));
+    EXPECT_EQ(window().frame(), last);
 }
 
 TEST_P(EveryCommand, centersWithoutResizing) {
-    const PixelRect before = window_->frame();
-    const PixelRect wanted = desktop().expected().centered(before, monitor());
-    desktop().observer().forget();
+    const PixelRect before = window().frame();
+    const PixelRect wanted = desk().expected().centered(before, monitor());
+    desk().forget();
     pressWithLocks(defaultShortcut("center"));
-    EXPECT_TRUE(reaches(*window_, wanted));
-    EXPECT_EQ(askedFrame(desktop().observer(), window_->id(), before), wanted);
-    ASSERT_TRUE(desktop().settle(*window_));
-    EXPECT_EQ(window_->frame(), wanted);
+    EXPECT_TRUE(desk().waitUntil([&] { return window().frame() == wanted; })) << window().frame();
+    EXPECT_EQ(window().asked(before), wanted);
+    ASSERT_TRUE(desk().settle(window()));
+    EXPECT_EQ(window().frame(), wanted);
 }
 
 TEST_P(EveryCommand, restoresTheFrameBeforeTheLastCommandAndBack) {
-    const PixelRect before = window_->frame();
-    expectSnap(defaultShortcut("topLeft"),
-               desktop().expected().area(defaultShortcut("topLeft"), monitor()));
-    expectSnap(defaultShortcut("rightThird"),
-               desktop().expected().area(defaultShortcut("rightThird"), monitor()));
-    const PixelRect snapped = window_->frame();
-    const PixelRect earlier = [&] {
-        pressWithLocks(defaultShortcut("restore"));
-        EXPECT_TRUE(XClient::waitUntil([&] {
-            return isAt(desktop().expected().area(defaultShortcut("topLeft"), monitor()),
-                        window_->frame());
-        })) << window_->frame();
-        return window_->frame();
-    }();
+    const PixelRect before = window().frame();
+    expectSnap(defaultShortcut("topLeft"), area("topLeft"));
+    expectSnap(defaultShortcut("rightThird"), area("rightThird"));
+    const PixelRect snapped = window().frame();
+    pressWithLocks(defaultShortcut("restore"));
+    EXPECT_TRUE(desk().reaches(window(), area("topLeft")));
+    const PixelRect earlier = window().frame();
     EXPECT_NE(earlier, before);
+    const auto comesTo = [&](const PixelRect& wanted) {
+        return desk().waitUntil([&] { return window().frame() == wanted; });
+    };
     pressWithLocks(defaultShortcut("restore"));
-    EXPECT_TRUE(reaches(*window_, snapped));
+    EXPECT_TRUE(comesTo(snapped)) << window().frame();
     pressWithLocks(defaultShortcut("restore"));
-    EXPECT_TRUE(reaches(*window_, earlier));
+    EXPECT_TRUE(comesTo(earlier)) << window().frame();
 }
 
 TEST_P(EveryCommand, restoreLeavesAWindowThatWasNeverSnapped) {
-    const PixelRect before = window_->frame();
-    desktop().observer().forget();
+    const PixelRect before = window().frame();
+    desk().forget();
     pressWithLocks(defaultShortcut("restore"));
-    ASSERT_TRUE(desktop().settle(*window_));
-    EXPECT_EQ(window_->frame(), before);
-    EXPECT_EQ(desktop().observer().messages(window_->id(), "_NET_MOVERESIZE_WINDOW").size(), 0U);
+    ASSERT_TRUE(desk().settle(window()));
+    EXPECT_EQ(window().frame(), before);
+    EXPECT_EQ(window().timesAsked(), 0U);
 }
 
 TEST_P(EveryCommand, movesToTheNeighbouringDisplayAndBack) {
-    const PixelRect before = window_->frame();
+    const PixelRect before = window().frame();
     const bool alone = arrangement().layout.monitors.size() < 2;
     const std::size_t other = alone ? monitor() : 1 - monitor();
-    const PixelRect there = alone ? before : desktop().expected().moved(before, monitor(), other);
-    desktop().observer().forget();
+    const PixelRect there = alone ? before : desk().expected().moved(before, monitor(), other);
+    desk().forget();
     pressWithLocks(defaultShortcut("nextDisplay"));
-    ASSERT_TRUE(XClient::waitUntil([&] { return isAt(there, window_->frame()); }))
-        << "the window became " << window_->frame() << " instead of " << there;
-    ASSERT_TRUE(desktop().settle(*window_));
-    EXPECT_TRUE(isAt(there, window_->frame())) << window_->frame();
+    ASSERT_TRUE(desk().reaches(window(), there));
+    ASSERT_TRUE(desk().settle(window()));
+    EXPECT_TRUE(window().isAt(there)) << window().frame();
     if (alone) {
-        EXPECT_EQ(desktop().observer().messages(window_->id(), "_NET_MOVERESIZE_WINDOW").size(),
-                  0U);
+        EXPECT_EQ(window().timesAsked(), 0U);
     }
     pressWithLocks(defaultShortcut("previousDisplay"));
-    ASSERT_TRUE(XClient::waitUntil([&] {
-        const PixelRect frame = window_->frame();
-        return hasSteps() ? frame.x == before.x && frame.y == before.y : frame == before;
+    // A window with steps may have lost one on the way.
+    ASSERT_TRUE(desk().waitUntil([&] {
+        const PixelRect frame = window().frame();
+        return window().hasSteps() ? frame.x == before.x && frame.y == before.y : frame == before;
     })) << "the window became "
-        << window_->frame() << " instead of " << before;
+        << window().frame() << " instead of " << before;
 }
 
-std::vector<std::size_t> arrangementIndices() {
-    std::vector<std::size_t> indices(arrangements().size());
-    for (std::size_t index = 0; index < indices.size(); ++index) {
-        indices[index] = index;
-    }
-    return indices;
-}
-
-INSTANTIATE_TEST_SUITE_P(Desktop, EveryCommand,
-                         testing::Combine(testing::ValuesIn(WindowManager::kinds),
-                                          testing::ValuesIn(arrangementIndices()),
-                                          testing::Values(Kind::decorated, Kind::undecorated,
-                                                          Kind::clientSide, Kind::sizeIncrement)),
-                         [](const testing::TestParamInfo<Parameter>& each) {
-                             return toString(std::get<0>(each.param)) + "_" +
-                                    arrangements()[std::get<1>(each.param)].name + "_" +
-                                    kindNames.at(std::get<2>(each.param));
+INSTANTIATE_TEST_SUITE_P(Desktop, EveryCommand, testing::ValuesIn(cases()),
+                         [](const testing::TestParamInfo<Case>& each) {
+                             return each.param.session->name + "_" + each.param.arrangement->name +
+                                    "_" + each.param.windowKind;
                          });
 
 }  // namespace

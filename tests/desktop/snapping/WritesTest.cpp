@@ -45,8 +45,11 @@ private:
         if (!isOrdinary) {
             return;
         }
-        const std::size_t asked =
-            desktop.observer().messages(window.id(), "_NET_MOVERESIZE_WINDOW").size();
+        const auto messages = desktop.observer().messages(window.id(), "_NET_MOVERESIZE_WINDOW");
+        for (const RootMessage& message : messages) {
+            EXPECT_EQ(message.data[0] & 0xffU, 1U) << "north-west gravity: " << message;
+        }
+        const std::size_t asked = messages.size();
         // The window manager reports a change from its frame's side and from the client's.
         const std::size_t reported = window.configurations().size();
         RecordProperty(std::string(command) + "_asked", static_cast<int>(asked));

@@ -167,4 +167,15 @@ bool LumatileProcess::isClean(const std::optional<ChildProcess::Exit>& exit) {
     return exit == ChildProcess::Exit{0, 0};
 }
 
+std::string complaintAboutEnd(LumatileProcess& program) {
+    const auto exit = program.stop();
+    if (LumatileProcess::isClean(exit)) {
+        return {};
+    }
+    return "it ended with " +
+           (exit && exit->status ? "status " + std::to_string(*exit->status)
+                                 : "signal " + std::to_string(exit ? exit->signal : 0)) +
+           ":\n" + program.output();
+}
+
 }  // namespace lumatile::desktop

@@ -61,4 +61,8 @@ private:
     ChildProcess process_;
 };
 
+/// Asks the program to end.
+/// @return what is wrong with how it ended; empty when nothing is
+std::string complaintAboutEnd(LumatileProcess& program);
+
 }  // namespace lumatile::desktop

@@ -23,6 +23,10 @@ MonitorLayout MonitorLayout::landscapeAndPortrait() {
     return {"landscapeAndPortrait", {{0, 0, 1920, 1080}, {1920, 0, 1080, 1920}}, 0};
 }
 
+MonitorLayout MonitorLayout::scaledLandscapeAndPortrait() {
+    return {"scaledLandscapeAndPortrait", {{0, 0, 1280, 720}, {1280, 0, 1080, 1920}}, 0, {1.5, 1}};
+}
+
 MonitorLayout MonitorLayout::portraitAndPrimaryLandscape() {
     return {"portraitAndPrimaryLandscape", {{0, 0, 1080, 1920}, {1080, 300, 1920, 1080}}, 1};
 }

@@ -12,6 +12,9 @@ struct MonitorLayout {
     std::string name;
     std::vector<PixelRect> monitors;  ///< In root coordinates.
     std::size_t primary = 0;          ///< Index of the primary monitor.
+    /// Device pixels per pixel of the layout, of each monitor; empty: 1 for all. For sessions that
+    /// have such monitors.
+    std::vector<double> scales{};
 
     bool operator==(const MonitorLayout&) const = default;
 
@@ -26,6 +29,9 @@ struct MonitorLayout {
 
     /// Landscape, primary, with a portrait monitor on its right.
     static MonitorLayout landscapeAndPortrait();
+
+    /// The same with the landscape monitor scaled: 1.5 × 1280 × 720.
+    static MonitorLayout scaledLandscapeAndPortrait();
 
     /// Portrait at the root's origin and the primary landscape monitor on its right and lower: the
     /// primary corner is not the root's.

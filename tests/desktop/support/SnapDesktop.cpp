@@ -47,17 +47,7 @@ bool SnapDesktop::settle(TestWindow& window) {
     return answered;
 }
 
-std::string SnapDesktop::endProgram() {
-    const auto exit = program_->stop();
-    std::string complaint;
-    if (!LumatileProcess::isClean(exit)) {
-        complaint = "it ended with " +
-                    (exit && exit->status ? "status " + std::to_string(*exit->status)
-                                          : "signal " + std::to_string(exit ? exit->signal : 0)) +
-                    ":\n" + program_->output();
-    }
-    return complaint;
-}
+std::string SnapDesktop::endProgram() { return complaintAboutEnd(*program_); }
 
 testing::AssertionResult reaches(TestWindow& window, const PixelRect& wanted) {
     if (XClient::waitUntil([&] { return window.frame() == wanted; }, Deadline::usual())) {

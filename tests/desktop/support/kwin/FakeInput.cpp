@@ -1,12 +1,14 @@
 #include "tests/desktop/support/kwin/FakeInput.h"
 
 #include <fake-input-client-protocol.h>
+#include <keystate-client-protocol.h>
 #include <linux/input-event-codes.h>
 #include <wayland-client.h>
 
 #include <array>
+#include <optional>
 
-#include "tests/desktop/support/DesktopError.h"
+#include "tests/desktop/support/KeyPosition.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -23,12 +25,33 @@ std::uint32_t codeOf(std::uint8_t button) {
     return codes.at(button - 1U);
 }
 
+std::optional<std::uint32_t> lockOf(std::uint8_t key) {
+    switch (key) {
+        case KeyPosition::capsLock:
+            return ORG_KDE_KWIN_KEYSTATE_KEY_CAPSLOCK;
+        case KeyPosition::numLock:
+            return ORG_KDE_KWIN_KEYSTATE_KEY_NUMLOCK;
+        default:
+            return std::nullopt;
+    }
+}
+
 }  // namespace
+
+struct FakeInput::LockNews {
+    static void told(void* self, org_kde_kwin_keystate* /*locks*/, std::uint32_t key,
+                     std::uint32_t state) {
+        static_cast<FakeInput*>(self)->locked_[key] = state != ORG_KDE_KWIN_KEYSTATE_STATE_UNLOCKED;
+    }
+    static constexpr org_kde_kwin_keystate_listener listener{told};
+};
 
 FakeInput::FakeInput(const std::string& socket)
     : WaylandClient(socket),
       input_(static_cast<org_kde_kwin_fake_input*>(
-          bindOnly(org_kde_kwin_fake_input_interface, version))) {
+          bindOnly(org_kde_kwin_fake_input_interface, version))),
+      locks_(static_cast<org_kde_kwin_keystate*>(bindOnly(org_kde_kwin_keystate_interface, 1))) {
+    org_kde_kwin_keystate_add_listener(locks_, &LockNews::listener, this);
     org_kde_kwin_fake_input_authenticate(input_, "tests", "hands of a user");
     roundTrip();
 }
@@ -43,6 +66,8 @@ FakeInput::~FakeInput() {
         }
         wl_display_roundtrip(display());
     }
+    // Of a version that knows no farewell.
+    wl_proxy_destroy(reinterpret_cast<wl_proxy*>(locks_));
     org_kde_kwin_fake_input_destroy(input_);
 }
 
@@ -75,6 +100,22 @@ void FakeInput::press(std::span<const std::uint8_t> modifiers, std::uint8_t key)
         sendKey(modifier, false);
     }
     roundTrip();
+}
+
+bool FakeInput::setLock(std::uint8_t lockKey, bool on) {
+    const std::optional<std::uint32_t> lock = lockOf(lockKey);
+    if (!lock) {
+        return false;
+    }
+    const auto isOn = [&] {
+        org_kde_kwin_keystate_fetchStates(locks_);
+        roundTrip();
+        return locked_[*lock];
+    };
+    if (isOn() != on) {
+        press({}, lockKey);
+    }
+    return isOn() == on;
 }
 
 void FakeInput::movePointer(double x, double y) {

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <span>
 #include <vector>
 
 #include "tests/desktop/support/kwin/WaylandClient.h"
 
 struct org_kde_kwin_fake_input;
+struct org_kde_kwin_keystate;
 
 namespace lumatile::desktop {
 
@@ -28,6 +30,10 @@ public:
     /// Holds the modifiers, presses and releases the key, lets go of the modifiers.
     void press(std::span<const std::uint8_t> modifiers, std::uint8_t key);
 
+    /// Turns a lock on or off by pressing its key, where it is not so already.
+    /// @return false for a key that locks nothing
+    bool setLock(std::uint8_t lockKey, bool on);
+
     /// To a place of the compositor's space, logical pixels.
     void movePointer(double x, double y);
 
@@ -42,7 +48,11 @@ private:
     void sendKey(std::uint8_t key, bool down);
     void sendButton(std::uint8_t button, bool down);
 
+    struct LockNews;
+
     org_kde_kwin_fake_input* input_;
+    org_kde_kwin_keystate* locks_;
+    std::map<std::uint32_t, bool> locked_;  // As the compositor told it last.
     std::vector<std::uint8_t> heldKeys_;
     std::vector<std::uint8_t> heldButtons_;
 };

@@ -30,6 +30,9 @@ public:
     /// Returns when everything that KWin had done by now is known here.
     void sync() { order("sync", nlohmann::json::object()); }
 
+    /// The text of the last order, as it went over the bus.
+    const std::string& lastOrder() const { return next_; }
+
     /// All windows that KWin manages, by their ids.
     const std::map<std::string, WindowState>& windows() const { return windows_; }
 

@@ -28,6 +28,9 @@ public:
     KWinServer(const KWinServer&) = delete;
     KWinServer& operator=(const KWinServer&) = delete;
 
+    /// Ends it as a crash does: asked politely it may wait for its X server for 5 s.
+    ~KWinServer() { crash(); }
+
     pid_t pid() const { return process_.pid(); }
     bool isRunning() { return process_.isRunning(); }
 

@@ -1,0 +1,188 @@
+#include "tests/desktop/support/session/KWinSessionDesk.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "tests/desktop/support/DesktopError.h"
+#include "tests/desktop/support/kwin/SessionWait.h"
+
+namespace lumatile::desktop {
+namespace {
+
+constexpr const char* nativeDecorated = "nativeDecorated";
+constexpr const char* nativeClientSide = "nativeClientSide";
+constexpr const char* decoratedOnX = "decoratedOnX";
+
+Rect rectOf(const PixelRect& rect) {
+    return {static_cast<double>(rect.x), static_cast<double>(rect.y),
+            static_cast<double>(rect.width), static_cast<double>(rect.height)};
+}
+
+PixelRect pixelsOf(const Rect& rect) {
+    return {static_cast<int>(std::floor(rect.x)), static_cast<int>(std::floor(rect.y)),
+            static_cast<int>(std::floor(rect.width)), static_cast<int>(std::floor(rect.height))};
+}
+
+/// Any window, by the id that KWin has for it; its program lives as long as this.
+class KWinSessionWindow : public SessionWindow {
+public:
+    KWinSessionWindow(KWinProbe& probe, OverheardOrders& orders, std::string id)
+        : probe_(probe), orders_(orders), id_(std::move(id)) {}
+
+    PixelRect frame() override { return pixelsOf(exact()); }
+    bool isAt(const PixelRect& wanted) override { return exact() == rectOf(wanted); }
+    void place(const PixelRect& wanted) override {
+        probe_.place(id_, rectOf(wanted));
+        if (!waitInSession([&] { return isAt(wanted); })) {
+            throw DesktopError("the window is not where it was placed, but at " +
+                               toString(frame()));
+        }
+    }
+    void activate() override {
+        probe_.activate(id_);
+        if (!waitInSession([&] { return state().active; })) {
+            throw DesktopError("the window does not become active");
+        }
+    }
+    std::optional<PixelRect> asked(const PixelRect& before) override {
+        const auto placings = orders_.placings(id_);
+        if (placings.empty()) {
+            return std::nullopt;
+        }
+        Rect asked = rectOf(before);
+        for (const OverheardOrders::Placing& placing : placings) {
+            asked = placing.appliedTo(asked);
+        }
+        return pixelsOf(asked);
+    }
+    std::size_t timesAsked() override { return orders_.placings(id_).size(); }
+
+    const std::string& id() const { return id_; }
+
+    WindowState state() const {
+        const auto state = probe_.window(id_);
+        if (!state) {
+            throw DesktopError("the window is gone");
+        }
+        return *state;
+    }
+
+    void keep(std::unique_ptr<NativeWindow> program) { native_ = std::move(program); }
+    void keep(std::unique_ptr<TestWindow> window) { onX_ = std::move(window); }
+
+private:
+    Rect exact() const { return state().frame; }
+
+    KWinProbe& probe_;
+    OverheardOrders& orders_;
+    std::string id_;
+    std::unique_ptr<NativeWindow> native_;
+    std::unique_ptr<TestWindow> onX_;
+};
+
+KWinDesktop::Options optionsOf(const SessionDesk::Setup& setup) {
+    const MonitorLayout& layout = setup.layout;
+    KWinDesktop::Options options;
+    options.outputs.clear();
+    options.primary = layout.primary;
+    for (std::size_t index = 0; index < layout.monitors.size(); ++index) {
+        const PixelRect& monitor = layout.monitors[index];
+        const double scale = layout.scales.empty() ? 1 : layout.scales.at(index);
+        const bool upright = monitor.height > monitor.width;
+        const auto longer = static_cast<int>(std::max(monitor.width, monitor.height) * scale);
+        const auto shorter = static_cast<int>(std::min(monitor.width, monitor.height) * scale);
+        if (index > 0 && (longer != options.width || shorter != options.height)) {
+            throw DesktopError("outputs of different sizes");
+        }
+        options.width = longer;
+        options.height = shorter;
+        options.outputs.push_back({monitor.x, monitor.y, scale, upright, true});
+    }
+    return options;
+}
+
+}  // namespace
+
+KWinSessionDesk::KWinSessionDesk(const Setup& setup)
+    : desktop_(optionsOf(setup)),
+      orders_(desktop_.session(), desktop_.probe()),
+      layout_(setup.layout),
+      expected_(setup.layout) {
+    if (setup.panel) {
+        const PixelRect& monitor = layout_.monitors.at(*setup.panel);
+        panel_ = std::make_unique<WaylandPanel>(desktop_.server().socket(),
+                                                "Virtual-" + std::to_string(*setup.panel),
+                                                monitor.width, panelHeight);
+        expected_.reserve(*setup.panel, panelHeight);
+    }
+    program_ =
+        std::make_unique<LumatileProcess>(desktop_.session(), LUMATILE_PROGRAM, setup.settings);
+}
+
+std::vector<std::string> KWinSessionDesk::windowKinds() {
+    return {nativeDecorated, nativeClientSide, decoratedOnX};
+}
+
+std::unique_ptr<SessionWindow> KWinSessionDesk::open(const std::string& kind,
+                                                     const PixelRect& area) {
+    std::unique_ptr<KWinSessionWindow> window;
+    if (kind == decoratedOnX) {
+        TestWindow::Options options;
+        options.area = area;
+        auto onX = desktop_.openXWindow(options);
+        const auto seen =
+            desktop_.probe().find([&](const WindowState& state) { return state.xid == onX->id(); });
+        window = std::make_unique<KWinSessionWindow>(desktop_.probe(), orders_, seen.value().id);
+        window->keep(std::move(onX));
+    } else {
+        NativeWindow::Options options;
+        options.toolkit =
+            kind == nativeClientSide ? NativeWindow::Toolkit::gtk : NativeWindow::Toolkit::qt;
+        options.width = area.width;
+        options.height = area.height;
+        auto native = desktop_.openWindow(options);
+        window = std::make_unique<KWinSessionWindow>(desktop_.probe(), orders_, native->id());
+        window->keep(std::move(native));
+    }
+    return window;
+}
+
+void KWinSessionDesk::press(const DefaultShortcut& shortcut) {
+    desktop_.input().press(shortcut.modifiers(), shortcut.key);
+}
+
+bool KWinSessionDesk::setLock(std::uint8_t lockKey, bool on) {
+    return desktop_.input().setLock(lockKey, on);
+}
+
+bool KWinSessionDesk::follows(SessionWindow& window, const PixelRect& before) {
+    const auto& known = dynamic_cast<KWinSessionWindow&>(window);
+    return known.state().moving && window.frame() != before;
+}
+
+bool KWinSessionDesk::waitUntil(const std::function<bool()>& condition, Deadline deadline) {
+    return waitInSession(condition, deadline);
+}
+
+bool KWinSessionDesk::settle() {
+    const PixelRect whole = expected_.area(defaultShortcut("maximize"), 0);
+    const PixelRect& screen = layout_.monitors.front();
+    TestWindow::Options options;
+    options.area = {screen.x + 300, screen.y + 200, 400, 300};
+    options.kind = TestWindow::Kind::undecorated;
+    options.title = "marker";
+    const std::unique_ptr<TestWindow> marker = desktop_.openXWindow(options);
+    const auto seen = [&] {
+        return desktop_.probe().find(
+            [&](const WindowState& state) { return state.xid == marker->id(); });
+    };
+    // A shortcut that was still on its way may reach the marker, too; this one comes after it.
+    press("maximize");
+    const bool answered = waitInSession([&] { return seen() && seen()->frame == rectOf(whole); });
+    marker->close();
+    const bool isForgotten = waitInSession([&] { return !seen(); });
+    return answered && isForgotten;
+}
+
+}  // namespace lumatile::desktop

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "tests/desktop/support/kwin/KWinDesktop.h"
+#include "tests/desktop/support/kwin/OverheardOrders.h"
+#include "tests/desktop/support/kwin/WaylandPanel.h"
+#include "tests/desktop/support/session/SessionDesk.h"
+
+namespace lumatile::desktop {
+
+/// A private KWin Wayland session as a session of the tables of cases.
+class KWinSessionDesk : public SessionDesk {
+public:
+    explicit KWinSessionDesk(const Setup& setup);
+
+    /// Names of the kinds of windows that `open` knows.
+    static std::vector<std::string> windowKinds();
+
+    KWinDesktop& desktop() { return desktop_; }
+
+    const ExpectedFrame& expected() const override { return expected_; }
+    LumatileProcess& program() override { return *program_; }
+    std::unique_ptr<SessionWindow> open(const std::string& kind, const PixelRect& area) override;
+    using SessionDesk::press;
+    void press(const DefaultShortcut& shortcut) override;
+    bool setLock(std::uint8_t lockKey, bool on) override;
+    void movePointer(int x, int y) override { desktop_.input().movePointer(x, y); }
+    void buttonDown() override { desktop_.input().buttonDown(); }
+    void buttonUp() override { desktop_.input().buttonUp(); }
+    void pressKey(std::uint8_t key) override { desktop_.input().press({}, key); }
+    bool follows(SessionWindow& window, const PixelRect& before) override;
+    void forget() override { orders_.forget(); }
+    void roundTrip() override { desktop_.probe().sync(); }
+    bool waitUntil(const std::function<bool()>& condition, Deadline deadline) override;
+    using SessionDesk::settle;
+    bool settle() override;
+
+private:
+    KWinDesktop desktop_;
+    OverheardOrders orders_;
+    MonitorLayout layout_;
+    ExpectedFrame expected_;
+    std::unique_ptr<WaylandPanel> panel_;
+    std::unique_ptr<LumatileProcess> program_;
+};
+
+}  // namespace lumatile::desktop

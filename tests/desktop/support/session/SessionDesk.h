@@ -1,0 +1,96 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "tests/desktop/support/Deadline.h"
+#include "tests/desktop/support/DefaultShortcuts.h"
+#include "tests/desktop/support/ExpectedFrame.h"
+#include "tests/desktop/support/LumatileProcess.h"
+#include "tests/desktop/support/MonitorLayout.h"
+#include "tests/desktop/support/session/SessionWindow.h"
+
+namespace lumatile::desktop {
+
+/// A private desktop with the program running on it, as tables of cases know it: whatever the
+/// window system, cases are written against this.
+class SessionDesk {
+public:
+    struct Setup {
+        MonitorLayout layout = MonitorLayout::landscape();
+        /// Monitor that has a panel along its lower edge.
+        std::optional<std::size_t> panel = std::nullopt;
+        LumatileProcess::Settings settings{};
+        /// Whether windows are dragged: what the desktop tiles by itself at an edge and cannot be
+        /// undone is off then.
+        bool isForDrags = false;
+    };
+
+    static constexpr int panelHeight = 37;  ///< Odd, so that halves do not come out even.
+
+    SessionDesk() = default;
+    SessionDesk(const SessionDesk&) = delete;
+    SessionDesk& operator=(const SessionDesk&) = delete;
+    virtual ~SessionDesk() = default;
+
+    virtual const ExpectedFrame& expected() const = 0;
+    virtual LumatileProcess& program() = 0;
+
+    /// A new window of one of the session's kinds, active, somewhere near `area`.
+    /// @param kind of `SessionKind::windowKinds`
+    virtual std::unique_ptr<SessionWindow> open(const std::string& kind, const PixelRect& area) = 0;
+
+    /// Presses the default shortcut of the command.
+    virtual void press(const DefaultShortcut& shortcut) = 0;
+    void press(std::string_view command) { press(defaultShortcut(command)); }
+
+    /// Turns a lock on or off by pressing its key, where it is not so already.
+    /// @return false for a key that locks nothing
+    virtual bool setLock(std::uint8_t lockKey, bool on) = 0;
+
+    virtual void movePointer(int x, int y) = 0;
+    virtual void buttonDown() = 0;
+    virtual void buttonUp() = 0;
+    virtual void pressKey(std::uint8_t key) = 0;
+
+    /// Whether `window` is being moved by the user's hand.
+    /// @param before where it was when it was gripped
+    virtual bool follows(SessionWindow& window, const PixelRect& before) = 0;
+
+    /// Forgets what the program asked for so far.
+    virtual void forget() = 0;
+
+    /// Returns when the window system has dealt with everything that was done on it.
+    virtual void roundTrip() = 0;
+
+    /// Waits until `condition` holds, which is looked at whenever something happens.
+    virtual bool waitUntil(const std::function<bool()>& condition,
+                           Deadline deadline = Deadline::usual()) = 0;
+
+    /// Returns when the program has dealt with every shortcut that was pressed before, and with the
+    /// mouse. It snaps a window of our own.
+    /// @return false when it does not answer
+    virtual bool settle() = 0;
+    /// The same, and gives the focus back to `window`.
+    bool settle(SessionWindow& window);
+
+    /// Returns when the program has dealt with what the window system has told it so far, and
+    /// rests. Asks nothing of it, so that it can be used in the middle of a drag.
+    /// @return false when it does not come to rest
+    bool awaitProgram();
+
+    /// Whether the window gets to `wanted` in time; a failure says where it is instead.
+    testing::AssertionResult reaches(SessionWindow& window, const PixelRect& wanted);
+
+    /// Ends the program.
+    /// @return what is wrong with how it ended; empty when nothing is
+    std::string endProgram();
+};
+
+}  // namespace lumatile::desktop

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/desktop/support/session/SessionDesk.h"
+
+namespace lumatile::desktop {
+
+/// A session on which the tables of cases run.
+struct SessionKind {
+    std::string name;  ///< Part of the tests' names: "openbox", "plasma" …
+    std::vector<std::string> windowKinds;
+    bool hasScales = false;  ///< Whether monitors can have a scale other than 1.
+    std::function<std::unique_ptr<SessionDesk>(const SessionDesk::Setup&)> start;
+};
+
+/// All of them: every window manager on an X server, then the Wayland sessions.
+const std::vector<SessionKind>& sessionKinds();
+
+/// A session as the parameter of a test suite; its name is part of the test's.
+class OnEverySession : public testing::TestWithParam<SessionKind> {};
+
+/// For messages of the test library.
+std::ostream& operator<<(std::ostream& stream, const SessionKind& kind);
+
+std::string nameOfSession(const testing::TestParamInfo<SessionKind>& kind);
+
+}  // namespace lumatile::desktop

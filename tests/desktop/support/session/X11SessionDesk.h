@@ -1,0 +1,43 @@
+#pragma once
+
+#include "tests/desktop/support/SnapDesktop.h"
+#include "tests/desktop/support/session/SessionDesk.h"
+
+namespace lumatile::desktop {
+
+/// A window manager on a private X server as a session of the tables of cases.
+class X11SessionDesk : public SessionDesk {
+public:
+    X11SessionDesk(WindowManager::Kind windowManager, const Setup& setup);
+
+    /// Names of the kinds of windows that `open` knows.
+    static std::vector<std::string> windowKinds();
+
+    SnapDesktop& desktop() { return desktop_; }
+
+    const ExpectedFrame& expected() const override { return desktop_.expected(); }
+    LumatileProcess& program() override { return desktop_.program(); }
+    std::unique_ptr<SessionWindow> open(const std::string& kind, const PixelRect& area) override;
+    using SessionDesk::press;
+    void press(const DefaultShortcut& shortcut) override { desktop_.press(shortcut); }
+    bool setLock(std::uint8_t lockKey, bool on) override {
+        return desktop_.input().setLock(lockKey, on);
+    }
+    void movePointer(int x, int y) override;
+    void buttonDown() override { desktop_.input().buttonDown(); }
+    void buttonUp() override;
+    void pressKey(std::uint8_t key) override { desktop_.input().press({}, key); }
+    bool follows(SessionWindow& window, const PixelRect& before) override;
+    void forget() override { desktop_.observer().forget(); }
+    void roundTrip() override { desktop_.observer().roundTrip(); }
+    bool waitUntil(const std::function<bool()>& condition, Deadline deadline) override {
+        return XClient::waitUntil(condition, deadline);
+    }
+    using SessionDesk::settle;
+    bool settle() override { return desktop_.settle(); }
+
+private:
+    SnapDesktop desktop_;
+};
+
+}  // namespace lumatile::desktop
