@@ -45,12 +45,14 @@ void PanelProtection::apply(const OLEDSettings& settings, bool exaggerated) {
         dimmer_->config = dimmerConfig();
     }
     if (oledRunning_) {
+        expectDimming();
         restartOrbitTimer();
     }
 }
 
 void PanelProtection::start() {
     oledRunning_ = true;
+    expectDimming();
     restartOrbitTimer();
     if (!dimmer_) {
         dimSurface_ = std::make_shared<ScreenDimSurface>(platform_.dimOverlays, platform_.runLoop);
@@ -70,6 +72,7 @@ void PanelProtection::stop() {
         meetReturnedWindows();
     }
     homes_.stop();
+    platform_.inputState.expectDimming(std::nullopt);
     if (dimSurface_) {
         dimSurface_->setLevel(0);
     }
@@ -107,6 +110,12 @@ IdleDimmer::Config PanelProtection::dimmerConfig() const {
     return {std::max(leastIdleThreshold, threshold),
             std::min(std::max(0.0, settings_.idleDimStrength), 1.0),
             exaggerated_ ? exaggeratedRamp : usualRamp, settings_.idleDimEnabled};
+}
+
+void PanelProtection::expectDimming() {
+    const IdleDimmer::Config dim = dimmerConfig();
+    platform_.inputState.expectDimming(dim.enabled ? std::optional(dim.idleThreshold)
+                                                   : std::nullopt);
 }
 
 /// A tick comes a little early or late. One that comes a millisecond before a step is due would put

@@ -77,6 +77,7 @@ private:
     void restartOrbitTimer();
     OrbitPacer freshPacer() const;
     IdleDimmer::Config dimmerConfig() const;
+    void expectDimming();
     void tickOrbit();
     double timeOfTick(double now);
     void step(double now);

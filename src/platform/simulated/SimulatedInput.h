@@ -13,6 +13,7 @@ public:
     explicit SimulatedInput(const SimulatedClock& clock) : clock_(clock) {}
 
     std::optional<double> idleSeconds() override;
+    void expectDimming(std::optional<double> idleThreshold) override { dimsAfter_ = idleThreshold; }
     bool isDragButtonDown() override { return isButtonDown_; }
 
     /// A key, a scroll, a movement of the pointer.
@@ -24,11 +25,15 @@ public:
     /// Whether the session tells how long there has been no input.
     void setTelling(bool telling) { isTelling_ = telling; }
 
+    /// Seconds without input after which the program has said that it will darken the screens.
+    std::optional<double> dimsAfter() const { return dimsAfter_; }
+
 private:
     const SimulatedClock& clock_;
     SimulatedClock::Nanoseconds lastInput_ = 0;
     bool isButtonDown_ = false;
     bool isTelling_ = true;
+    std::optional<double> dimsAfter_;
 };
 
 }  // namespace lumatile

@@ -1,43 +1,31 @@
 #pragma once
 
-#include <chrono>
 #include <functional>
 #include <memory>
-#include <string>
 
 #include "platform/wayland/WaylandConnection.h"
-#include "tests/desktop/support/ChildProcess.h"
 #include "tests/desktop/support/Deadline.h"
-#include "tests/desktop/support/PrivateSession.h"
+#include "tests/desktop/support/kwin/KWinDesktop.h"
 
 namespace lumatile::desktop {
 
-/// KWin as a Wayland compositor without any hardware, and the program's connection to it.
-class WaylandDesk {
+/// A private desktop and the program's own connection to its compositor.
+class WaylandDesk : public KWinDesktop {
 public:
-    struct Outputs {
-        int count = 2;  ///< Side by side, each of 1280 x 800 pixels.
-        double scale = 1;
-    };
+    WaylandDesk() : WaylandDesk(Options{}) {}
+    explicit WaylandDesk(const Options& options);
 
-    /// @param prepare what is to be done in the session before the compositor starts
-    explicit WaylandDesk(const Outputs& outputs,
-                         const std::function<void(PrivateSession&)>& prepare = {});
+    WaylandConnection& connection() { return *connection_; }
 
-    const std::unique_ptr<WaylandConnection>& connection() const { return connection_; }
-    PrivateSession& session() { return session_; }
-    ChildProcess& compositor() { return compositor_; }
-
-    /// The compositor's socket.
-    std::string socket() const;
-
-    /// Serves the connection until `condition` holds.
+    /// Serves the connection, the bus and the tests' windows until `condition` holds.
     /// @return false when it does not hold in time
     bool waitUntil(const std::function<bool()>& condition, Deadline deadline = Deadline::usual());
 
+    /// Returns when the compositor has carried out what was asked on the connection, and the
+    /// listeners have had what it told.
+    void settle();
+
 private:
-    PrivateSession session_{""};
-    ChildProcess compositor_;
     std::unique_ptr<WaylandConnection> connection_;
 };
 

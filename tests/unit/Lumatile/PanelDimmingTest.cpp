@@ -105,6 +105,24 @@ TEST(PanelDimming, dimmingStaysOffWhereNobodyTellsTheIdleTime) {
     EXPECT_TRUE(desk.dimOverlays.history().empty());
 }
 
+TEST(PanelDimming, theSessionKnowsWhenScreensWillBeDarkened) {
+    DesktopUnderProtection desk(
+        R"({"orbitEnabled":false,"jitterEnabled":false,"idleThreshold":120})");
+    EXPECT_EQ(desk.input.dimsAfter(), 120);
+    desk.conductor->setExaggerated(true);
+    EXPECT_EQ(desk.input.dimsAfter(), 15);
+    desk.conductor->setExaggerated(false);
+    OLEDSettings settings = desk.conductor->oledSettings();
+    settings.idleDimEnabled = false;
+    desk.conductor->changeOLEDSettings(settings);
+    EXPECT_EQ(desk.input.dimsAfter(), std::nullopt);
+    settings.idleDimEnabled = true;
+    desk.conductor->changeOLEDSettings(settings);
+    EXPECT_EQ(desk.input.dimsAfter(), 120);
+    desk.conductor->stopFeatures();
+    EXPECT_EQ(desk.input.dimsAfter(), std::nullopt);
+}
+
 TEST(PanelDimming, aJumpOfTheClockDarkensNothing) {
     DesktopUnderProtection desk(dimOnly);
     desk.advance(10);
