@@ -1,8 +1,6 @@
 #include "tests/desktop/support/DragHand.h"
 
-#include <algorithm>
 #include <chrono>
-#include <thread>
 
 #include "tests/desktop/support/OuterFrame.h"
 
@@ -10,26 +8,18 @@ namespace lumatile::desktop {
 
 namespace {
 
-// Of a title bar; below a window's upper edge that resizes it, left of its buttons.
-constexpr int belowEdge = 12;
-
-// Window managers begin to move a window when the pointer has come so far, and some more.
-constexpr int firstPull = 30;
-
-constexpr int stride = 60;
-
-// Of an ordinary mouse. Window managers and the program are made for mice, which tell of a movement
-// 125 times a second at most, not for a thousand movements at once.
-constexpr std::chrono::milliseconds reportTime{8};
+/// Whether the window has moved since this was made.
+std::function<bool()> movesFromNow(XClient& client, xcb_window_t window) {
+    return [&client, window, before = outerFrame(client, window)] {
+        return outerFrame(client, window) != before;
+    };
+}
 
 }  // namespace
 
 bool DragHand::grip(XClient& client, xcb_window_t window) {
-    const PixelRect frame = outerFrame(client, window).value_or(PixelRect{});
-    // Two presses on one spot are a double click, even with a whole drag in between.
-    isOtherSpot_ = !isOtherSpot_;
-    return pressAndPull(client, window, frame.x + frame.width / (isOtherSpot_ ? 3 : 4),
-                        frame.y + belowEdge);
+    return hand_.grip(outerFrame(client, window).value_or(PixelRect{}),
+                      movesFromNow(client, window));
 }
 
 bool DragHand::gripOfProgram(XClient& client, xcb_window_t window) {
@@ -54,7 +44,7 @@ bool DragHand::isAtPointer(XClient& client, xcb_window_t window) {
     constexpr int step = 20;
     constexpr std::chrono::seconds patience{2};
     const auto was = outerFrame(client, window);
-    report(x_ + step, y_ + step);
+    hand_.moveBy(step, step);
     return XClient::waitUntil(
         [&] {
             const auto now = outerFrame(client, window);
@@ -68,7 +58,8 @@ bool DragHand::gripWithAlt(TestWindow& window) {
     const PixelRect frame = window.frame();
     input_.keyDown(KeyPosition::leftAlt);
     isAltHeld_ = true;
-    return pressAndPull(window, window.id(), frame.x + frame.width / 2, frame.y + frame.height / 2);
+    return hand_.gripAt(frame.x + frame.width / 2, frame.y + frame.height / 2,
+                        movesFromNow(window, window.id()));
 }
 
 bool DragHand::gripAt(TestWindow& window, int x, int y) {
@@ -80,58 +71,12 @@ bool DragHand::gripAt(TestWindow& window, int x, int y) {
             window.connection(), xcb_query_pointer(window.connection(), window.root()), nullptr));
         return pointer && pointer->child != XCB_WINDOW_NONE;
     };
-    return XClient::waitUntil(isSomethingThere) && pressAndPull(window, window.id(), x, y);
-}
-
-bool DragHand::pressAndPull(XClient& client, xcb_window_t window, int x, int y) {
-    press(x, y);
-    return (!pressed_ || pressed_()) && pull(client, window);
-}
-
-void DragHand::press(int x, int y) {
-    x_ = x;
-    y_ = y;
-    input_.movePointer(x_, y_);
-    input_.buttonDown(button_);
-}
-
-void DragHand::pressAgain() { input_.buttonDown(button_); }
-
-bool DragHand::pull(XClient& client, xcb_window_t window) {
-    const auto before = outerFrame(client, window);
-    for (int pulled = 0; pulled < firstPull; pulled += 3) {
-        report(x_ + 3, y_ + 3);
-    }
-    // A program that draws its own frame has the window manager move it, which sees nothing of the
-    // movements before that.
-    int further = 1;
-    return XClient::waitUntil([&] {
-        if (outerFrame(client, window) != before) {
-            return true;
-        }
-        report(x_ + further, y_ + further);
-        further = -further;
-        return false;
-    });
-}
-
-void DragHand::report(int x, int y) {
-    std::this_thread::sleep_for(reportTime);
-    x_ = x;
-    y_ = y;
-    input_.movePointer(x_, y_);
-    input_.roundTrip();
-}
-
-void DragHand::moveTo(int x, int y) {
-    while (x_ != x || y_ != y) {
-        report(x_ + std::clamp(x - x_, -stride, stride), y_ + std::clamp(y - y_, -stride, stride));
-    }
+    return XClient::waitUntil(isSomethingThere) &&
+           hand_.gripAt(x, y, movesFromNow(window, window.id()));
 }
 
 void DragHand::letGo() {
-    std::this_thread::sleep_for(reportTime);
-    input_.buttonUp(button_);
+    hand_.letGo();
     if (isAltHeld_) {
         input_.keyUp(KeyPosition::leftAlt);
         isAltHeld_ = false;

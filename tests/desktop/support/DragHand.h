@@ -5,11 +5,13 @@
 #include <utility>
 
 #include "tests/desktop/support/InputDriver.h"
+#include "tests/desktop/support/PointerHand.h"
 #include "tests/desktop/support/TestWindow.h"
+#include "tests/desktop/support/XPointer.h"
 
 namespace lumatile::desktop {
 
-/// The user's hand on a window.
+/// The user's hand on a window of a private X server.
 class DragHand {
 public:
     /// @param input the hand's mouse; outlives the hand
@@ -17,7 +19,9 @@ public:
     /// @param pressed runs between a press and the first movement; false ends the attempt
     explicit DragHand(InputDriver& input, std::uint8_t button = 1,
                       std::function<bool()> pressed = nullptr)
-        : input_(input), button_(button), pressed_(std::move(pressed)) {}
+        : input_(input), hand_(pointer_, button, std::move(pressed)) {}
+    DragHand(const DragHand&) = delete;
+    DragHand& operator=(const DragHand&) = delete;
 
     /// Takes the window by its title bar and moves it a little way, until it follows.
     /// @return false when it does not
@@ -37,29 +41,23 @@ public:
     bool gripAt(TestWindow& window, int x, int y);
 
     /// Presses at a place of the root and expects nothing to follow.
-    void press(int x, int y);
+    void press(int x, int y) { hand_.press(x, y); }
 
     /// Presses once more, as after a release that nobody heard of.
-    void pressAgain();
+    void pressAgain() { hand_.pressAgain(); }
 
     /// Moves the pointer there, by a few dozen pixels at a time.
-    void moveTo(int x, int y);
+    void moveTo(int x, int y) { hand_.moveTo(x, y); }
 
     void letGo();
 
 private:
-    bool pressAndPull(XClient& client, xcb_window_t window, int x, int y);
-    bool pull(XClient& client, xcb_window_t window);
     bool isAtPointer(XClient& client, xcb_window_t window);
-    void report(int x, int y);
 
     InputDriver& input_;
-    std::uint8_t button_;
-    std::function<bool()> pressed_;
-    int x_ = 0;
-    int y_ = 0;
+    XPointer pointer_{input_};
+    PointerHand hand_;
     bool isAltHeld_ = false;
-    bool isOtherSpot_ = false;
 };
 
 }  // namespace lumatile::desktop

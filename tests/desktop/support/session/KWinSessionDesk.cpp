@@ -156,11 +156,6 @@ bool KWinSessionDesk::setLock(std::uint8_t lockKey, bool on) {
     return desktop_.input().setLock(lockKey, on);
 }
 
-bool KWinSessionDesk::follows(SessionWindow& window, const PixelRect& before) {
-    const auto& known = dynamic_cast<KWinSessionWindow&>(window);
-    return known.state().moving && window.frame() != before;
-}
-
 bool KWinSessionDesk::waitUntil(const std::function<bool()>& condition, Deadline deadline) {
     return waitInSession(condition, deadline);
 }

@@ -24,12 +24,12 @@ public:
     void press(const DefaultShortcut& shortcut) override;
     bool setLock(std::uint8_t lockKey, bool on) override;
     void movePointer(int x, int y) override { desktop_.input().movePointer(x, y); }
-    void buttonDown() override { desktop_.input().buttonDown(); }
-    void buttonUp() override { desktop_.input().buttonUp(); }
+    void buttonDown(std::uint8_t button) override { desktop_.input().buttonDown(button); }
+    void buttonUp(std::uint8_t button) override { desktop_.input().buttonUp(button); }
     void pressKey(std::uint8_t key) override { desktop_.input().press({}, key); }
-    bool follows(SessionWindow& window, const PixelRect& before) override;
     void forget() override { orders_.forget(); }
     void roundTrip() override { desktop_.probe().sync(); }
+    using SessionDesk::waitUntil;
     bool waitUntil(const std::function<bool()>& condition, Deadline deadline) override;
     using SessionDesk::settle;
     bool settle() override;

@@ -14,13 +14,14 @@
 #include "tests/desktop/support/ExpectedFrame.h"
 #include "tests/desktop/support/LumatileProcess.h"
 #include "tests/desktop/support/MonitorLayout.h"
+#include "tests/desktop/support/Pointer.h"
 #include "tests/desktop/support/session/SessionWindow.h"
 
 namespace lumatile::desktop {
 
 /// A private desktop with the program running on it, as tables of cases know it: whatever the
 /// window system, cases are written against this.
-class SessionDesk {
+class SessionDesk : public Pointer {
 public:
     struct Setup {
         MonitorLayout layout = MonitorLayout::landscape();
@@ -33,11 +34,6 @@ public:
     };
 
     static constexpr int panelHeight = 37;  ///< Odd, so that halves do not come out even.
-
-    SessionDesk() = default;
-    SessionDesk(const SessionDesk&) = delete;
-    SessionDesk& operator=(const SessionDesk&) = delete;
-    virtual ~SessionDesk() = default;
 
     virtual const ExpectedFrame& expected() const = 0;
     virtual LumatileProcess& program() = 0;
@@ -54,14 +50,8 @@ public:
     /// @return false for a key that locks nothing
     virtual bool setLock(std::uint8_t lockKey, bool on) = 0;
 
-    virtual void movePointer(int x, int y) = 0;
-    virtual void buttonDown() = 0;
-    virtual void buttonUp() = 0;
+    /// Presses and releases a key.
     virtual void pressKey(std::uint8_t key) = 0;
-
-    /// Whether `window` is being moved by the user's hand.
-    /// @param before where it was when it was gripped
-    virtual bool follows(SessionWindow& window, const PixelRect& before) = 0;
 
     /// Forgets what the program asked for so far.
     virtual void forget() = 0;
@@ -69,9 +59,10 @@ public:
     /// Returns when the window system has dealt with everything that was done on it.
     virtual void roundTrip() = 0;
 
-    /// Waits until `condition` holds, which is looked at whenever something happens.
-    virtual bool waitUntil(const std::function<bool()>& condition,
-                           Deadline deadline = Deadline::usual()) = 0;
+    using Pointer::waitUntil;
+    bool waitUntil(const std::function<bool()>& condition) {
+        return waitUntil(condition, Deadline::usual());
+    }
 
     /// Returns when the program has dealt with every shortcut that was pressed before, and with the
     /// mouse. It snaps a window of our own.

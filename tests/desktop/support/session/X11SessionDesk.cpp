@@ -1,26 +1,44 @@
 #include "tests/desktop/support/session/X11SessionDesk.h"
 
-#include <map>
+#include <algorithm>
+#include <array>
+#include <utility>
 
 #include "tests/desktop/support/AskedFrame.h"
+#include "tests/desktop/support/DesktopError.h"
 
 namespace lumatile::desktop {
 namespace {
 
 using Kind = TestWindow::Kind;
 
-const std::map<std::string, Kind>& kinds() {
-    static const std::map<std::string, Kind> all{{"decorated", Kind::decorated},
-                                                 {"undecorated", Kind::undecorated},
-                                                 {"clientSide", Kind::clientSide},
-                                                 {"sizeIncrement", Kind::sizeIncrement}};
-    return all;
+using NamedKind = std::pair<const char*, Kind>;
+
+// One that its title bar moves comes first.
+constexpr std::array<NamedKind, 4> kinds{{{"decorated", Kind::decorated},
+                                          {"undecorated", Kind::undecorated},
+                                          {"clientSide", Kind::clientSide},
+                                          {"sizeIncrement", Kind::sizeIncrement}}};
+
+Kind kindOf(const std::string& name) {
+    const auto* const found = std::find_if(
+        kinds.begin(), kinds.end(), [&](const NamedKind& kind) { return kind.first == name; });
+    if (found == kinds.end()) {
+        throw DesktopError("no windows of kind " + name);
+    }
+    return found->second;
 }
 
 class X11SessionWindow : public SessionWindow {
 public:
-    X11SessionWindow(std::unique_ptr<TestWindow> window, Kind kind, DesktopObserver& observer)
-        : window_(std::move(window)), kind_(kind), observer_(observer) {}
+    /// @param isPutOutOfItsTile whether a window that the window manager has tiled by itself goes
+    ///        nowhere before it was maximized and restored
+    X11SessionWindow(std::unique_ptr<TestWindow> window, Kind kind, DesktopObserver& observer,
+                     bool isPutOutOfItsTile)
+        : window_(std::move(window)),
+          kind_(kind),
+          observer_(observer),
+          isPutOutOfItsTile_(isPutOutOfItsTile) {}
 
     PixelRect frame() override { return window_->frame(); }
     bool isAt(const PixelRect& wanted) override { return mayBecome(window_->frame(), wanted); }
@@ -28,7 +46,15 @@ public:
         return hasSteps() ? TestWindow::isStepped(frame, wanted) : frame == wanted;
     }
     bool hasSteps() const override { return kind_ == Kind::sizeIncrement; }
-    void place(const PixelRect& wanted) override { window_->place(wanted); }
+    void place(const PixelRect& wanted) override {
+        if (isPutOutOfItsTile_) {
+            const std::vector<std::string> maximized{"_NET_WM_STATE_MAXIMIZED_VERT",
+                                                     "_NET_WM_STATE_MAXIMIZED_HORZ"};
+            window_->setState(maximized, true);
+            window_->setState(maximized, false);
+        }
+        window_->place(wanted);
+    }
     void activate() override { window_->activate(); }
     std::optional<PixelRect> asked(const PixelRect& before) override {
         return askedFrame(observer_, window_->id(), before);
@@ -41,6 +67,7 @@ private:
     std::unique_ptr<TestWindow> window_;
     Kind kind_;
     DesktopObserver& observer_;
+    bool isPutOutOfItsTile_;
 };
 
 SnapDesktop::Setup setupOf(WindowManager::Kind windowManager, const SessionDesk::Setup& setup) {
@@ -57,12 +84,13 @@ SnapDesktop::Setup setupOf(WindowManager::Kind windowManager, const SessionDesk:
 }  // namespace
 
 X11SessionDesk::X11SessionDesk(WindowManager::Kind windowManager, const Setup& setup)
-    : desktop_(setupOf(windowManager, setup)) {}
+    : desktop_(setupOf(windowManager, setup)),
+      tilesAtEdges_(setup.isForDrags && windowManager == WindowManager::Kind::kwin) {}
 
 std::vector<std::string> X11SessionDesk::windowKinds() {
     std::vector<std::string> names;
-    for (const auto& [name, kind] : kinds()) {
-        names.push_back(name);
+    for (const auto& [name, kind] : kinds) {
+        names.emplace_back(name);
     }
     return names;
 }
@@ -70,24 +98,15 @@ std::vector<std::string> X11SessionDesk::windowKinds() {
 std::unique_ptr<SessionWindow> X11SessionDesk::open(const std::string& kind,
                                                     const PixelRect& area) {
     TestWindow::Options options;
-    options.kind = kinds().at(kind);
+    options.kind = kindOf(kind);
     options.area = area;
     return std::make_unique<X11SessionWindow>(desktop_.desktop().openWindow(options), options.kind,
-                                              desktop_.observer());
+                                              desktop_.observer(), tilesAtEdges_);
 }
 
-void X11SessionDesk::movePointer(int x, int y) {
-    desktop_.input().movePointer(x, y);
+void X11SessionDesk::buttonUp(std::uint8_t button) {
+    pointer_.buttonUp(button);
     desktop_.input().roundTrip();
-}
-
-void X11SessionDesk::buttonUp() {
-    desktop_.input().buttonUp();
-    desktop_.input().roundTrip();
-}
-
-bool X11SessionDesk::follows(SessionWindow& window, const PixelRect& before) {
-    return window.frame() != before;
 }
 
 }  // namespace lumatile::desktop

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/desktop/support/SnapDesktop.h"
+#include "tests/desktop/support/XPointer.h"
 #include "tests/desktop/support/session/SessionDesk.h"
 
 namespace lumatile::desktop {
@@ -23,21 +24,23 @@ public:
     bool setLock(std::uint8_t lockKey, bool on) override {
         return desktop_.input().setLock(lockKey, on);
     }
-    void movePointer(int x, int y) override;
-    void buttonDown() override { desktop_.input().buttonDown(); }
-    void buttonUp() override;
+    void movePointer(int x, int y) override { pointer_.movePointer(x, y); }
+    void buttonDown(std::uint8_t button) override { pointer_.buttonDown(button); }
+    void buttonUp(std::uint8_t button) override;
     void pressKey(std::uint8_t key) override { desktop_.input().press({}, key); }
-    bool follows(SessionWindow& window, const PixelRect& before) override;
     void forget() override { desktop_.observer().forget(); }
     void roundTrip() override { desktop_.observer().roundTrip(); }
+    using SessionDesk::waitUntil;
     bool waitUntil(const std::function<bool()>& condition, Deadline deadline) override {
-        return XClient::waitUntil(condition, deadline);
+        return pointer_.waitUntil(condition, deadline);
     }
     using SessionDesk::settle;
     bool settle() override { return desktop_.settle(); }
 
 private:
     SnapDesktop desktop_;
+    XPointer pointer_{desktop_.input()};
+    bool tilesAtEdges_;
 };
 
 }  // namespace lumatile::desktop
