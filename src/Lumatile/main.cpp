@@ -1,5 +1,3 @@
-// The only place that knows every kind of session.
-
 #include <array>
 #include <cstdlib>
 #include <functional>
@@ -25,6 +23,7 @@
 #include "platform/freedesktop/process/StandardErrorLog.h"
 #include "platform/freedesktop/process/TerminationSignals.h"
 #include "platform/freedesktop/sync_folder/SharedFolderStore.h"
+#include "platform/kwin/KWinSession.h"
 #include "platform/qt/QSettingsPreferences.h"
 #include "platform/qt/QtRunLoop.h"
 #include "platform/qt/QtStatusItem.h"
@@ -34,8 +33,9 @@ namespace {
 
 using namespace lumatile;
 
-/// In the order in which they are asked.
-constexpr std::array kinds{SessionKind{X11Session::find, X11Session::absence}};
+/// In the order in which they are asked: a Wayland session has an X server beside it as a rule.
+constexpr std::array kinds{SessionKind{KWinSession::find, KWinSession::absence},
+                           SessionKind{X11Session::find, X11Session::absence}};
 
 }  // namespace
 

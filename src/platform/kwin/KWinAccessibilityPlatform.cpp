@@ -78,8 +78,9 @@ Element elementOf(const KWinWindow& window) { return KWinElement::window(window.
 
 }  // namespace
 
-KWinAccessibilityPlatform::KWinAccessibilityPlatform(KWinChannel& channel, KWinScreenList& screens)
-    : channel_(channel), screens_(screens), ownPid_(getpid()) {}
+KWinAccessibilityPlatform::KWinAccessibilityPlatform(KWinChannel& channel, KWinScreenList& screens,
+                                                     const KWinMouseEventSource& mouse)
+    : channel_(channel), screens_(screens), mouse_(mouse), ownPid_(getpid()) {}
 
 bool KWinAccessibilityPlatform::isTrusted(bool /*prompt*/) {
     channel_.mirror();
@@ -100,8 +101,9 @@ Element KWinAccessibilityPlatform::applicationElement(Pid pid) {
 std::optional<Element> KWinAccessibilityPlatform::elementAtPoint(const Point& point) {
     carryOutJoined();
     KWinMirror& mirror = channel_.mirror();
-    if (const KWinWindow* moving = mirror.moving()) {
-        return elementOf(*moving);
+    if (const auto* pressed = mouse_.pressed()) {
+        const KWinWindow* window = mirror.find(pressed->id);
+        return window != nullptr ? std::optional(elementOf(*window)) : std::nullopt;
     }
     const Point origin = screens_.origin();
     const Point place{point.x + origin.x, point.y + origin.y};
@@ -193,7 +195,7 @@ std::optional<AttributeValue> KWinAccessibilityPlatform::readWindow(const KWinWi
     }
     const auto frame = [&] {
         const Point origin = screens_.origin();
-        return KWinPlacing::frameOf(window).offsetBy(-origin.x, -origin.y);
+        return frameOf(window).offsetBy(-origin.x, -origin.y);
     };
     if (attribute == AttributeName::position) {
         return AttributeValue(frame().origin());
@@ -211,6 +213,12 @@ std::optional<AttributeValue> KWinAccessibilityPlatform::readWindow(const KWinWi
         return AttributeValue(KWinElement::application(window.record.pid));
     }
     return std::nullopt;
+}
+
+Rect KWinAccessibilityPlatform::frameOf(const KWinWindow& window) const {
+    const auto* pressed = mouse_.pressed();
+    return pressed != nullptr && pressed->id == window.record.id ? pressed->frame
+                                                                 : KWinPlacing::frameOf(window);
 }
 
 bool KWinAccessibilityPlatform::write(const Element& element, std::string_view attribute,

@@ -8,6 +8,7 @@
 
 #include "platform/kwin/KWinChannel.h"
 #include "platform/kwin/KWinElement.h"
+#include "platform/kwin/KWinMouseEventSource.h"
 #include "platform/kwin/KWinScreenList.h"
 #include "windows/AccessibilityPlatform.h"
 #include "windows/PlacingWish.h"
@@ -21,8 +22,10 @@ class KWinAccessibilityPlatform final : public AccessibilityPlatform {
 public:
     static constexpr double longestTimeout = 0.25;  ///< Of a write, seconds.
 
-    /// Both outlive the platform.
-    KWinAccessibilityPlatform(KWinChannel& channel, KWinScreenList& screens);
+    /// All outlive the platform.
+    /// @param mouse while it tells a press, what was pressed is as it was then
+    KWinAccessibilityPlatform(KWinChannel& channel, KWinScreenList& screens,
+                              const KWinMouseEventSource& mouse);
 
     /// Whether the script answers. There is no permission that could be asked for.
     bool isTrusted(bool prompt) override;
@@ -32,8 +35,8 @@ public:
     Element systemWideElement() override;
     Element applicationElement(Pid pid) override;
 
-    /// The window that the user moves, wherever the point is; else the one that had the focus last
-    /// of those that lie there. Parts of windows are not known.
+    /// The window whose press is being told, wherever the point is; else the one that had the focus
+    /// last of those that lie there. Parts of windows are not known.
     std::optional<Element> elementAtPoint(const Point& point) override;
 
     std::optional<AttributeValue> read(const Element& element, std::string_view attribute) override;
@@ -62,6 +65,7 @@ private:
     KWinWindow* windowOf(const Element& element);
     std::vector<KWinWindow*> windowsOf(Pid pid);
     bool isOwn(const KWinWindow& window) const { return window.record.pid == ownPid_; }
+    Rect frameOf(const KWinWindow& window) const;
     double timeoutOf(const KWinWindow& window) const;
     void carryOutJoined();
     bool carryOut(const Element& element, const PlacingWish& wish);
@@ -71,6 +75,7 @@ private:
 
     KWinChannel& channel_;
     KWinScreenList& screens_;
+    const KWinMouseEventSource& mouse_;
     Pid ownPid_;
     std::unordered_map<Pid, double> timeouts_;  // Of applications, where shorter than the longest.
     std::optional<Joined> joined_;

@@ -45,10 +45,11 @@ public:
     State state() const { return state_; }
     bool isAnswering() const { return state_ == State::answering; }
 
-    /// The mirror, with everything that has arrived by now.
+    /// The mirror, with everything that has arrived by now. Observers are told of that within this.
     KWinMirror& mirror();
 
-    /// The mirror as it was left by the last turning over of the channel.
+    /// The mirror as it was left by the last turning over of the channel. For observers: one that
+    /// turned the channel over would hear later events before it is done with an earlier one.
     KWinMirror& mirrorSoFar() { return mirror_; }
 
     /// Waits until the script has answered for the first time or `seconds` are over.

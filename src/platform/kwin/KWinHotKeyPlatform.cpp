@@ -53,8 +53,9 @@ std::optional<HotKeyReference> KWinHotKeyPlatform::registerHotKey(std::uint32_t 
         registration.title = registration.action;
     }
     followService();
-    // Without the service there is nobody who could refuse; it is taken as soon as there is one.
-    if (channel_.connection() != nullptr && !take(registration)) {
+    // Without service or keyboard there is nothing that could refuse; it is taken as soon as there
+    // is.
+    if (channel_.connection() != nullptr && symbolAt_(keyCode) && !take(registration)) {
         return std::nullopt;
     }
     const HotKeyReference reference = nextReference_++;

@@ -22,8 +22,8 @@ namespace lumatile {
 /// so a combination is that of the symbol on its key, and follows the layout.
 class KWinHotKeyPlatform final : public HotKeyPlatform {
 public:
-    /// What is on a key without modifiers in the layout in force; absent for a key that is not
-    /// there.
+    /// What is on a key without modifiers in the layout in force; 0 for nothing, absent as long as
+    /// the keyboard is not known.
     using SymbolAt = std::function<std::optional<std::uint32_t>(std::uint32_t virtualKeyCode)>;
 
     /// A combination that this program wants and does not have.

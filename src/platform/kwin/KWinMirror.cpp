@@ -25,10 +25,6 @@ void KWinMirror::apply(const KWinEvent& event) {
         }
     } else if (const auto* screens = std::get_if<KWinScreensChanged>(&event)) {
         screens_ = screens->screens;
-    } else if (const auto* began = std::get_if<KWinMoveBegan>(&event)) {
-        moving_ = began->id;
-    } else if (std::holds_alternative<KWinMoveEnded>(event)) {
-        moving_.reset();
     }
 }
 
@@ -49,8 +45,6 @@ std::vector<KWinWindow*> KWinMirror::windows() {
 }
 
 KWinWindow* KWinMirror::active() { return active_ ? find(*active_) : nullptr; }
-
-KWinWindow* KWinMirror::moving() { return moving_ ? find(*moving_) : nullptr; }
 
 void KWinMirror::take(KWinWindowRecord record) {
     const auto found = windows_.find(record.id);

@@ -27,11 +27,6 @@ public:
     /// The window that has the focus; null when none has.
     KWinWindow* active();
 
-    /// The window that the user moves or resizes; null when there is none.
-    KWinWindow* moving();
-
-    bool isMoving() const { return moving_.has_value(); }
-
     /// In KWin's order.
     const std::vector<KWinScreen>& screens() const { return screens_; }
 
@@ -42,7 +37,6 @@ private:
     std::unordered_map<std::string, KWinWindow> windows_;
     std::vector<std::string> order_;
     std::optional<std::string> active_;
-    std::optional<std::string> moving_;
     std::vector<KWinScreen> screens_;
 };
 

@@ -4,13 +4,6 @@
 
 namespace lumatile {
 
-namespace {
-
-/// On no screen that there could be.
-constexpr Point nowhere{-2 * KWinReport::farthest, -2 * KWinReport::farthest};
-
-}  // namespace
-
 class KWinMouseEventSource::Tap final : public MouseTap {
 public:
     Tap(KWinMouseEventSource& source, Mask mask, Handler handler)
@@ -48,8 +41,10 @@ void KWinMouseEventSource::note(const KWinEvent& event) {
     if (const auto* began = std::get_if<KWinMoveBegan>(&event)) {
         isHeld_ = true;
         isMove_ = !began->isResize;
-        if (isMove_) {
-            add(MouseEventType::leftMouseDown, began->place);
+        const KWinWindow* window = channel_.mirrorSoFar().find(began->id);
+        if (isMove_ && window != nullptr) {
+            add(MouseEventType::leftMouseDown, began->place,
+                Pressed{began->id, window->record.frame});
         }
     } else if (const auto* moved = std::get_if<KWinMoved>(&event)) {
         if (isHeld_ && isMove_) {
@@ -57,8 +52,12 @@ void KWinMouseEventSource::note(const KWinEvent& event) {
         }
     } else if (const auto* ended = std::get_if<KWinMoveEnded>(&event)) {
         if (std::exchange(isHeld_, false) && isMove_) {
-            add(MouseEventType::leftMouseDragged, ended->isTakenBack ? nowhere : ended->place);
-            add(MouseEventType::leftMouseUp, ended->isTakenBack ? nowhere : ended->place);
+            if (ended->isTakenBack) {
+                addNoDrop();
+            } else {
+                add(MouseEventType::leftMouseDragged, ended->place);
+                add(MouseEventType::leftMouseUp, ended->place);
+            }
         }
     }
 }
@@ -66,25 +65,35 @@ void KWinMouseEventSource::note(const KWinEvent& event) {
 /// Whoever watches the mouse does not wait for a release that nobody will tell.
 void KWinMouseEventSource::noteState() {
     if (!channel_.isAnswering() && std::exchange(isHeld_, false) && isMove_) {
-        add(MouseEventType::leftMouseDragged, nowhere);
-        add(MouseEventType::leftMouseUp, nowhere);
+        addNoDrop();
     }
 }
 
-void KWinMouseEventSource::add(MouseEventType type, const Point& place) {
+void KWinMouseEventSource::addNoDrop() {
+    const std::vector<KWinScreen>& screens = channel_.mirrorSoFar().screens();
+    const Point middle = screens.empty() ? Point{} : screens.front().area.center();
+    add(MouseEventType::leftMouseDragged, middle);
+    add(MouseEventType::leftMouseUp, middle);
+}
+
+void KWinMouseEventSource::add(MouseEventType type, const Point& place,
+                               std::optional<Pressed> pressed) {
     if (untold_.empty()) {
         // Somebody may be waiting for a write just now.
         runLoop_.post(lifeline_.guard([this] { tellAll(); }));
-    } else if (type == MouseEventType::leftMouseDragged && untold_.back().type == type) {
+    } else if (type == MouseEventType::leftMouseDragged && untold_.back().event.type == type) {
         untold_.pop_back();
     }
-    const Point origin = screens_.origin();
-    untold_.push_back({type, {place.x - origin.x, place.y - origin.y}});
+    untold_.push_back({{type, place}, std::move(pressed)});
 }
 
 void KWinMouseEventSource::tellAll() {
-    for (const MouseEvent& event : std::exchange(untold_, {})) {
-        taps_.notify(event);
+    for (Untold& untold : std::exchange(untold_, {})) {
+        const Point origin = screens_.origin();
+        telling_ = std::move(untold.pressed);
+        taps_.notify({untold.event.type,
+                      {untold.event.location.x - origin.x, untold.event.location.y - origin.y}});
+        telling_.reset();
     }
 }
 

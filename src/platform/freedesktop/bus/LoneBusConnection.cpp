@@ -166,6 +166,9 @@ struct LoneBusConnection::State {
         // What was sent last shall arrive.
         g_dbus_connection_flush_sync(connection.get(), nullptr, nullptr);
         g_dbus_connection_close_sync(connection.get(), nullptr, nullptr);
+        // What the library gives back, it gives back from here.
+        while (g_main_context_iteration(context.get(), FALSE) != 0) {
+        }
     }
 
     void noteLost() {

@@ -74,12 +74,14 @@ let isBatching = false;
 let isAsking = false;
 let isOver = false;
 let moving = null;  // What the user moves or resizes: id, isResize, start, hasStepped.
+let ended = null;   // The same, when it has ended and that has not been told yet.
 let screensText = "";
 let borders = null;  // What KWin's own snapping is set to while it is held back.
 let isEnding = false;
 
 const areas = timer(areasSettle, tellScreens);
 const step = timer(shortestStep, tellStep);
+const settled = timer(0, tellEnd);
 const silence = timer(longestSilence, fallSilent);
 
 function idOf(window) {
@@ -248,6 +250,7 @@ function tellStep() {
 }
 
 function moveBegan(window) {
+    tellEnd();
     const isResize = Boolean(window.resize);
     moving = {window: window, isResize: isResize, start: rectOf(window.frameGeometry),
               hasStepped: false};
@@ -272,14 +275,24 @@ function moveEnded(window) {
     if (moving === null || moving.window !== window) {
         return;
     }
-    const frame = window.frameGeometry;
-    const wasBack = isSame(frame, moving.start);
-    const isResize = moving.isResize;
-    moving = null;
     step.stop();
+    ended = moving;
+    moving = null;
+    // KWin tells of the end before it puts a window back that Escape has taken back.
+    settled.start();
+}
+
+function tellEnd() {
+    if (ended === null) {
+        return;
+    }
+    const move = ended;
+    ended = null;
+    settled.stop();
     batch(() => {
-        tellWindow(window);
-        tell({event: "moveEnded", isResize: isResize, isTakenBack: wasBack,
+        tellWindow(move.window);
+        tell({event: "moveEnded", isResize: move.isResize,
+              isTakenBack: move.window.deleted || isSame(move.window.frameGeometry, move.start),
               place: pointOf(workspace.cursorPos)});
     });
 }
@@ -334,13 +347,8 @@ function watch(window) {
 
 function forget(window) {
     const id = idOf(window);
-    if (moving !== null && moving.window === window) {
-        const isResize = moving.isResize;
-        moving = null;
-        step.stop();
-        tell({event: "moveEnded", isResize: isResize, isTakenBack: true,
-              place: pointOf(workspace.cursorPos)});
-    }
+    moveEnded(window);
+    tellEnd();
     if (known.delete(id)) {
         tell({event: "gone", id: id});
         areas.start();

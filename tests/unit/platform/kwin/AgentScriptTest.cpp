@@ -289,7 +289,7 @@ TEST_P(AgentScript, tellsOfAMoveWithThePointer) {
     ASSERT_EQ(moved.size(), 1U);
     EXPECT_EQ(moved[0].place, (Point{303, 200}));
 
-    run("user.lets(w);");
+    run("user.lets(w); clock.pass(0);");
     const std::vector<KWinMoveEnded> ended = heardOf<KWinMoveEnded>();
     ASSERT_EQ(ended.size(), 1U);
     EXPECT_FALSE(ended[0].isTakenBack);
@@ -301,8 +301,9 @@ TEST_P(AgentScript, tellsOfAMoveWithThePointer) {
 TEST_P(AgentScript, saysThatAMoveWasTakenBack) {
     run("var w = user.opens();");
     load();
-    run("user.grabs(w, false); user.drags(w, 300, 200);"
-        "w.frameGeometry = {x: 100, y: 100, width: 400, height: 300}; user.lets(w);");
+    // The end is told before the window is put back.
+    run("user.grabs(w, false); user.drags(w, 300, 200); user.lets(w);"
+        "w.frameGeometry = {x: 100, y: 100, width: 400, height: 300}; clock.pass(0);");
     const std::vector<KWinMoveEnded> ended = heardOf<KWinMoveEnded>();
     ASSERT_EQ(ended.size(), 1U);
     EXPECT_TRUE(ended[0].isTakenBack);

@@ -62,21 +62,9 @@ TEST(KWinMirror, keepsWhatWasWrittenToAWindowThatChanges) {
 TEST(KWinMirror, forgetsAWindowThatIsGone) {
     KWinMirror mirror;
     mirror.apply(KWinEverything{{record("a"), record("b")}, {}, "a", {}});
-    mirror.apply(KWinMoveBegan{"a", false, {}});
     mirror.apply(KWinWindowGone{"a"});
     EXPECT_EQ(order(mirror), "b");
     EXPECT_EQ(mirror.active(), nullptr);
-    EXPECT_EQ(mirror.moving(), nullptr);
-}
-
-TEST(KWinMirror, knowsTheWindowThatTheUserMovesUntilTheEnd) {
-    KWinMirror mirror;
-    mirror.apply(KWinEverything{{record("a"), record("b")}, {}, "a", {}});
-    mirror.apply(KWinMoveBegan{"b", false, {}});
-    ASSERT_NE(mirror.moving(), nullptr);
-    EXPECT_EQ(mirror.moving()->record.id, "b");
-    mirror.apply(KWinMoveEnded{});
-    EXPECT_EQ(mirror.moving(), nullptr);
 }
 
 TEST(KWinMirror, doesNotGrowBeyondTheWindowsThatThereCanBe) {

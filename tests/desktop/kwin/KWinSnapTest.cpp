@@ -1,0 +1,137 @@
+// The program in a KWin Wayland session: real keys and a real pointer, and what KWin itself says of
+// the windows afterwards.
+
+#include <gtest/gtest.h>
+
+#include "tests/desktop/kwin/PlasmaDesk.h"
+#include "tests/desktop/support/KeyPosition.h"
+
+namespace lumatile::desktop {
+namespace {
+
+namespace Key = KeyPosition;
+
+const Rect usual{200, 150, 700, 450};
+const Rect leftHalf{0, 0, 960, 1080};
+const Rect rightHalf{960, 0, 960, 1080};
+
+NativeWindow::Options of(NativeWindow::Toolkit toolkit) {
+    NativeWindow::Options options;
+    options.toolkit = toolkit;
+    return options;
+}
+
+constexpr auto qt = NativeWindow::Toolkit::qt;
+constexpr auto gtk = NativeWindow::Toolkit::gtk;
+
+TEST(KWinSnap, theFrontWindowTakesTheLeftHalf) {
+    PlasmaDesk desk;
+    for (const auto toolkit : {qt, gtk}) {
+        SCOPED_TRACE(static_cast<int>(toolkit));
+        const auto window = desk.desktop().openWindow(of(toolkit));
+        window->place(usual);
+        desk.press("left");
+        EXPECT_TRUE(reaches(*window, leftHalf));
+        desk.press("right");
+        EXPECT_TRUE(reaches(*window, rightHalf));
+        desk.press("restore");
+        EXPECT_TRUE(reaches(*window, leftHalf));
+    }
+    EXPECT_EQ(desk.endProgram(), "");
+}
+
+TEST(KWinSnap, aMaximizedATiledAndAFullScreenWindow) {
+    PlasmaDesk desk;
+    const auto window = desk.desktop().openWindow(of(qt));
+    window->place(usual);
+    desk.probe().maximize(window->id(), true, true);
+    ASSERT_TRUE(waitInSession([&] { return window->state().maximizedVertically; }));
+    desk.press("left");
+    EXPECT_TRUE(reaches(*window, leftHalf));
+    EXPECT_FALSE(window->state().maximizedHorizontally || window->state().maximizedVertically);
+
+    desk.probe().shortcut("slotWindowQuickTileRight");
+    ASSERT_TRUE(waitInSession([&] { return window->state().tiled; })) << window->state();
+    desk.press("left");
+    EXPECT_TRUE(reaches(*window, leftHalf));
+    EXPECT_FALSE(window->state().tiled);
+
+    desk.probe().fullScreen(window->id(), true);
+    ASSERT_TRUE(waitInSession([&] { return window->state().fullScreen; }));
+    desk.probe().forgetFrames();
+    desk.press("left");
+    // A window that comes afterwards has been snapped: the press before was dealt with.
+    const auto other = desk.desktop().openWindow(of(qt));
+    desk.press("right");
+    EXPECT_TRUE(reaches(*other, rightHalf));
+    EXPECT_TRUE(window->state().fullScreen);
+    EXPECT_LE(desk.probe().framesOf(window->id()).size(), 1U);
+}
+
+TEST(KWinSnap, aWindowIsDraggedToAnEdge) {
+    PlasmaDesk desk;
+    EXPECT_EQ(desk.edges(), "false false") << "KWin leaves it to the program";
+    const auto window = desk.desktop().openWindow(of(qt));
+    window->place(usual);
+    desk.input().movePointer(usual.x + 300, usual.y + 10);
+    desk.input().buttonDown();
+    desk.input().movePointer(700, 400);
+    ASSERT_TRUE(waitInSession([&] { return window->state().moving; }));
+    desk.input().movePointer(300, 500);
+    desk.input().movePointer(1, 540);
+    desk.input().buttonUp();
+    EXPECT_TRUE(reaches(*window, leftHalf));
+    EXPECT_FALSE(window->state().tiled);
+    EXPECT_EQ(desk.endProgram(), "");
+    EXPECT_EQ(desk.edges(), "true true") << "given back";
+}
+
+TEST(KWinSnap, aDragThatEscapeTakesBackDropsNothing) {
+    PlasmaDesk desk;
+    const auto window = desk.desktop().openWindow(of(qt));
+    window->place(usual);
+    desk.input().movePointer(usual.x + 300, usual.y + 10);
+    desk.input().buttonDown();
+    desk.input().movePointer(700, 400);
+    ASSERT_TRUE(waitInSession([&] { return window->state().moving; }));
+    desk.input().movePointer(1, 540);
+    desk.input().press({}, Key::escape);
+    ASSERT_TRUE(waitInSession([&] { return !window->state().moving; }));
+    desk.input().buttonUp();
+    EXPECT_TRUE(reaches(*window, usual));
+    const auto other = desk.desktop().openWindow(of(qt));
+    desk.press("right");
+    EXPECT_TRUE(reaches(*other, rightHalf));
+    EXPECT_EQ(window->frame(), usual);
+}
+
+TEST(KWinSnap, whatWasThereBeforeACrashIsGivenBackByTheNextRun) {
+    PlasmaDesk desk;
+    EXPECT_EQ(desk.edges(), "false false");
+    desk.killProgram();
+    desk.startProgram();
+    EXPECT_EQ(desk.endProgram(), "");
+    EXPECT_EQ(desk.edges(), "true true");
+}
+
+TEST(KWinSnap, aScriptThatSomebodyHasUnloadedIsLoadedAgain) {
+    PlasmaDesk desk;
+    const auto window = desk.desktop().openWindow(of(qt));
+    window->place(usual);
+    ChildProcess unload = desk.desktop().session().start(
+        {"gdbus", "call", "--session", "-d", "org.kde.KWin", "-o", "/Scripting", "-m",
+         "org.kde.kwin.Scripting.unloadScript", "lumatile"},
+        "unload");
+    unload.wait(Deadline::usual());
+    // It is noticed when the script leaves a question unasked. Until then presses come to nothing.
+    constexpr int mostPresses = 40;
+    for (int press = 0; press < mostPresses && window->frame() != leftHalf; ++press) {
+        desk.press("left");
+        waitInSession([&] { return window->frame() == leftHalf; },
+                      Deadline::in(std::chrono::seconds(1)));
+    }
+    EXPECT_EQ(window->frame(), leftHalf);
+}
+
+}  // namespace
+}  // namespace lumatile::desktop
