@@ -9,6 +9,7 @@ namespace lumatile {
 
 class AccessibilityPlatform;
 class DimOverlays;
+class HighlightSurface;
 class HotKeyPlatform;
 class InputState;
 class KeyCodes;
@@ -54,7 +55,10 @@ struct DesktopSession {
     /// knows: one into which programs put small windows. Empty where there is no such kind.
     std::function<void(std::function<void()> appeared)> watchOlderTray;
 
-    std::shared_ptr<void> owner;  ///< What all of the above belongs to.
+    std::shared_ptr<void> owner;  ///< What all of this belongs to.
+
+    /// What the highlight is drawn on; nothing where a window of the toolkit will do.
+    HighlightSurface* highlightSurface = nullptr;
 };
 
 }  // namespace lumatile

@@ -1,7 +1,9 @@
 #include "Lumatile/highlight/HighlightOverlay.h"
 
 #include <QGuiApplication>
+#include <QImage>
 #include <QList>
+#include <QPainter>
 #include <QRect>
 #include <QScreen>
 #include <QString>
@@ -13,6 +15,7 @@
 #include "displays/ScreenList.h"
 #include "displays/ScreenLookup.h"
 #include "geometry/Grid.h"
+#include "ports/HighlightSurface.h"
 #include "ports/Translucency.h"
 
 namespace lumatile {
@@ -37,10 +40,11 @@ std::vector<ToolkitScreen> toolkitScreens(const QList<QScreen*>& screens) {
 }  // namespace
 
 HighlightOverlay::HighlightOverlay(ScreenList& screens, Translucency& translucency,
-                                   RunLoop& runLoop)
+                                   RunLoop& runLoop, HighlightSurface* surface)
     : screens_(screens),
       translucency_(translucency),
       runLoop_(runLoop),
+      surface_(surface),
       fade_(
           runLoop, [this](double alpha) { setAlpha(alpha); }, [this] { orderOut(); }) {
     // A window that the window manager does not know of: any other one would sink below full-screen
@@ -76,12 +80,24 @@ void HighlightOverlay::makeWindow() {
 }
 
 void HighlightOverlay::orderOut() {
-    window_.hide();
-    rest_ = runLoop_.repeat(keptHidden, [this] { releaseWindow(); });
+    if (isOnSurface_) {
+        surface_->hide();
+    } else {
+        window_.hide();
+    }
+    rest_ = runLoop_.repeat(keptHidden, [this] { release(); });
+}
+
+void HighlightOverlay::release() {
+    rest_.reset();
+    if (isOnSurface_) {
+        surface_->release();
+    } else {
+        releaseWindow();
+    }
 }
 
 void HighlightOverlay::releaseWindow() {
-    rest_.reset();
     window_.clearMask();
     cutOut_ = {};
     window_.release();
@@ -96,6 +112,10 @@ void HighlightOverlay::cutOut() {
 }
 
 void HighlightOverlay::setAlpha(double alpha) {
+    if (isOnSurface_) {
+        surface_->setOpacity(alpha);
+        return;
+    }
     window_.setWindowOpacity(alpha);
     // The toolkit leaves the opacity lying until it has something else to send; a pixel will do.
     view_.update(0, 0, 1, 1);
@@ -107,6 +127,35 @@ Size HighlightOverlay::cellPitch(const Rect& frame) {
 }
 
 void HighlightOverlay::show(const Rect& frame) {
+    if (surface_ != nullptr && surface_->isAvailable()) {
+        showOnSurface(frame);
+    } else {
+        showWindow(frame);
+    }
+}
+
+void HighlightOverlay::showOnSurface(const Rect& frame) {
+    isOnSurface_ = true;
+    rest_.reset();
+    const Size pitch = cellPitch(frame);
+    const bool isShown = surface_->show(frame, [pitch](const HighlightSurface::Canvas& canvas) {
+        QImage picture(static_cast<uchar*>(static_cast<void*>(canvas.pixels.data())), canvas.width,
+                       canvas.height, QImage::Format_ARGB32_Premultiplied);
+        picture.setDevicePixelRatio(canvas.scale);
+        QPainter painter(&picture);
+        const Rect& panel = canvas.panel;
+        HighlightView::draw(painter, {panel.x, panel.y, panel.width, panel.height}, pitch,
+                            QRectF({}, picture.deviceIndependentSize()));
+    });
+    if (isShown) {
+        fade_.fadeIn();
+    } else {
+        hide();
+    }
+}
+
+void HighlightOverlay::showWindow(const Rect& frame) {
+    isOnSurface_ = false;
     const QList<QScreen*> screens = QGuiApplication::screens();
     const std::vector<ToolkitScreen> known = toolkitScreens(screens);
     const std::optional<OverlayPlace> place = overlayPlace(frame, known);

@@ -11,15 +11,19 @@
 
 namespace lumatile {
 
+class HighlightSurface;
 class ScreenList;
 class Translucency;
 
-/// The highlight of a drag's target as a window: above everything, on every virtual desktop, never
-/// focused, never in the way of the mouse. Needs the toolkit's application object.
+/// The highlight of a drag's target: above everything, on every virtual desktop, never focused,
+/// never in the way of the mouse. A window, or the session's own surface where it has one. Needs
+/// the toolkit's application object.
 class HighlightOverlay final : public DragSnapHighlighting {
 public:
     /// All of them outlive the overlay.
-    HighlightOverlay(ScreenList& screens, Translucency& translucency, RunLoop& runLoop);
+    /// @param surface nothing where the session has none
+    HighlightOverlay(ScreenList& screens, Translucency& translucency, RunLoop& runLoop,
+                     HighlightSurface* surface = nullptr);
 
     /// A frame that no window could have shows nothing.
     void show(const Rect& frame) override;
@@ -35,9 +39,12 @@ private:
         void release() { destroy(); }
     };
 
+    void showOnSurface(const Rect& frame);
+    void showWindow(const Rect& frame);
     void setSolid(bool isSolid);
     void makeWindow();
     void orderOut();
+    void release();
     void releaseWindow();
     void cutOut();
     Size cellPitch(const Rect& frame);
@@ -46,10 +53,12 @@ private:
     ScreenList& screens_;
     Translucency& translucency_;
     RunLoop& runLoop_;
+    HighlightSurface* surface_;
+    bool isOnSurface_ = false;
     Window window_;
     HighlightView view_{&window_};
     HighlightView::Drawn cutOut_;         // What the window's shape was made of last; empty before.
-    std::unique_ptr<RunLoopTimer> rest_;  // Runs while the window is hidden and still there.
+    std::unique_ptr<RunLoopTimer> rest_;  // Runs while it is hidden and kept.
     HighlightFade fade_;
 };
 

@@ -106,30 +106,6 @@ QColor mixed(const QColor& color, double alpha, const QColor& below) {
             channel(color.blue(), below.blue())};
 }
 
-/// @param part what is to be drawn of it
-void drawTranslucent(QPainter& painter, const QRectF& bounds, const Size& pitch,
-                     const QRectF& part) {
-    const QRectF panel = panelIn(bounds);
-    if (panel.isEmpty()) {
-        return;  // Too small a place for any panel.
-    }
-    const QPainterPath path = roundedPath(panel, panelRadius);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillPath(path, withAlpha({}, panelAlpha));
-    painter.save();
-    painter.setClipPath(path);
-    painter.fillPath(path, withAlpha(Palette::lightTint, panelTintAlpha));
-    const QColor markColor = withAlpha(Palette::lightTint, markAlpha);
-    for (const QRectF& mark : marksIn(panel, pitch)) {
-        if (mark.intersects(part)) {
-            painter.fillPath(roundedPath(mark, markRadius), markColor);
-        }
-    }
-    painter.fillRect(bandIn(panel), withAlpha(Palette::accent, 1));
-    painter.restore();
-    painter.fillPath(outlineOf(panel, outlineWidth), withAlpha(Palette::lightTint, outlineAlpha));
-}
-
 /// By edges, so that neighbours meet.
 QRect rounded(const QRectF& rect) {
     const int left = qRound(rect.left());
@@ -245,6 +221,29 @@ void drawSolid(QPainter& painter, const QRectF& bounds, const Size& pitch, const
 
 }  // namespace
 
+void HighlightView::draw(QPainter& painter, const QRectF& bounds, const Size& cellPitch,
+                         const QRectF& part) {
+    const QRectF panel = panelIn(bounds);
+    if (panel.isEmpty()) {
+        return;  // Too small a place for any panel.
+    }
+    const QPainterPath path = roundedPath(panel, panelRadius);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(path, withAlpha({}, panelAlpha));
+    painter.save();
+    painter.setClipPath(path);
+    painter.fillPath(path, withAlpha(Palette::lightTint, panelTintAlpha));
+    const QColor markColor = withAlpha(Palette::lightTint, markAlpha);
+    for (const QRectF& mark : marksIn(panel, cellPitch)) {
+        if (mark.intersects(part)) {
+            painter.fillPath(roundedPath(mark, markRadius), markColor);
+        }
+    }
+    painter.fillRect(bandIn(panel), withAlpha(Palette::accent, 1));
+    painter.restore();
+    painter.fillPath(outlineOf(panel, outlineWidth), withAlpha(Palette::lightTint, outlineAlpha));
+}
+
 QRectF HighlightView::drawingBounds() const { return place.isEmpty() ? QRectF(rect()) : place; }
 
 /// The corners of the marks' borders are square: round ones would double the rectangles that make
@@ -261,8 +260,7 @@ QRegion HighlightView::shape() const {
 /// are left out.
 void HighlightView::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    (isSolid ? drawSolid : drawTranslucent)(painter, drawingBounds(), cellPitch,
-                                            QRectF(event->rect()));
+    (isSolid ? drawSolid : draw)(painter, drawingBounds(), cellPitch, QRectF(event->rect()));
 }
 
 }  // namespace lumatile

@@ -37,6 +37,12 @@ public:
     };
     Drawn drawn() const { return {size(), place, cellPitch}; }
 
+    /// Draws the translucent form.
+    /// @param bounds what the panel is laid into
+    /// @param part what is to be drawn of it
+    static void draw(QPainter& painter, const QRectF& bounds, const Size& cellPitch,
+                     const QRectF& part);
+
     /// What the solid form shows: the outline, the band, and the borders of the cell marks.
     QRegion shape() const;
 

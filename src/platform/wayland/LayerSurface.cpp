@@ -4,7 +4,9 @@
 #include <wayland-client.h>
 #include <wlr-layer-shell-unstable-v1-client-protocol.h>
 
+#include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace lumatile {
 
@@ -52,7 +54,8 @@ LayerSurface::LayerSurface(WaylandLayers& layers, wl_output* output, const Rect&
     : LayerSurface(layers, output, &place) {}
 
 LayerSurface::LayerSurface(WaylandLayers& layers, wl_output* output, const Rect* place)
-    : surface_(wl_compositor_create_surface(layers.compositor())),
+    : fillsScreen_(place == nullptr),
+      surface_(wl_compositor_create_surface(layers.compositor())),
       viewport_(wp_viewporter_get_viewport(layers.viewporter(), surface_.get())),
       layer_(zwlr_layer_shell_v1_get_layer_surface(layers.shell(), surface_.get(), output,
                                                    ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY, scope)) {
@@ -62,7 +65,7 @@ LayerSurface::LayerSurface(WaylandLayers& layers, wl_output* output, const Rect*
         layer_.get(), ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_NONE);
     if (place != nullptr) {
         zwlr_layer_surface_v1_set_anchor(layer_.get(), topLeft);
-        setPlace(layer_.get(), *place);
+        move(*place);
     } else {
         zwlr_layer_surface_v1_set_anchor(layer_.get(), everySide);
     }
@@ -73,43 +76,36 @@ LayerSurface::LayerSurface(WaylandLayers& layers, wl_output* output, const Rect*
 
 LayerSurface::~LayerSurface() = default;
 
-void LayerSurface::show(wl_buffer* buffer) {
+void LayerSurface::show(wl_buffer* buffer, std::function<void()> taken) {
     buffer_ = buffer;
-    if (width_ > 0) {
-        present();
-    }
+    taken_ = std::move(taken);
+    present();
 }
 
 void LayerSurface::move(const Rect& place) {
     if (layer_) {
         setPlace(layer_.get(), place);
-        // The compositor tells no new size where it is the old one.
-        width_ = static_cast<int>(place.width);
-        height_ = static_cast<int>(place.height);
     }
+    width_ = static_cast<int>(place.width);
+    height_ = static_cast<int>(place.height);
 }
 
 void LayerSurface::configure(std::uint32_t serial, std::uint32_t width, std::uint32_t height) {
     zwlr_layer_surface_v1_ack_configure(layer_.get(), serial);
-    constexpr auto most = static_cast<std::uint32_t>(std::numeric_limits<std::int16_t>::max());
-    if (width == 0 || height == 0 || width > most || height > most) {
-        return;
+    hasPlace_ = true;
+    // A part of the screen has the size that was asked for, perhaps of late, and no other.
+    if (fillsScreen_) {
+        constexpr std::uint32_t most = std::numeric_limits<std::int16_t>::max();
+        width_ = static_cast<int>(std::min(width, most));
+        height_ = static_cast<int>(std::min(height, most));
     }
-    width_ = static_cast<int>(width);
-    height_ = static_cast<int>(height);
-    if (buffer_ != nullptr) {
-        present();
-    }
+    present();
 }
 
-void LayerSurface::close() {
-    layer_.reset();
-    width_ = 0;
-    height_ = 0;
-}
+void LayerSurface::close() { layer_.reset(); }
 
 void LayerSurface::present() {
-    if (!layer_) {
+    if (!layer_ || !hasPlace_ || buffer_ == nullptr || width_ <= 0 || height_ <= 0) {
         return;
     }
     wp_viewport_set_destination(viewport_.get(), width_, height_);
@@ -117,6 +113,9 @@ void LayerSurface::present() {
     constexpr int everything = std::numeric_limits<std::int32_t>::max();
     wl_surface_damage_buffer(surface_.get(), 0, 0, everything, everything);
     wl_surface_commit(surface_.get());
+    if (taken_) {
+        taken_();
+    }
 }
 
 }  // namespace lumatile

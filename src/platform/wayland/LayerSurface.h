@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 #include "geometry/Rect.h"
 #include "platform/wayland/WaylandHandle.h"
@@ -27,8 +28,11 @@ public:
 
     /// Has it show this picture, stretched over all of it, from the moment on when the compositor
     /// has given it its place.
-    /// @param buffer unchanged and there as long as it is shown
-    void show(wl_buffer* buffer);
+    /// @param buffer there as long as it is shown
+    /// @param taken called when the compositor has been given the buffer, which from then on may
+    /// not
+    ///        be changed; kept as long as it is shown
+    void show(wl_buffer* buffer, std::function<void()> taken = {});
 
     /// Moves it to another part of its screen. What it shows next is shown there.
     void move(const Rect& place);
@@ -42,8 +46,11 @@ private:
     void close();
     void present();
 
+    bool fillsScreen_;
+    bool hasPlace_ = false;  ///< Once the compositor has given it one.
     wl_buffer* buffer_ = nullptr;
-    int width_ = 0;  ///< As the compositor has it; 0 until it has said so.
+    std::function<void()> taken_;
+    int width_ = 0;
     int height_ = 0;
     WaylandHandle<wl_surface> surface_;
     WaylandHandle<wp_viewport> viewport_;

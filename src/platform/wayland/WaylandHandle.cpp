@@ -1,7 +1,6 @@
 #include "platform/wayland/WaylandHandle.h"
 
 #include <ext-idle-notify-v1-client-protocol.h>
-#include <fractional-scale-v1-client-protocol.h>
 #include <idle-client-protocol.h>
 #include <single-pixel-buffer-v1-client-protocol.h>
 #include <viewporter-client-protocol.h>
@@ -66,14 +65,6 @@ void WaylandRelease::operator()(wl_shm* object) const { wl_shm_destroy(object); 
 void WaylandRelease::operator()(wl_shm_pool* object) const { wl_shm_pool_destroy(object); }
 
 void WaylandRelease::operator()(wl_surface* object) const { wl_surface_destroy(object); }
-
-void WaylandRelease::operator()(wp_fractional_scale_manager_v1* object) const {
-    wp_fractional_scale_manager_v1_destroy(object);
-}
-
-void WaylandRelease::operator()(wp_fractional_scale_v1* object) const {
-    wp_fractional_scale_v1_destroy(object);
-}
 
 void WaylandRelease::operator()(wp_single_pixel_buffer_manager_v1* object) const {
     wp_single_pixel_buffer_manager_v1_destroy(object);

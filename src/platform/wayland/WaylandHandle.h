@@ -17,8 +17,6 @@ struct wl_seat;
 struct wl_shm;
 struct wl_shm_pool;
 struct wl_surface;
-struct wp_fractional_scale_manager_v1;
-struct wp_fractional_scale_v1;
 struct wp_single_pixel_buffer_manager_v1;
 struct wp_viewport;
 struct wp_viewporter;
@@ -46,8 +44,6 @@ struct WaylandRelease {
     void operator()(wl_shm* object) const;
     void operator()(wl_shm_pool* object) const;
     void operator()(wl_surface* object) const;
-    void operator()(wp_fractional_scale_manager_v1* object) const;
-    void operator()(wp_fractional_scale_v1* object) const;
     void operator()(wp_single_pixel_buffer_manager_v1* object) const;
     void operator()(wp_viewport* object) const;
     void operator()(wp_viewporter* object) const;

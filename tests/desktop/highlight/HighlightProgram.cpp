@@ -45,7 +45,8 @@ int main(int argc, char** argv) {
     QtRunLoop runLoop;
     StandardErrorLog log;
     const DesktopSession session = present->enter(runLoop, log);
-    HighlightOverlay overlay(session.screenList, session.translucency, runLoop);
+    HighlightOverlay overlay(session.screenList, session.translucency, runLoop,
+                             session.highlightSurface);
     std::string read;
     const auto watch = runLoop.watchDescriptor(input, [&] {
         std::array<char, 256> part{};

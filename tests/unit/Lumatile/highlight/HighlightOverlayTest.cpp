@@ -3,10 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
+#include <optional>
+#include <vector>
 
 #include "platform/simulated/SimulatedClock.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedScreens.h"
+#include "ports/HighlightSurface.h"
 #include "ports/Translucency.h"
 
 namespace lumatile {
@@ -205,6 +209,100 @@ TEST_F(HighlightOverlayTest, neverTakesFocusOrMouse) {
     EXPECT_TRUE(flags.testFlag(Qt::X11BypassWindowManagerHint));
     EXPECT_TRUE(flags.testFlag(Qt::FramelessWindowHint));
     EXPECT_TRUE(overlay_.window().testAttribute(Qt::WA_ShowWithoutActivating));
+}
+
+/// What the session shows the highlight on, in memory.
+class SimulatedSurface final : public HighlightSurface {
+public:
+    bool isAvailable() override { return available; }
+
+    bool show(const Rect& frame, const Draw& draw) override {
+        if (!(frame.width > 0)) {
+            return false;
+        }
+        constexpr double scale = 1.5;
+        constexpr double margin = 1;
+        shown = frame;
+        width = static_cast<int>((frame.width + 2 * margin) * scale);
+        height = static_cast<int>((frame.height + 2 * margin) * scale);
+        pixels.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 0);
+        draw({pixels, width, height, scale, {margin, margin, frame.width, frame.height}});
+        return true;
+    }
+    void setOpacity(double value) override { opacity = value; }
+    void hide() override { shown.reset(); }
+    void release() override {
+        hide();
+        pixels.clear();
+    }
+
+    std::uint32_t at(int x, int y) const {
+        return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+                      static_cast<std::size_t>(x)];
+    }
+
+    bool available = true;
+    std::optional<Rect> shown;
+    double opacity = 0;
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint32_t> pixels;
+};
+
+class HighlightOnSurfaceTest : public HighlightOverlayTest {
+protected:
+    SimulatedSurface surface_;
+    HighlightOverlay onSurface_{desk_, translucency_, runLoop_, &surface_};
+};
+
+TEST_F(HighlightOnSurfaceTest, isDrawnToThePixelWithoutAWindow) {
+    const Rect frame{100, 50, 320, 240};
+    onSurface_.show(frame);
+    EXPECT_EQ(surface_.shown, frame);
+    EXPECT_FALSE(onSurface_.window().isVisible());
+    // Outside of the panel, which begins 3 points inside the frame, and that 1 inside the picture.
+    EXPECT_EQ(surface_.at(0, 0), 0U);
+    EXPECT_EQ(surface_.at(surface_.width - 1, surface_.height - 1), 0U);
+    // The band, 4 points inside of everything, is all of the accent.
+    EXPECT_EQ(surface_.at(surface_.width / 2, 10) >> 24U, 0xffU);
+    // The panel lets what lies below shine through.
+    const std::uint32_t inside = surface_.at(surface_.width / 2, surface_.height / 2) >> 24U;
+    EXPECT_GT(inside, 0x70U);
+    EXPECT_LT(inside, 0xa0U);
+    EXPECT_EQ(surface_.at(surface_.width / 2, surface_.height - 3), 0U);
+    EXPECT_NE(surface_.at(surface_.width / 2, surface_.height - 6), 0U) << "the outline";
+}
+
+TEST_F(HighlightOnSurfaceTest, fadesInAndOutAndGivesTheMemoryBack) {
+    onSurface_.show({100, 50, 320, 240});
+    EXPECT_EQ(surface_.opacity, 0);
+    runLoop_.advance(0.06);
+    EXPECT_GT(surface_.opacity, 0);
+    EXPECT_LT(surface_.opacity, 1);
+    runLoop_.advance(0.07);
+    EXPECT_EQ(surface_.opacity, 1);
+    onSurface_.hide();
+    runLoop_.advance(0.13);
+    EXPECT_EQ(surface_.opacity, 0);
+    EXPECT_EQ(surface_.shown, std::nullopt);
+    EXPECT_FALSE(surface_.pixels.empty()) << "for the next time";
+    runLoop_.advance(2.1);
+    EXPECT_TRUE(surface_.pixels.empty());
+}
+
+TEST_F(HighlightOnSurfaceTest, aFrameThatNoWindowCouldHaveHidesIt) {
+    onSurface_.show({100, 50, 320, 240});
+    runLoop_.advance(0.2);
+    onSurface_.show({100, 50, 0, 240});
+    runLoop_.advance(0.2);
+    EXPECT_EQ(surface_.shown, std::nullopt);
+}
+
+TEST_F(HighlightOnSurfaceTest, isAWindowWhereTheSurfaceIsNotToBeHad) {
+    surface_.available = false;
+    onSurface_.show({100, 50, 320, 240});
+    EXPECT_TRUE(onSurface_.window().isVisible());
+    EXPECT_EQ(surface_.shown, std::nullopt);
 }
 
 }  // namespace
