@@ -11,7 +11,7 @@
 #include "Lumatile/highlight/HighlightOverlay.h"
 #include "Lumatile/launch/DesktopServices.h"
 #include "Lumatile/launch/ProgramWindows.h"
-#include "Lumatile/launch/SessionChoice.h"
+#include "Lumatile/launch/SessionReturn.h"
 #include "Lumatile/launch/SessionWatch.h"
 #include "Lumatile/launch/StartMemory.h"
 #include "Lumatile/launch/ToolkitApplication.h"
@@ -42,7 +42,7 @@ constexpr std::array kinds{SessionKind{KWinSession::find, KWinSession::absence},
 int main(int argc, char** argv) {
     StandardErrorLog log;
     TerminationSignals termination;
-    const std::unique_ptr<PresentSession> present = firstPresent(kinds, log);
+    const auto present = SessionReturn::await(kinds, termination, log);
     if (!present) {
         return EXIT_FAILURE;
     }

@@ -29,6 +29,9 @@ struct SessionFacts {
 
     /// The sentence for the log when the window system is gone.
     std::string lost;
+
+    /// Whether the desktop starts it anew then.
+    bool comesBack = false;
 };
 
 /// A window system that is there. Finding it has changed nothing on the desktop, so that a program

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "Lumatile/MainTexts.h"
+#include "Lumatile/launch/SessionReturn.h"
 #include "ports/SystemLog.h"
 
 namespace lumatile {
@@ -23,6 +24,8 @@ SessionWatch::SessionWatch(SessionEvents events, const SessionFacts& facts, QtRu
     : events_(std::move(events)),
       farewell_(facts.toolkitFarewell),
       lost_(facts.lost),
+      desktop_(facts.desktop),
+      comesBack_(facts.comesBack),
       log_(log),
       abandoned_(std::move(abandoned)),
       readable_(runLoop.watchDescriptor(events_.descriptor, [this] { dispatch(); })),
@@ -43,6 +46,7 @@ void SessionWatch::dispatch() {
     events_.dispatch();
     if (events_.isLost()) {
         reportLost();
+        beginAgain();
         QCoreApplication::exit(EXIT_FAILURE);
     }
 }
@@ -54,6 +58,13 @@ void SessionWatch::reportLost() {
     }
 }
 
+void SessionWatch::beginAgain() {
+    if (comesBack_) {
+        abandoned_();
+        SessionReturn::beginAgain(desktop_);
+    }
+}
+
 void SessionWatch::handleToolkitMessage(QtMsgType type, const QMessageLogContext& context,
                                         const QString& text) {
     const std::string& farewell = watching->farewell_;
@@ -62,7 +73,11 @@ void SessionWatch::handleToolkitMessage(QtMsgType type, const QMessageLogContext
         return;
     }
     watching->reportLost();
-    watching->abandoned_();
+    if (watching->comesBack_) {
+        watching->beginAgain();
+    } else {
+        watching->abandoned_();
+    }
     // As the toolkit would next, but without taking itself apart half way.
     std::_Exit(EXIT_FAILURE);
 }

@@ -131,6 +131,7 @@ KWinSession::KWinSession(std::unique_ptr<WaylandConnection> connection)
     facts_.toolkitEnvironment = {{"QT_QPA_PLATFORM", "wayland"}};
     facts_.toolkitFarewell = KWinTexts::toolkitFarewell;
     facts_.lost = KWinTexts::lost;
+    facts_.comesBack = true;
     facts_.shortcomings.emplace_back(KWinTexts::buttonsUnknown);
 }
 

@@ -24,6 +24,17 @@ NativeWindow::Options of(NativeWindow::Toolkit toolkit) {
 constexpr auto qt = NativeWindow::Toolkit::qt;
 constexpr auto gtk = NativeWindow::Toolkit::gtk;
 
+/// Presses until the window snaps: the program may be busy finding KWin.
+bool snapsInTheEnd(PlasmaDesk& desk, const NativeWindow& window) {
+    constexpr int mostPresses = 40;
+    for (int press = 0; press < mostPresses && window.frame() != leftHalf; ++press) {
+        desk.press("left");
+        waitInSession([&] { return window.frame() == leftHalf; },
+                      Deadline::in(std::chrono::seconds(1)));
+    }
+    return window.frame() == leftHalf;
+}
+
 TEST(KWinSnap, theFrontWindowTakesTheLeftHalf) {
     PlasmaDesk desk;
     for (const auto toolkit : {qt, gtk}) {
@@ -123,14 +134,21 @@ TEST(KWinSnap, aScriptThatSomebodyHasUnloadedIsLoadedAgain) {
          "org.kde.kwin.Scripting.unloadScript", "lumatile"},
         "unload");
     unload.wait(Deadline::usual());
-    // It is noticed when the script leaves a question unasked. Until then presses come to nothing.
-    constexpr int mostPresses = 40;
-    for (int press = 0; press < mostPresses && window->frame() != leftHalf; ++press) {
-        desk.press("left");
-        waitInSession([&] { return window->frame() == leftHalf; },
-                      Deadline::in(std::chrono::seconds(1)));
-    }
-    EXPECT_EQ(window->frame(), leftHalf);
+    // It is noticed when the script leaves a question unasked.
+    EXPECT_TRUE(snapsInTheEnd(desk, *window));
+}
+
+TEST(KWinSnap, aKWinThatCrashesIsWaitedFor) {
+    PlasmaDesk desk;
+    const pid_t pid = desk.program().pid();
+    desk.desktop().server().crash();
+    desk.desktop().restart();
+    const auto window = desk.desktop().openWindow(of(qt));
+    window->place(usual);
+    EXPECT_TRUE(snapsInTheEnd(desk, *window)) << desk.program().output();
+    EXPECT_EQ(desk.program().pid(), pid);
+    EXPECT_TRUE(desk.program().isRunning());
+    EXPECT_EQ(desk.endProgram(), "");
 }
 
 }  // namespace
