@@ -79,8 +79,8 @@ int main(int argc, char** argv) {
     if (session.watchOlderTray) {
         session.watchOlderTray([&statusItem] { statusItem.olderTrayAppeared(); });
     }
-    const auto highlight =
-        std::make_shared<HighlightOverlay>(session.screenList, session.translucency, runLoop);
+    const auto highlight = std::make_shared<HighlightOverlay>(
+        session.screenList, session.translucency, runLoop, session.highlightSurface);
     DesktopServices services(session, sessionBus, log);
     statusItem.setKeyTexts(services.keyTexts());
     ProgramWindows windows({session, services, preferences, sharedStore, runLoop, log});

@@ -20,6 +20,7 @@
 #include "platform/kwin/KWinScreenList.h"
 #include "platform/kwin/KWinWorkspace.h"
 #include "platform/wayland/WaylandDimOverlays.h"
+#include "platform/wayland/WaylandHighlight.h"
 #include "platform/wayland/WaylandInputState.h"
 #include "platform/wayland/WaylandKeyboard.h"
 #include "platform/wayland/WaylandLayers.h"
@@ -96,6 +97,7 @@ struct KWinSession::Adapters {
     WaylandInputState inputState;
     WaylandLayers layers{connection};
     WaylandDimOverlays dimOverlays{connection, layers, outputs};
+    WaylandHighlight highlight{connection, layers, outputs, [this] { return screenList.origin(); }};
     AlwaysTranslucent translucency;
 
     std::vector<std::string> refusedShortcuts() {
@@ -155,7 +157,8 @@ DesktopSession KWinSession::enter(RunLoop& runLoop, SystemLog& /*log*/) {
             [] { return std::string(KWinTexts::windowManager); },
             [&own] { return own.refusedShortcuts(); },
             {},
-            adapters};
+            adapters,
+            &own.highlight};
 }
 
 }  // namespace lumatile
