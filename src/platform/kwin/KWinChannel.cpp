@@ -34,6 +34,9 @@ constexpr double goodbye = 0.25;
 constexpr double firstRetry = 1;
 constexpr double longestRetry = 30;
 
+// Of texts that have arrived.
+constexpr auto longestTurn = std::chrono::milliseconds(10);
+
 // More results than anybody waits for at once.
 constexpr std::size_t mostResults = 64;
 
@@ -129,6 +132,7 @@ void KWinChannel::lose(State next) {
     }
     patience_.reset();
     question_ = nullptr;
+    untaken_.clear();
     orders_.clear();
     results_.clear();
     connection_.reset();
@@ -152,21 +156,49 @@ void KWinChannel::retryLater() {
 void KWinChannel::called(const LoneBusConnection::Call& call) {
     const char* text = nullptr;
     g_variant_get(call.arguments, "(&s)", &text);
-    const std::string copy = text;
+    untaken_.emplace_back(text);
     if (call.method != "Next") {
         g_dbus_method_invocation_return_value(call.invocation, nullptr);
-        take(copy);
-        return;
+    } else {
+        if (question_ != nullptr) {
+            answerNow();  // A script that was taken for dead. It has what there is.
+        }
+        question_ = call.invocation;
+        patience_ = runLoop_.repeat(questionGrowsOld, [this] { answerNow(); });
     }
-    if (question_ != nullptr) {
-        answerNow();  // A script that was taken for dead. It has what there is.
-    }
-    question_ = call.invocation;
-    patience_ = runLoop_.repeat(questionGrowsOld, [this] { answerNow(); });
-    take(copy);
+    takeIn();
     if (!orders_.empty()) {
         answerNow();
     }
+}
+
+/// The bus library hands everything over at once that has arrived, call by call. However much that
+/// is, the rest of the program has its turns.
+void KWinChannel::takeIn() {
+    if (isTaking_ || isTakingLater_) {
+        return;
+    }
+    isTaking_ = true;
+    const Clock::time_point now = Clock::now();
+    if (now - turn_ > 2 * longestTurn) {
+        turn_ = now;
+    }
+    while (!untaken_.empty() && Clock::now() - turn_ < longestTurn) {
+        const std::string text = std::move(untaken_.front());
+        untaken_.pop_front();
+        take(text);
+    }
+    isTaking_ = false;
+    if (Clock::now() - turn_ >= longestTurn) {
+        isTakingLater_ = true;
+        runLoop_.post(lifeline_.guard([this] { takeInAnew(); }));
+    }
+}
+
+void KWinChannel::takeInAnew() {
+    isTakingLater_ = false;
+    turn_ = Clock::now();
+    takeIn();
 }
 
 void KWinChannel::take(const std::string& text) {

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <string>
@@ -89,6 +90,8 @@ private:
     void setState(State state);
     void retryLater();
     void called(const LoneBusConnection::Call& call);
+    void takeIn();
+    void takeInAnew();
     void take(const std::string& text);
     void answerNow();
     void expectQuestion();
@@ -101,6 +104,10 @@ private:
     std::string scriptFile_;
     KWinMirror mirror_;
     State state_ = State::absent;
+    std::deque<std::string> untaken_;  // What the script has said and nobody has looked at.
+    Clock::time_point turn_;           // When the program's present turn of taking in began.
+    bool isTaking_ = false;
+    bool isTakingLater_ = false;
     GDBusMethodInvocation* question_ = nullptr;  // Of the script, unanswered.
     std::vector<KWinNumberedOrder> orders_;      // Not fetched yet.
     std::uint64_t lastOrder_ = 0;

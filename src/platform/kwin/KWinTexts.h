@@ -8,7 +8,8 @@ namespace lumatile::KWinTexts {
 
 inline constexpr std::string_view noSession =
     "this is no Plasma session under Wayland: there is no KWin on the message bus";
-inline constexpr std::string_view lost = "the Wayland compositor has gone away; waiting for it to come back";
+inline constexpr std::string_view lost =
+    "the Wayland compositor has gone away; waiting for it to come back";
 
 /// The toolkit's words when its own connection to the compositor breaks, as they begin.
 inline constexpr std::string_view toolkitFarewell = "The Wayland connection";
