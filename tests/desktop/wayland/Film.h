@@ -1,8 +1,6 @@
 #pragma once
 
-#include "platform/wayland/SharedPixels.h"
-#include "platform/wayland/WaylandHandle.h"
-#include "tests/desktop/support/kwin/WaylandClient.h"
+#include "tests/desktop/wayland/LayerClient.h"
 
 struct zwp_idle_inhibit_manager_v1;
 struct zwp_idle_inhibitor_v1;
@@ -10,7 +8,7 @@ struct zwp_idle_inhibitor_v1;
 namespace lumatile::desktop {
 
 /// Another program that has something to show undisturbed, as players of films have.
-class Film : public WaylandClient {
+class Film : public LayerClient {
 public:
     /// Shown, not yet begun.
     explicit Film(const std::string& socket);
@@ -23,18 +21,8 @@ public:
     void end();
 
 private:
-    struct Listeners;
-
-    SharedPixels pixels_{1};
-    WaylandHandle<wl_compositor> compositor_;
-    WaylandHandle<wl_shm> shm_;
-    WaylandHandle<zwlr_layer_shell_v1> shell_;
     zwp_idle_inhibit_manager_v1* inhibition_;
-    WaylandHandle<wl_surface> surface_;
-    WaylandHandle<zwlr_layer_surface_v1> layer_;
-    WaylandHandle<wl_buffer> picture_;
     zwp_idle_inhibitor_v1* inhibitor_ = nullptr;
-    bool hasPlace_ = false;
 };
 
 }  // namespace lumatile::desktop

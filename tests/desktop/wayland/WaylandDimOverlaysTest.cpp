@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "tests/desktop/support/kwin/ScreenPicture.h"
-#include "tests/desktop/support/kwin/SessionWait.h"
+#include "tests/desktop/wayland/LayerClient.h"
 #include "tests/desktop/wayland/WaylandDesk.h"
 
 namespace lumatile::desktop {
@@ -122,15 +122,21 @@ TEST_F(WaylandDimOverlaysTest, leaveFocusAndClicksToWhatIsBelow) {
     EXPECT_TRUE(desk.waitUntil([&] { return window->state().active; }));
 }
 
-TEST_F(WaylandDimOverlaysTest, takeNoRoomFromWindows) {
-    const auto before = desk.probe().screens();
+TEST_F(WaylandDimOverlaysTest, coverPanelsAndTakeNoRoom) {
+    desk.probe().fullScreen(window->id(), false);
+    desk.input().movePointer(480, 300);
+    constexpr int height = 40;
+    const LayerClient panel(desk.server().socket(), {960, height, height});
+    const auto usable = [&] { return desk.probe().screens().front().usable; };
+    const auto isAsItWas = [&] { return usable() == Rect{0, height, 960, 600 - height}; };
+    ASSERT_TRUE(desk.waitUntil(isAsItWas)) << usable().y;
     overlays.setOpacity(0.5);
-    ASSERT_TRUE(comesToShow(0.5, {{480, 300}})) << seen;
-    const auto after = desk.probe().screens();
-    ASSERT_EQ(before.size(), after.size());
-    for (std::size_t screen = 0; screen < before.size(); ++screen) {
-        EXPECT_EQ(before[screen].usable, after[screen].usable);
-    }
+    const ScreenColor dark = ScreenColor::of(0xffffff).behindBlack(0.5);
+    EXPECT_TRUE(desk.waitUntil([&] {
+        seen = ScreenPicture::colorAt(desk.session(), 480, height / 2);
+        return seen.isNear(dark, 2);
+    })) << seen;
+    EXPECT_TRUE(isAsItWas()) << usable().y;
 }
 
 }  // namespace
