@@ -12,7 +12,7 @@ namespace {
 constexpr double farthest = 32767;
 
 // Scales are steps of 1/120: the usual ones come to whole pixels after a few units.
-constexpr double longestPeriod = 12;
+constexpr int longestPeriod = 12;
 constexpr double exact = 1e-6;
 
 Rect rounded(const Rect& rect) {
@@ -45,8 +45,9 @@ const WaylandOutput& outputOf(const Rect& rect, std::span<const WaylandOutput> o
 
 /// After how many units whole pixels come together with whole units; 1 where that takes too long.
 double periodOf(double scale) {
-    for (double units = 1; units <= longestPeriod; ++units) {
-        if (std::abs(units * scale - std::round(units * scale)) < exact) {
+    for (int units = 1; units <= longestPeriod; ++units) {
+        const double pixels = units * scale;
+        if (std::abs(pixels - std::round(pixels)) < exact) {
             return units;
         }
     }

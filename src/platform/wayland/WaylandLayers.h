@@ -11,6 +11,7 @@ public:
     explicit WaylandLayers(WaylandConnection& connection);
     WaylandLayers(const WaylandLayers&) = delete;
     WaylandLayers& operator=(const WaylandLayers&) = delete;
+    ~WaylandLayers() = default;
 
     /// Whether there can be such surfaces. Without this nothing below may be asked for.
     bool isAvailable() const { return compositor_ && shell_ && viewporter_; }

@@ -65,7 +65,7 @@ std::shared_ptr<WaylandPicture> WaylandPictures::free(int width, int height) {
     if (!shm_ || pictures_.size() >= mostPictures) {
         return nullptr;
     }
-    const auto made = std::make_shared<WaylandPicture>(shm_.get(), width, height, released_);
+    auto made = std::make_shared<WaylandPicture>(shm_.get(), width, height, released_);
     if (!made->isThere()) {
         return nullptr;
     }

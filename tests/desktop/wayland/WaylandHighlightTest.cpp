@@ -37,7 +37,8 @@ void fillPanel(const HighlightSurface::Canvas& canvas) {
     };
     for (int y = pixel(canvas.panel.minY()); y < pixel(canvas.panel.maxY()); ++y) {
         for (int x = pixel(canvas.panel.minX()); x < pixel(canvas.panel.maxX()); ++x) {
-            canvas.pixels[static_cast<std::size_t>(y * canvas.width + x)] = drawn;
+            canvas.pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(canvas.width) +
+                          static_cast<std::size_t>(x)] = drawn;
         }
     }
 }
