@@ -262,7 +262,9 @@ bool KWinAccessibilityPlatform::carryOut(const Element& element, const PlacingWi
     return window != nullptr && place(window->record.id, wish);
 }
 
-bool KWinAccessibilityPlatform::place(const std::string& id, const PlacingWish& wish) {
+// The id is a copy: the window that it was taken from may go while it is waited for.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
+bool KWinAccessibilityPlatform::place(std::string id, const PlacingWish& wish) {
     KWinWindow* window = channel_.mirror().find(id);
     if (window == nullptr) {
         return false;

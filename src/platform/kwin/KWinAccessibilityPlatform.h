@@ -69,7 +69,7 @@ private:
     double timeoutOf(const KWinWindow& window) const;
     void carryOutJoined();
     bool carryOut(const Element& element, const PlacingWish& wish);
-    bool place(const std::string& id, const PlacingWish& wish);
+    bool place(std::string id, const PlacingWish& wish);
     std::optional<AttributeValue> readApplication(Pid pid, std::string_view attribute);
     std::optional<AttributeValue> readWindow(const KWinWindow& window, std::string_view attribute);
 

@@ -34,33 +34,35 @@ const std::vector<Arrangement>& arrangements() {
     return all;
 }
 
+class EveryCommand;
+
+/// What holds for every window.
+struct Rule {
+    const char* name = "";
+    void (EveryCommand::*check)() = nullptr;
+};
+
 struct Case {
     const SessionKind* session = nullptr;
     const Arrangement* arrangement = nullptr;
     std::string windowKind;
+    Rule rule;
 };
 
 std::ostream& operator<<(std::ostream& stream, const Case& each) {
-    return stream << each.session->name << ", " << each.arrangement->name << ", "
-                  << each.windowKind;
+    return stream << each.session->name << ", " << each.arrangement->name << ", " << each.windowKind
+                  << ", " << each.rule.name;
 }
 
-std::vector<Case> cases() {
-    std::vector<Case> result;
-    for (const SessionKind& session : sessionKinds()) {
-        for (const Arrangement& arrangement : arrangements()) {
-            for (const std::string& windowKind : session.windowKinds) {
-                if (session.hasScales || arrangement.layout.scales.empty()) {
-                    result.push_back({&session, &arrangement, windowKind});
-                }
-            }
-        }
-    }
-    return result;
-}
-
-// A desktop serves all kinds of windows in turn; the next arrangement gets a new one.
+// A desktop serves all kinds of windows and all rules in turn; the next arrangement gets a new one.
 class EveryCommand : public testing::TestWithParam<Case> {
+public:
+    void asksForItsTargetAndGetsIt();
+    void centersWithoutResizing();
+    void restoresTheFrameBeforeTheLastCommandAndBack();
+    void restoreLeavesAWindowThatWasNeverSnapped();
+    void movesToTheNeighbouringDisplayAndBack();
+
 protected:
     static void TearDownTestSuite() { drop(); }
 
@@ -136,7 +138,7 @@ private:
     int presses_ = 0;
 };
 
-TEST_P(EveryCommand, asksForItsTargetAndGetsIt) {
+void EveryCommand::asksForItsTargetAndGetsIt() {
     for (const DefaultShortcut& shortcut : defaultShortcuts()) {
         if (shortcut.kind == DefaultShortcut::Kind::area) {
             expectSnap(shortcut, desk().expected().area(shortcut, monitor()));
@@ -151,7 +153,7 @@ TEST_P(EveryCommand, asksForItsTargetAndGetsIt) {
     EXPECT_EQ(window().frame(), last);
 }
 
-TEST_P(EveryCommand, centersWithoutResizing) {
+void EveryCommand::centersWithoutResizing() {
     const PixelRect before = window().frame();
     const PixelRect wanted = desk().expected().centered(before, monitor());
     desk().forget();
@@ -162,7 +164,7 @@ TEST_P(EveryCommand, centersWithoutResizing) {
     EXPECT_EQ(window().frame(), wanted);
 }
 
-TEST_P(EveryCommand, restoresTheFrameBeforeTheLastCommandAndBack) {
+void EveryCommand::restoresTheFrameBeforeTheLastCommandAndBack() {
     const PixelRect before = window().frame();
     expectSnap(defaultShortcut("topLeft"), area("topLeft"));
     expectSnap(defaultShortcut("rightThird"), area("rightThird"));
@@ -180,7 +182,7 @@ TEST_P(EveryCommand, restoresTheFrameBeforeTheLastCommandAndBack) {
     EXPECT_TRUE(comesTo(earlier)) << window().frame();
 }
 
-TEST_P(EveryCommand, restoreLeavesAWindowThatWasNeverSnapped) {
+void EveryCommand::restoreLeavesAWindowThatWasNeverSnapped() {
     const PixelRect before = window().frame();
     desk().forget();
     pressWithLocks(defaultShortcut("restore"));
@@ -189,7 +191,7 @@ TEST_P(EveryCommand, restoreLeavesAWindowThatWasNeverSnapped) {
     EXPECT_EQ(window().timesAsked(), 0U);
 }
 
-TEST_P(EveryCommand, movesToTheNeighbouringDisplayAndBack) {
+void EveryCommand::movesToTheNeighbouringDisplayAndBack() {
     const PixelRect before = window().frame();
     const bool alone = arrangement().layout.monitors.size() < 2;
     const std::size_t other = alone ? monitor() : 1 - monitor();
@@ -211,10 +213,38 @@ TEST_P(EveryCommand, movesToTheNeighbouringDisplayAndBack) {
         << window().frame() << " instead of " << before;
 }
 
+std::vector<Case> cases() {
+    const std::vector<Rule> rules{
+        {"asksForItsTargetAndGetsIt", &EveryCommand::asksForItsTargetAndGetsIt},
+        {"centersWithoutResizing", &EveryCommand::centersWithoutResizing},
+        {"restoresTheFrameBeforeTheLastCommandAndBack",
+         &EveryCommand::restoresTheFrameBeforeTheLastCommandAndBack},
+        {"restoreLeavesAWindowThatWasNeverSnapped",
+         &EveryCommand::restoreLeavesAWindowThatWasNeverSnapped},
+        {"movesToTheNeighbouringDisplayAndBack",
+         &EveryCommand::movesToTheNeighbouringDisplayAndBack}};
+    std::vector<Case> result;
+    for (const SessionKind& session : sessionKinds()) {
+        for (const Arrangement& arrangement : arrangements()) {
+            if (!session.hasScales && !arrangement.layout.scales.empty()) {
+                continue;
+            }
+            for (const std::string& windowKind : session.windowKinds) {
+                for (const Rule& rule : rules) {
+                    result.push_back({&session, &arrangement, windowKind, rule});
+                }
+            }
+        }
+    }
+    return result;
+}
+
+TEST_P(EveryCommand, keepsTheRule) { (this->*GetParam().rule.check)(); }
+
 INSTANTIATE_TEST_SUITE_P(Desktop, EveryCommand, testing::ValuesIn(cases()),
                          [](const testing::TestParamInfo<Case>& each) {
                              return each.param.session->name + "_" + each.param.arrangement->name +
-                                    "_" + each.param.windowKind;
+                                    "_" + each.param.windowKind + "_" + each.param.rule.name;
                          });
 
 }  // namespace

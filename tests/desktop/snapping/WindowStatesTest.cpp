@@ -115,19 +115,6 @@ TEST_P(WindowStates, aStoppedProgramsWindowSnapsAndDelaysNoOther) {
     terminal.process.signal(SIGCONT);
 }
 
-TEST_P(WindowStates, aWindowThatGoesAwayInTheMiddleIsNoTrouble) {
-    for (int round = 0; round < 10; ++round) {
-        // Not placed: the shortcut that was meant for the one before may reach it.
-        const auto doomed = desktop_->desktop().openWindow({});
-        desktop_->press("left");
-        doomed->close();
-    }
-    const auto window = desktop_->desktop().openWindow({});
-    ASSERT_TRUE(desktop_->settle(*window));
-    desktop_->press("right");
-    EXPECT_TRUE(reaches(*window, target("right")));
-}
-
 INSTANTIATE_TEST_SUITE_P(Desktop, WindowStates, testing::ValuesIn(WindowManager::kinds), nameOf);
 
 }  // namespace

@@ -16,6 +16,10 @@ const std::vector<SessionKind>& sessionKinds() {
                                   return std::make_unique<X11SessionDesk>(kind, setup);
                               }});
         }
+        result.push_back(
+            {"plasma", KWinSessionDesk::windowKinds(), true, [](const SessionDesk::Setup& setup) {
+                 return std::make_unique<KWinSessionDesk>(setup);
+             }});
         return result;
     }();
     return all;
