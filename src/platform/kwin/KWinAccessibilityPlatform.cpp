@@ -159,7 +159,7 @@ std::optional<AttributeValue> KWinAccessibilityPlatform::readApplication(
         }
         return AttributeValue(std::move(elements));
     }
-    const KWinWindow* active = channel_.mirror().active();
+    const KWinWindow* active = channel_.mirrorSoFar().active();
     const bool hasFocus = active != nullptr && active->record.pid == pid;
     if (hasFocus && isFurniture(*active)) {
         return std::nullopt;

@@ -17,8 +17,8 @@ Rect inPlatformSpace(const Rect& rect, const Rect& primary) {
 KWinScreenList::KWinScreenList(KWinChannel& channel, Primary primary)
     : channel_(channel), primary_(std::move(primary)) {}
 
-std::vector<KWinScreen> KWinScreenList::inOrder() {
-    std::vector<KWinScreen> screens = channel_.mirror().screens();
+std::vector<KWinScreen> KWinScreenList::inOrder(const KWinMirror& mirror) {
+    std::vector<KWinScreen> screens = mirror.screens();
     if (const std::optional<Rect> primary = primary_()) {
         const auto first =
             std::find_if(screens.begin(), screens.end(),
@@ -31,7 +31,7 @@ std::vector<KWinScreen> KWinScreenList::inOrder() {
 }
 
 std::vector<PlatformScreen> KWinScreenList::screens() {
-    const std::vector<KWinScreen> screens = inOrder();
+    const std::vector<KWinScreen> screens = inOrder(channel_.mirror());
     std::vector<PlatformScreen> result;
     result.reserve(screens.size());
     for (const KWinScreen& screen : screens) {
@@ -43,7 +43,8 @@ std::vector<PlatformScreen> KWinScreenList::screens() {
 }
 
 Point KWinScreenList::origin() {
-    const std::vector<KWinScreen> screens = inOrder();
+    // Asked in the midst of work on a window, which must not go meanwhile.
+    const std::vector<KWinScreen> screens = inOrder(channel_.mirrorSoFar());
     return screens.empty() ? Point{} : screens.front().frame.origin();
 }
 

@@ -24,7 +24,7 @@ public:
     Point origin() override;
 
 private:
-    std::vector<KWinScreen> inOrder();
+    std::vector<KWinScreen> inOrder(const KWinMirror& mirror);
 
     KWinChannel& channel_;
     Primary primary_;
