@@ -172,6 +172,10 @@ bool KWinSessionDesk::settle() {
         return desktop_.probe().find(
             [&](const WindowState& state) { return state.xid == marker->id(); });
     };
+    // The program is to have heard that the marker is in front.
+    if (!awaitProgram()) {
+        return false;
+    }
     // A shortcut that was still on its way may reach the marker, too; this one comes after it.
     press("maximize");
     const bool answered = waitInSession([&] { return seen() && seen()->frame == rectOf(whole); });
