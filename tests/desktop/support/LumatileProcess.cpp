@@ -120,8 +120,8 @@ LumatileProcess::LumatileProcess(PrivateSession& session, const std::filesystem:
         start.environment["ASAN_OPTIONS"] += ":fast_unwind_on_malloc=0";
     }
     // When the server goes away the toolkit ends the program with its own connection still open.
-    const std::filesystem::path suppressions =
-        folder_.write("leaks", "leak:libX11.so\nleak:libQt6XcbQpa.so\nleak:libQt6WaylandClient.so\n");
+    const std::filesystem::path suppressions = folder_.write(
+        "leaks", "leak:libX11.so\nleak:libQt6XcbQpa.so\nleak:libQt6WaylandClient.so\n");
     start.environment["LSAN_OPTIONS"] +=
         ":suppressions=" + suppressions.string() + ":print_suppressions=0";
     std::filesystem::path configuration = folder_.path() / "config";
