@@ -51,7 +51,7 @@ public:
 
     /// Sets the one observer of combinations that are changed elsewhere. Nothing happens where they
     /// cannot be.
-    virtual void installReassigned(Reassigned /*reassigned*/) {}
+    virtual void installReassigned(const Reassigned& /*reassigned*/) {}
 
     /// Who has a combination that was refused, as the user knows it: "Switch to Desktop 1 of KWin".
     /// Empty where the desktop does not tell.

@@ -11,13 +11,14 @@ namespace lumatile {
 class SystemLog;
 
 /// The session's part of the run loop. Ends the program when the window system goes away, or begins
-/// it again where the desktop starts that anew, with one line in the log, whoever notices first: the
-/// session, or the toolkit, which has a connection of its own and ends the program with a word of
-/// its own. There is one in a process.
+/// it again where the desktop starts that anew, with one line in the log, whoever notices first:
+/// the session, or the toolkit, which has a connection of its own and ends the program with a word
+/// of its own. There is one in a process.
 class SessionWatch {
 public:
     /// @param runLoop and `log` outlive this, as does the session behind `events`
-    /// @param abandoned called last where the program ends or begins again without being taken apart
+    /// @param abandoned called last where the program ends or begins again without being taken
+    /// apart
     SessionWatch(SessionEvents events, const SessionFacts& facts, QtRunLoop& runLoop,
                  SystemLog& log, std::function<void()> abandoned);
     SessionWatch(const SessionWatch&) = delete;

@@ -85,7 +85,7 @@ public:
 private:
     void start();
     void load();
-    void begin(bool hasBegun);
+    void begin(bool isLoaded);
     void lose(State next);
     void setState(State state);
     void retryLater();

@@ -40,7 +40,7 @@ public:
     ~KWinHotKeyPlatform() override;
 
     void installHandler(Handler handler) override;
-    void installReassigned(Reassigned reassigned) override { reassigned_ = std::move(reassigned); }
+    void installReassigned(const Reassigned& reassigned) override { reassigned_ = reassigned; }
     std::string holder(const KeyCombination& combination) override;
     void describe(HotKeyID id, const HotKeyPurpose& purpose) override;
     std::optional<HotKeyReference> registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,

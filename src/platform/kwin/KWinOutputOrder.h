@@ -19,6 +19,7 @@ public:
     KWinOutputOrder(WaylandConnection& connection, WaylandOutputs& outputs);
     KWinOutputOrder(const KWinOutputOrder&) = delete;
     KWinOutputOrder& operator=(const KWinOutputOrder&) = delete;
+    ~KWinOutputOrder() = default;
     /// The primary screen's frame in the compositor's space; absent where Plasma does not tell.
     std::optional<Rect> primary() const;
 

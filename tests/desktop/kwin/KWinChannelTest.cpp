@@ -267,6 +267,16 @@ TEST_F(KWinChannelTest, aScriptThatSaysNothingIsSaidToBeRefused) {
     EXPECT_EQ(channel->state(), KWinChannel::State::refused);
 }
 
+TEST_F(KWinChannelTest, whereThereIsNoKWinNothingIsSaidAboutIt) {
+    script.reset();
+    kwin.reset();
+    testing::internal::CaptureStderr();
+    channel = std::make_unique<KWinChannel>(address(), runLoop);
+    EXPECT_EQ(channel->state(), KWinChannel::State::absent);
+    channel.reset();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
 TEST_F(KWinChannelTest, aKWinThatGoesIsNoticedAndFoundAgain) {
     loadAndGreet();
     script.reset();

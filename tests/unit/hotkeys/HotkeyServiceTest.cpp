@@ -30,7 +30,7 @@ public:
         return reference;
     }
 
-    void installReassigned(Reassigned reassigned) override { reassign = std::move(reassigned); }
+    void installReassigned(const Reassigned& reassigned) override { reassign = reassigned; }
     void describe(HotKeyID id, const HotKeyPurpose& purpose) override {
         described.emplace_back(id, purpose.title);
     }

@@ -161,8 +161,13 @@ struct LoneBusConnection::State {
         for (const guint subscription : subscriptions) {
             g_dbus_connection_signal_unsubscribe(connection.get(), subscription);
         }
-        g_signal_handler_disconnect(connection.get(), closedSignal);
-        g_dbus_connection_remove_filter(connection.get(), filter);
+        // Where the peer is not there it has come to neither.
+        if (closedSignal != 0) {
+            g_signal_handler_disconnect(connection.get(), closedSignal);
+        }
+        if (filter != 0) {
+            g_dbus_connection_remove_filter(connection.get(), filter);
+        }
         // What was sent last shall arrive.
         g_dbus_connection_flush_sync(connection.get(), nullptr, nullptr);
         g_dbus_connection_close_sync(connection.get(), nullptr, nullptr);

@@ -23,6 +23,7 @@ public:
     explicit KWinProbe(const PrivateSession& session);
     KWinProbe(const KWinProbe&) = delete;
     KWinProbe& operator=(const KWinProbe&) = delete;
+    ~KWinProbe() = default;
 
     /// Loads the script into a KWin that was started anew.
     void load();
