@@ -9,10 +9,10 @@
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Element.h"
 #include "platform/x11/X11Monitors.h"
-#include "windows/PlacingWish.h"
 #include "platform/x11/X11WindowMirror.h"
 #include "platform/x11/X11WindowWriter.h"
 #include "windows/AccessibilityPlatform.h"
+#include "windows/PlacingWish.h"
 
 namespace lumatile {
 

@@ -6,9 +6,9 @@
 #include "geometry/Point.h"
 #include "geometry/Rect.h"
 #include "platform/x11/X11PlacingOrder.h"
-#include "windows/PlacingWish.h"
 #include "platform/x11/X11Window.h"
 #include "platform/x11/X11WindowRequest.h"
+#include "windows/PlacingWish.h"
 
 namespace lumatile {
 

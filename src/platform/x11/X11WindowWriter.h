@@ -11,11 +11,11 @@
 #include "platform/x11/X11Monitors.h"
 #include "platform/x11/X11PlacingPlanner.h"
 #include "platform/x11/X11PlacingWait.h"
-#include "windows/PlacingWish.h"
 #include "platform/x11/X11Window.h"
 #include "platform/x11/X11WindowManagerProbe.h"
 #include "platform/x11/X11WindowMirror.h"
 #include "platform/x11/X11WindowRequests.h"
+#include "windows/PlacingWish.h"
 
 namespace lumatile {
 
