@@ -293,11 +293,13 @@ bool KWinAccessibilityPlatform::place(std::string id, const PlacingWish& wish) {
     };
     channel_.waitUntil(isAnswered, timeoutOf(*window));
     window = channel_.mirrorSoFar().find(id);
-    if (window == nullptr || !result || *result == KWinDone::Result::refused ||
-        *result == KWinDone::Result::failed) {
+    if (window == nullptr ||
+        (result && (*result == KWinDone::Result::refused || *result == KWinDone::Result::failed))) {
         return false;
     }
-    window->written = placing->outcome(*window);
+    const bool isUnderWay =
+        !result || (*result == KWinDone::Result::asked && window->frames == framesBefore);
+    window->written = isUnderWay ? placing->expectation() : placing->outcome(*window);
     return window->record.frame == placing->target;
 }
 

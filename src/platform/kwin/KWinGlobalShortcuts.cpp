@@ -70,8 +70,8 @@ std::optional<std::string> KWinGlobalShortcuts::holder(std::int32_t key) {
     return std::nullopt;
 }
 
-bool KWinGlobalShortcuts::take(const std::string& action, const std::string& title,
-                               std::int32_t key) {
+KWinGlobalShortcuts::Taking KWinGlobalShortcuts::take(const std::string& action,
+                                                      const std::string& title, std::int32_t key) {
     GVariant* const id = g_variant_ref_sink(actionId(action, title));
     const GVariantHandle kept(id);
     bus_.callNow(method("doRegister"), g_variant_new("(@as)", id), patience);
@@ -81,11 +81,14 @@ bool KWinGlobalShortcuts::take(const std::string& action, const std::string& tit
                      g_variant_new("(@as@a(ai)u)", id, g_variant_new_array(nullptr, &wanted, 1),
                                    setPresent | noAutoloading),
                      patience);
-    if (!reply || g_variant_is_of_type(reply.get(), G_VARIANT_TYPE("(a(ai))")) == 0) {
-        return false;
+    if (!reply) {
+        return Taking::silent;
+    }
+    if (g_variant_is_of_type(reply.get(), G_VARIANT_TYPE("(a(ai))")) == 0) {
+        return Taking::refused;
     }
     const GVariantHandle list(g_variant_get_child_value(reply.get(), 0));
-    return firstKey(list.get()) == key;
+    return firstKey(list.get()) == key ? Taking::taken : Taking::refused;
 }
 
 std::optional<KWinGlobalShortcuts::Change> KWinGlobalShortcuts::changeIn(GVariant* arguments) {

@@ -22,11 +22,16 @@ public:
     /// @param key as of `KWinKey`
     std::optional<std::string> holder(std::int32_t key);
 
+    enum class Taking : std::uint8_t {
+        taken,
+        refused,  ///< The service gave the action another combination or none.
+        silent,   ///< The service has not answered in time.
+    };
+
     /// Takes a combination. What the service has stored for the action is written over.
     /// @param action the same in every run
     /// @param title for the user
-    /// @return false when the service gave it another one or none
-    bool take(const std::string& action, const std::string& title, std::int32_t key);
+    Taking take(const std::string& action, const std::string& title, std::int32_t key);
 
     /// An action of this program to which somebody else has given a combination.
     struct Change {

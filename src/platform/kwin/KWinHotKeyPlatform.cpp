@@ -8,6 +8,12 @@
 
 namespace lumatile {
 
+namespace {
+
+constexpr double betweenAttempts = 1;  // Seconds.
+
+}  // namespace
+
 KWinHotKeyPlatform::KWinHotKeyPlatform(KWinChannel& channel, RunLoop& runLoop, SymbolAt symbolAt)
     : channel_(channel),
       runLoop_(runLoop),
@@ -96,6 +102,9 @@ bool KWinHotKeyPlatform::take(const Registration& registration) {
         before->second.isWanted = true;
         return true;
     }
+    if (retry_) {
+        return true;  // It does not answer just now, and each question holds the program up.
+    }
     // One that is about to be given back is not in the way.
     giveUnwantedBack();
     KWinGlobalShortcuts shortcuts(*channel_.connection());
@@ -103,13 +112,32 @@ bool KWinHotKeyPlatform::take(const Registration& registration) {
         refused_.push_back({registration.keyCode, registration.modifiers, *holder});
         return false;
     }
-    if (!shortcuts.take(registration.action, registration.title, *key)) {
+    using Taking = KWinGlobalShortcuts::Taking;
+    const Taking taking = shortcuts.take(registration.action, registration.title, *key);
+    if (taking == Taking::silent) {
+        // KWin is busy, as at login. Nobody has refused anything.
+        retry_ = runLoop_.repeat(betweenAttempts, [this] { takeMissing(); });
+        return true;
+    }
+    if (taking == Taking::refused) {
         shortcuts.giveBack(registration.action);
         refused_.push_back({registration.keyCode, registration.modifiers, {}});
         return false;
     }
     taken_[registration.action] = {*key, registration.title, true};
     return true;
+}
+
+void KWinHotKeyPlatform::takeMissing() {
+    retry_.reset();
+    if (channel_.connection() == nullptr) {
+        return;  // Everything is taken anew when there is one.
+    }
+    for (const auto& [reference, registration] : registrations_) {
+        if (!taken_.contains(registration.action)) {
+            take(registration);
+        }
+    }
 }
 
 void KWinHotKeyPlatform::giveUnwantedBackLater() {

@@ -73,6 +73,7 @@ private:
     void giveUnwantedBackLater();
     void giveUnwantedBack();
     void followService();
+    void takeMissing();
     void notePress(GVariant* arguments);
     void noteChange(GVariant* arguments);
     void reassign(const std::string& action, std::int32_t key);
@@ -90,6 +91,7 @@ private:
     HotKeyReference nextReference_ = 1;
     LoneBusConnection* listening_ = nullptr;  // Where presses are heard; compared, never used.
     bool isGivingBack_ = false;
+    std::unique_ptr<RunLoopTimer> retry_;  // While the service is too busy to answer.
     KWinChannel::StateSubscription states_;
     Lifeline lifeline_;
 };

@@ -30,6 +30,9 @@ struct KWinPlacing {
 
     KWinPlaceOrder order(const KWinWindow& window) const;
 
+    /// What is to be read of a window that has yet to answer, once it is there.
+    KWinWrittenFrame expectation() const { return {frame, target}; }
+
     /// What is to be read of the window from now on: for each number that was met the unrounded
     /// one, KWin's for the others.
     KWinWrittenFrame outcome(const KWinWindow& window) const;

@@ -40,12 +40,14 @@ TEST(ProgramLife, endsWithStatusOneAndOneLineWhenTheServerGoesAway) {
     EXPECT_EQ(std::count(output.begin(), output.end(), '\n'), 1) << output;
 }
 
-TEST(ProgramLife, endsWithStatusOneAndOneLineWhereThereIsNoServer) {
+TEST(ProgramLife, endsWithStatusOneAndALineForEachKindOfSessionWhereThereIsNone) {
     PrivateSession session(":none");
     ChildProcess program = session.start({LUMATILE_PROGRAM}, "lumatile");
     EXPECT_EQ(program.wait(Deadline::usual()), (ChildProcess::Exit{1, 0}));
     const std::string output = session.output("lumatile");
-    EXPECT_EQ(std::count(output.begin(), output.end(), '\n'), 1) << output;
+    EXPECT_EQ(std::count(output.begin(), output.end(), '\n'), 2) << output;
+    EXPECT_NE(output.find("no KWin"), std::string::npos) << output;
+    EXPECT_NE(output.find("no X server"), std::string::npos) << output;
 }
 
 TEST(ProgramLife, saysInOneLineThatAWaylandSessionIsReachedInPart) {

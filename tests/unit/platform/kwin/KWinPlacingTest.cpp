@@ -92,6 +92,16 @@ TEST(KWinPlacing, readsTheUnroundedFrameAsLongAsTheWindowIsWhatItBecame) {
     EXPECT_EQ(KWinPlacing::frameOf(placed), placed.record.frame);
 }
 
+TEST(KWinPlacing, readsTheUnroundedFrameOfAWindowThatAnswersLate) {
+    KWinWindow late = window();
+    const auto placing = KWinPlacing::plan(late, {Point{10.4, 20.4}, Size{100.4, 50.4}}, {});
+    ASSERT_TRUE(placing);
+    late.written = placing->expectation();
+    EXPECT_EQ(KWinPlacing::frameOf(late), late.record.frame) << "it is not there yet";
+    late.record.frame = placing->target;
+    EXPECT_EQ(KWinPlacing::frameOf(late), (Rect{10.4, 20.4, 100.4, 50.4}));
+}
+
 TEST(KWinPlacing, readsKWinsNumbersForWhatWasNotMet) {
     KWinWindow placed = window();
     const auto placing = KWinPlacing::plan(placed, {Point{10.4, 20.4}, Size{100.4, 50.4}}, {});
