@@ -17,11 +17,16 @@ target_compile_options(lumatile_flags INTERFACE
 target_link_options(lumatile_flags INTERFACE $<$<CONFIG:Release>:-Wl,--gc-sections>)
 
 if(LUMATILE_SANITIZE)
+  # A null pointer that is followed stops in the address sanitizer by itself. The check of every
+  # access for null and alignment made the programs twice as large, and a compositor that hashes the
+  # programs which connect to it spent most of a test's time on that.
+  set(lumatile_sanitizers -fsanitize=address,undefined -fno-sanitize=null,alignment)
   # gcc 12 reports null dereferences inside instrumented standard-library code that is sound.
   target_compile_options(lumatile_flags INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
+    ${lumatile_sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer
     -Wno-null-dereference -Wno-maybe-uninitialized)
-  target_link_options(lumatile_flags INTERFACE -fsanitize=address,undefined)
+  target_link_options(lumatile_flags INTERFACE
+    ${lumatile_sanitizers} -Wl,-z,pack-relative-relocs)
 endif()
 
 if(LUMATILE_FUZZ)
