@@ -25,8 +25,7 @@ if(LUMATILE_SANITIZE)
   target_compile_options(lumatile_flags INTERFACE
     ${lumatile_sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer
     -Wno-null-dereference -Wno-maybe-uninitialized)
-  target_link_options(lumatile_flags INTERFACE
-    ${lumatile_sanitizers} -Wl,-z,pack-relative-relocs)
+  target_link_options(lumatile_flags INTERFACE ${lumatile_sanitizers})
 endif()
 
 if(LUMATILE_FUZZ)
