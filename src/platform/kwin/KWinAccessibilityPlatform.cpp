@@ -2,11 +2,12 @@
 
 #include <unistd.h>
 
-#include <algorithm>
 #include <string>
 #include <utility>
 
 #include "platform/kwin/KWinPlacing.h"
+#include "platform/kwin/KWinReport.h"
+#include "platform/windows/WindowReading.h"
 #include "windows/AttributeName.h"
 
 namespace lumatile {
@@ -17,56 +18,8 @@ const KWinElement* known(const Element& element) {
     return dynamic_cast<const KWinElement*>(element.get());
 }
 
-PlacingWish wishFor(std::string_view attribute, const AttributeValue& value) {
-    PlacingWish wish;
-    const Point* position = std::get_if<Point>(&value);
-    if (position != nullptr && attribute == AttributeName::position) {
-        wish.position = *position;
-    }
-    const Size* size = std::get_if<Size>(&value);
-    if (size != nullptr && attribute == AttributeName::size) {
-        wish.size = *size;
-    }
-    return wish;
-}
-
-std::string_view subroleOf(KWinWindowKind kind) {
-    switch (kind) {
-        case KWinWindowKind::normal:
-            return AttributeName::standardWindowSubrole;
-        case KWinWindowKind::dialog:
-            return AttributeName::dialogSubrole;
-        case KWinWindowKind::utility:
-            return AttributeName::floatingWindowSubrole;
-        case KWinWindowKind::toolbar:
-            return "AXToolbar";
-        case KWinWindowKind::menu:
-            return "AXMenu";
-        case KWinWindowKind::splash:
-            return "AXSplash";
-        case KWinWindowKind::dock:
-            return "AXDock";
-        case KWinWindowKind::desktop:
-            return "AXDesktop";
-        case KWinWindowKind::notification:
-            return "AXNotification";
-        case KWinWindowKind::popup:
-            return "AXPopup";
-        case KWinWindowKind::other:
-            break;
-    }
-    return "AXUnknown";
-}
-
-/// Not a program's window, although a program shows it: where the user works is elsewhere.
-bool isFurniture(const KWinWindow& window) {
-    return window.record.kind == KWinWindowKind::dock ||
-           window.record.kind == KWinWindowKind::desktop ||
-           window.record.kind == KWinWindowKind::other;
-}
-
 bool isOpen(const KWinWindow& window) {
-    return window.record.kind == KWinWindowKind::normal && !window.record.isMinimized;
+    return window.record.kind == WindowKind::normal && !window.record.isMinimized;
 }
 
 bool contains(const Rect& rect, const Point& point) {
@@ -80,7 +33,13 @@ Element elementOf(const KWinWindow& window) { return KWinElement::window(window.
 
 KWinAccessibilityPlatform::KWinAccessibilityPlatform(KWinChannel& channel, KWinScreenList& screens,
                                                      const KWinMouseEventSource& mouse)
-    : channel_(channel), screens_(screens), mouse_(mouse), ownPid_(getpid()) {}
+    : channel_(channel),
+      screens_(screens),
+      mouse_(mouse),
+      ownPid_(getpid()),
+      writes_(KWinReport::farthest, [this](const Element& element, const PlacingWish& wish) {
+          return carryOut(element, wish);
+      }) {}
 
 bool KWinAccessibilityPlatform::isTrusted(bool /*prompt*/) {
     channel_.mirror();
@@ -99,7 +58,7 @@ Element KWinAccessibilityPlatform::applicationElement(Pid pid) {
 }
 
 std::optional<Element> KWinAccessibilityPlatform::elementAtPoint(const Point& point) {
-    carryOutJoined();
+    writes_.carryOut();
     KWinMirror& mirror = channel_.mirror();
     if (const auto* pressed = mouse_.pressed()) {
         const KWinWindow* window = mirror.find(pressed->id);
@@ -110,7 +69,7 @@ std::optional<Element> KWinAccessibilityPlatform::elementAtPoint(const Point& po
     for (const KWinWindow* window : mirror.windows()) {
         if (!window->record.isMinimized && !window->record.isElsewhere &&
             contains(window->record.frame, place) &&
-            !(isOwn(*window) && window->record.kind == KWinWindowKind::other)) {
+            !(isOwn(*window) && window->record.kind == WindowKind::other)) {
             return elementOf(*window);
         }
     }
@@ -123,7 +82,7 @@ std::optional<AttributeValue> KWinAccessibilityPlatform::read(const Element& ele
     if (target == nullptr) {
         return std::nullopt;
     }
-    carryOutJoined();
+    writes_.carryOut();
     KWinMirror& mirror = channel_.mirror();
     switch (target->kind()) {
         case KWinElement::Kind::systemWide: {
@@ -144,75 +103,32 @@ std::optional<AttributeValue> KWinAccessibilityPlatform::read(const Element& ele
 
 std::optional<AttributeValue> KWinAccessibilityPlatform::readApplication(
     Pid pid, std::string_view attribute) {
-    const std::vector<KWinWindow*> windows = windowsOf(pid);
-    if (windows.empty()) {
-        return std::nullopt;
-    }
-    if (attribute == AttributeName::role) {
-        return AttributeValue(std::string("AXApplication"));
-    }
-    if (attribute == AttributeName::windows) {
-        std::vector<Element> elements;
-        elements.reserve(windows.size());
-        for (const KWinWindow* window : windows) {
-            elements.push_back(elementOf(*window));
-        }
-        return AttributeValue(std::move(elements));
+    ApplicationReading reading;
+    for (const KWinWindow* window : windowsOf(pid)) {
+        reading.windows.push_back(
+            {elementOf(*window), isOpen(*window), window->record.isElsewhere});
     }
     const KWinWindow* active = channel_.mirrorSoFar().active();
-    const bool hasFocus = active != nullptr && active->record.pid == pid;
-    if (hasFocus && isFurniture(*active)) {
-        return std::nullopt;
+    if (active != nullptr && active->record.pid == pid) {
+        reading.focused = elementOf(*active);
+        reading.isFocusOnFurniture = isFurniture(active->record.kind);
     }
-    if (attribute == AttributeName::focusedWindow && hasFocus) {
-        return AttributeValue(elementOf(*active));
-    }
-    if (attribute == AttributeName::mainWindow) {
-        const auto here = std::find_if(windows.begin(), windows.end(), [](KWinWindow* window) {
-            return isOpen(*window) && !window->record.isElsewhere;
-        });
-        const auto main = here != windows.end()
-                              ? here
-                              : std::find_if(windows.begin(), windows.end(),
-                                             [](KWinWindow* window) { return isOpen(*window); });
-        if (main != windows.end()) {
-            return AttributeValue(elementOf(**main));
-        }
-    }
-    return std::nullopt;
+    return reading.read(attribute);
 }
 
 std::optional<AttributeValue> KWinAccessibilityPlatform::readWindow(const KWinWindow& window,
                                                                     std::string_view attribute) {
-    if (attribute == AttributeName::role) {
-        return AttributeValue(std::string(AttributeName::windowRole));
-    }
-    if (attribute == AttributeName::subrole) {
-        const bool isStandard = window.record.kind == KWinWindowKind::normal;
-        return AttributeValue(std::string(isStandard && isOwn(window)
-                                              ? AttributeName::dialogSubrole
-                                              : subroleOf(window.record.kind)));
-    }
-    const auto frame = [&] {
-        const Point origin = screens_.origin();
-        return frameOf(window).offsetBy(-origin.x, -origin.y);
-    };
-    if (attribute == AttributeName::position) {
-        return AttributeValue(frame().origin());
-    }
-    if (attribute == AttributeName::size) {
-        return AttributeValue(frame().size());
-    }
-    if (attribute == AttributeName::minimized) {
-        return AttributeValue(window.record.isMinimized);
-    }
-    if (attribute == AttributeName::fullScreen) {
-        return AttributeValue(window.record.isFullScreen);
-    }
     if (attribute == AttributeName::parent) {
         return AttributeValue(KWinElement::application(window.record.pid));
     }
-    return std::nullopt;
+    const bool isOwnNormal = isOwn(window) && window.record.kind == WindowKind::normal;
+    const WindowReading reading{
+        isOwnNormal ? AttributeName::dialogSubrole : subroleOf(window.record.kind),
+        window.record.isMinimized, window.record.isFullScreen, [&] {
+            const Point origin = screens_.origin();
+            return frameOf(window).offsetBy(-origin.x, -origin.y);
+        }};
+    return reading.read(attribute);
 }
 
 Rect KWinAccessibilityPlatform::frameOf(const KWinWindow& window) const {
@@ -227,34 +143,7 @@ bool KWinAccessibilityPlatform::write(const Element& element, std::string_view a
     if (target == nullptr || target->kind() != KWinElement::Kind::window) {
         return false;
     }
-    const PlacingWish wish = wishFor(attribute, value);
-    if (wish.isEmpty()) {
-        return false;
-    }
-    if (joined_ && target->equals(*joined_->element)) {
-        joined_->wish = joined_->wish.followedBy(wish);
-        return true;
-    }
-    carryOutJoined();
-    return carryOut(element, wish);
-}
-
-void KWinAccessibilityPlatform::beginJoinedWrites(const Element& element) {
-    endJoinedWrites();
-    if (known(element) != nullptr) {
-        joined_ = Joined{element, {}};
-    }
-}
-
-void KWinAccessibilityPlatform::endJoinedWrites() {
-    carryOutJoined();
-    joined_.reset();
-}
-
-void KWinAccessibilityPlatform::carryOutJoined() {
-    if (joined_ && !joined_->wish.isEmpty()) {
-        carryOut(joined_->element, std::exchange(joined_->wish, {}));
-    }
+    return writes_.write(element, attribute, value);
 }
 
 bool KWinAccessibilityPlatform::carryOut(const Element& element, const PlacingWish& wish) {
@@ -291,7 +180,7 @@ bool KWinAccessibilityPlatform::place(std::string id, const PlacingWish& wish) {
                (result && (*result != KWinDone::Result::asked ||
                            now->record.frame == placing->target || now->frames != framesBefore));
     };
-    channel_.waitUntil(isAnswered, timeoutOf(*window));
+    channel_.waitUntil(isAnswered, timeouts_.of(window->timeout, window->record.pid));
     window = channel_.mirrorSoFar().find(id);
     if (window == nullptr ||
         (result && (*result == KWinDone::Result::refused || *result == KWinDone::Result::failed))) {
@@ -305,7 +194,7 @@ bool KWinAccessibilityPlatform::place(std::string id, const PlacingWish& wish) {
 
 std::optional<bool> KWinAccessibilityPlatform::isSettable(const Element& element,
                                                           std::string_view attribute) {
-    carryOutJoined();
+    writes_.carryOut();
     const KWinWindow* window = windowOf(element);
     if (window == nullptr) {
         return std::nullopt;
@@ -337,11 +226,7 @@ void KWinAccessibilityPlatform::setMessagingTimeout(const Element& element, doub
     if (KWinWindow* window = windowOf(element)) {
         window->timeout = seconds;
     } else if (target->kind() == KWinElement::Kind::application) {
-        if (seconds < longestTimeout) {
-            timeouts_[target->pid()] = seconds;
-        } else {
-            timeouts_.erase(target->pid());
-        }
+        timeouts_.set(target->pid(), seconds);
     }
 }
 
@@ -356,12 +241,6 @@ std::vector<KWinWindow*> KWinAccessibilityPlatform::windowsOf(Pid pid) {
     std::vector<KWinWindow*> windows = channel_.mirror().windows();
     std::erase_if(windows, [pid](const KWinWindow* window) { return window->record.pid != pid; });
     return windows;
-}
-
-double KWinAccessibilityPlatform::timeoutOf(const KWinWindow& window) const {
-    double timeout = std::min(longestTimeout, window.timeout.value_or(longestTimeout));
-    const auto found = timeouts_.find(window.record.pid);
-    return found != timeouts_.end() ? std::min(timeout, found->second) : timeout;
 }
 
 }  // namespace lumatile

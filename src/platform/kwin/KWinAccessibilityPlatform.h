@@ -3,13 +3,14 @@
 #include <memory>
 #include <optional>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "platform/kwin/KWinChannel.h"
 #include "platform/kwin/KWinElement.h"
 #include "platform/kwin/KWinMouseEventSource.h"
 #include "platform/kwin/KWinScreenList.h"
+#include "platform/windows/PlacingWrites.h"
+#include "platform/windows/WriteTimeouts.h"
 #include "windows/AccessibilityPlatform.h"
 #include "windows/PlacingWish.h"
 
@@ -20,8 +21,6 @@ namespace lumatile {
 /// windows of this program, and whatever a user cannot move, are not standard ones.
 class KWinAccessibilityPlatform final : public AccessibilityPlatform {
 public:
-    static constexpr double longestTimeout = 0.25;  ///< Of a write, seconds.
-
     /// All outlive the platform.
     /// @param mouse while it tells a press, what was pressed is as it was then
     KWinAccessibilityPlatform(KWinChannel& channel, KWinScreenList& screens,
@@ -46,8 +45,8 @@ public:
                const AttributeValue& value) override;
 
     /// Writes to one window reach KWin as one order.
-    void beginJoinedWrites(const Element& element) override;
-    void endJoinedWrites() override;
+    void beginJoinedWrites(const Element& element) override { writes_.begin(element); }
+    void endJoinedWrites() override { writes_.end(); }
 
     /// Position and size: no for one that is maximized or full-screen; writing takes it out of the
     /// first all the same.
@@ -57,17 +56,10 @@ public:
     void setMessagingTimeout(const Element& element, double seconds) override;
 
 private:
-    struct Joined {
-        Element element;
-        PlacingWish wish;
-    };
-
     KWinWindow* windowOf(const Element& element);
     std::vector<KWinWindow*> windowsOf(Pid pid);
     bool isOwn(const KWinWindow& window) const { return window.record.pid == ownPid_; }
     Rect frameOf(const KWinWindow& window) const;
-    double timeoutOf(const KWinWindow& window) const;
-    void carryOutJoined();
     bool carryOut(const Element& element, const PlacingWish& wish);
     bool place(std::string id, const PlacingWish& wish);
     std::optional<AttributeValue> readApplication(Pid pid, std::string_view attribute);
@@ -77,8 +69,8 @@ private:
     KWinScreenList& screens_;
     const KWinMouseEventSource& mouse_;
     Pid ownPid_;
-    std::unordered_map<Pid, double> timeouts_;  // Of applications, where shorter than the longest.
-    std::optional<Joined> joined_;
+    WriteTimeouts timeouts_;
+    PlacingWrites writes_;
 };
 
 }  // namespace lumatile

@@ -1,36 +1,9 @@
 #include "platform/kwin/KWinPlacing.h"
 
-#include <cmath>
-
 #include "platform/kwin/KWinReport.h"
+#include "platform/windows/RoundedEdges.h"
 
 namespace lumatile {
-
-namespace {
-
-/// Nothing when it is not finite or out of reach.
-std::optional<double> roundedEdge(double value) {
-    const double edge = std::floor(value + 0.5);
-    // Also false for what is not a number.
-    return std::abs(edge) <= KWinReport::farthest ? std::optional(edge) : std::nullopt;
-}
-
-std::optional<Rect> rounded(const Rect& rect) {
-    // A negative extent is no size that a window could take, although it spans a rectangle.
-    if (!(rect.width >= 0) || !(rect.height >= 0)) {
-        return std::nullopt;
-    }
-    const auto left = roundedEdge(rect.x);
-    const auto top = roundedEdge(rect.y);
-    const auto right = roundedEdge(rect.x + rect.width);
-    const auto bottom = roundedEdge(rect.y + rect.height);
-    if (!left || !top || !right || !bottom || *right <= *left || *bottom <= *top) {
-        return std::nullopt;
-    }
-    return Rect{*left, *top, *right - *left, *bottom - *top};
-}
-
-}  // namespace
 
 Rect KWinPlacing::frameOf(const KWinWindow& window) {
     return window.written && window.written->became == window.record.frame ? window.written->frame
@@ -54,15 +27,15 @@ std::optional<KWinPlacing> KWinPlacing::plan(const KWinWindow& window, const Pla
     if (wish.size) {
         placing.frame.width = wish.size->width;
         placing.frame.height = wish.size->height;
-        const auto target = rounded(placing.frame);
+        const auto target = roundedEdges(placing.frame, KWinReport::farthest);
         if (!target) {
             return std::nullopt;
         }
         placing.target = *target;
     } else {
         // A window that is only moved keeps its size, whatever the fractions.
-        const auto left = roundedEdge(placing.frame.x);
-        const auto top = roundedEdge(placing.frame.y);
+        const auto left = roundedEdge(placing.frame.x, KWinReport::farthest);
+        const auto top = roundedEdge(placing.frame.y, KWinReport::farthest);
         if (!left || !top) {
             return std::nullopt;
         }

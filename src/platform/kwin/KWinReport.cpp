@@ -19,18 +19,17 @@ constexpr std::size_t longestId = 128;
 constexpr std::size_t longestName = 1024;
 
 // As the script says it.
-constexpr std::array kinds{
-    std::pair(std::string_view("normal"), KWinWindowKind::normal),
-    std::pair(std::string_view("dialog"), KWinWindowKind::dialog),
-    std::pair(std::string_view("utility"), KWinWindowKind::utility),
-    std::pair(std::string_view("toolbar"), KWinWindowKind::toolbar),
-    std::pair(std::string_view("menu"), KWinWindowKind::menu),
-    std::pair(std::string_view("splash"), KWinWindowKind::splash),
-    std::pair(std::string_view("dock"), KWinWindowKind::dock),
-    std::pair(std::string_view("desktop"), KWinWindowKind::desktop),
-    std::pair(std::string_view("notification"), KWinWindowKind::notification),
-    std::pair(std::string_view("popup"), KWinWindowKind::popup),
-    std::pair(std::string_view("other"), KWinWindowKind::other)};
+constexpr std::array kinds{std::pair(std::string_view("normal"), WindowKind::normal),
+                           std::pair(std::string_view("dialog"), WindowKind::dialog),
+                           std::pair(std::string_view("utility"), WindowKind::utility),
+                           std::pair(std::string_view("toolbar"), WindowKind::toolbar),
+                           std::pair(std::string_view("menu"), WindowKind::menu),
+                           std::pair(std::string_view("splash"), WindowKind::splash),
+                           std::pair(std::string_view("dock"), WindowKind::dock),
+                           std::pair(std::string_view("desktop"), WindowKind::desktop),
+                           std::pair(std::string_view("notification"), WindowKind::notification),
+                           std::pair(std::string_view("popup"), WindowKind::popup),
+                           std::pair(std::string_view("other"), WindowKind::other)};
 
 using Result = KWinDone::Result;
 constexpr std::array results{std::pair(std::string_view("done"), Result::done),

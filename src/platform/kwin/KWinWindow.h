@@ -6,31 +6,17 @@
 
 #include "geometry/Point.h"
 #include "geometry/Rect.h"
+#include "platform/windows/WindowKind.h"
 #include "windows/AccessibilityPlatform.h"
 
 namespace lumatile {
-
-/// What KWin takes a window for.
-enum class KWinWindowKind : std::uint8_t {
-    normal,
-    dialog,
-    utility,
-    toolbar,
-    menu,
-    splash,
-    dock,
-    desktop,
-    notification,
-    popup,
-    other,  ///< A layer surface, an on-screen keyboard: nothing that a user moves.
-};
 
 /// What the script tells of a window. Frames are in KWin's space: logical pixels, y downwards.
 struct KWinWindowRecord {
     std::string id;                          ///< KWin's own, never used again.
     Pid pid = 0;                             ///< 0: not known.
     std::optional<std::string> application;  ///< Desktop file id, else the window class.
-    KWinWindowKind kind = KWinWindowKind::normal;
+    WindowKind kind = WindowKind::normal;
     Rect frame;  ///< What the user sees, decoration included.
     bool isMinimized = false;
     bool isFullScreen = false;

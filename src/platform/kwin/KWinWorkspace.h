@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/kwin/KWinChannel.h"
+#include "platform/windows/ListedWindow.h"
 #include "ports/Workspace.h"
 
 namespace lumatile {
@@ -26,7 +27,8 @@ public:
     bool open(std::string_view address) override;
 
 private:
-    std::optional<RunningApplication> ownedBy(Pid pid);
+    /// In the order in which they had the focus, the last one first.
+    std::vector<ListedWindow> listed();
 
     KWinChannel& channel_;
 };

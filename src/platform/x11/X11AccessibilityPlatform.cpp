@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/windows/WindowReading.h"
 #include "platform/x11/X11PixelRect.h"
 #include "platform/x11/X11Property.h"
 #include "platform/x11/X11Reply.h"
@@ -30,23 +31,7 @@ Element bareWindow(xcb_window_t window) { return make(X11Element::Kind::window, 
 
 xcb_window_t idOf(const X11Element& element) { return static_cast<xcb_window_t>(element.value()); }
 
-/// Empty for what cannot be written, and for numbers that cannot be asked of a server.
-PlacingWish wishFor(std::string_view attribute, const AttributeValue& value) {
-    PlacingWish wish;
-    const Point* position = std::get_if<Point>(&value);
-    if (position != nullptr && attribute == AttributeName::position &&
-        X11PixelRect::roundedEdge(position->x) && X11PixelRect::roundedEdge(position->y)) {
-        wish.position = *position;
-    }
-    const Size* size = std::get_if<Size>(&value);
-    if (size != nullptr && attribute == AttributeName::size &&
-        X11PixelRect::roundedEdge(size->width) && X11PixelRect::roundedEdge(size->height)) {
-        wish.size = *size;
-    }
-    return wish;
-}
-
-bool isOrdinary(const X11Window& window) { return window.facts.kind() == X11WindowKind::normal; }
+bool isOrdinary(const X11Window& window) { return window.facts.kind() == WindowKind::normal; }
 
 }  // namespace
 
@@ -55,7 +40,11 @@ X11AccessibilityPlatform::X11AccessibilityPlatform(X11Connection& connection, X1
     : connection_(connection),
       monitors_(monitors),
       mirror_(mirror),
-      writer_(connection, monitors, mirror, longestTimeout) {}
+      writer_(connection, monitors, mirror, longestTimeout),
+      writes_(X11PixelRect::coordinateLimit,
+              [this](const Element& element, const PlacingWish& wish) {
+                  return carryOut(*known(element), wish);
+              }) {}
 
 bool X11AccessibilityPlatform::isTrusted(bool /*prompt*/) {
     mirror_.refresh();
@@ -89,7 +78,7 @@ Element X11AccessibilityPlatform::applicationElement(Pid pid) {
 }
 
 std::optional<Element> X11AccessibilityPlatform::elementAtPoint(const Point& point) {
-    carryOutJoined();
+    writes_.carryOut();
     mirror_.refresh();
     // The pixel that the point lies in. Rounding half a pixel on gives its lower edge.
     const Point root = monitors_.toRoot(point);
@@ -150,7 +139,7 @@ std::optional<AttributeValue> X11AccessibilityPlatform::read(const Element& elem
     if (target == nullptr) {
         return std::nullopt;
     }
-    carryOutJoined();
+    writes_.carryOut();
     mirror_.refresh();
     switch (target->kind()) {
         case X11Element::Kind::systemWide:
@@ -181,66 +170,25 @@ std::optional<AttributeValue> X11AccessibilityPlatform::readSystemWide(std::stri
 
 std::optional<AttributeValue> X11AccessibilityPlatform::readApplication(
     const X11Element& element, std::string_view attribute) {
-    const std::vector<X11Window*> windows = windowsOf(element);
-    if (windows.empty()) {
-        return std::nullopt;
+    ApplicationReading reading;
+    for (const X11Window* window : windowsOf(element)) {
+        reading.windows.push_back({elementOf(*window),
+                                   isOrdinary(*window) && !mirror_.isMinimized(*window),
+                                   mirror_.isElsewhere(*window)});
     }
     const X11Window* active = mirror_.active();
-    const bool hasFocus = active != nullptr && belongsTo(*active, element);
-    const bool focusOnFurniture = hasFocus && isFurniture(active->facts.kind());
-    if (attribute == AttributeName::role) {
-        return AttributeValue(std::string("AXApplication"));
+    if (active != nullptr && belongsTo(*active, element)) {
+        reading.focused = elementOf(*active);
+        reading.isFocusOnFurniture = isFurniture(active->facts.kind());
     }
-    if (attribute == AttributeName::windows) {
-        std::vector<Element> elements;
-        elements.reserve(windows.size());
-        for (const X11Window* window : windows) {
-            elements.push_back(elementOf(*window));
-        }
-        return AttributeValue(std::move(elements));
-    }
-    if (attribute == AttributeName::focusedWindow && hasFocus && !focusOnFurniture) {
-        return AttributeValue(elementOf(*active));
-    }
-    if (attribute == AttributeName::mainWindow && !focusOnFurniture) {
-        const auto isOpen = [this](X11Window* window) {
-            return isOrdinary(*window) && !mirror_.isMinimized(*window);
-        };
-        // The stacking order goes through all virtual desktops; those that are not shown come last.
-        auto main = std::find_if(windows.begin(), windows.end(), [&](X11Window* window) {
-            return isOpen(window) && !mirror_.isElsewhere(*window);
-        });
-        if (main == windows.end()) {
-            main = std::find_if(windows.begin(), windows.end(), isOpen);
-        }
-        if (main != windows.end()) {
-            return AttributeValue(elementOf(**main));
-        }
-    }
-    return std::nullopt;
+    return reading.read(attribute);
 }
 
 std::optional<AttributeValue> X11AccessibilityPlatform::readWindow(const X11Window& window,
                                                                    std::string_view attribute) {
-    if (attribute == AttributeName::role) {
-        return AttributeValue(std::string(AttributeName::windowRole));
-    }
-    if (attribute == AttributeName::subrole) {
-        return AttributeValue(std::string(subroleOf(window.facts.kind())));
-    }
-    if (attribute == AttributeName::position) {
-        return AttributeValue(frameOf(window).origin());
-    }
-    if (attribute == AttributeName::size) {
-        return AttributeValue(frameOf(window).size());
-    }
-    if (attribute == AttributeName::minimized) {
-        return AttributeValue(mirror_.isMinimized(window));
-    }
-    if (attribute == AttributeName::fullScreen) {
-        return AttributeValue(window.facts.isFullScreen);
-    }
-    return std::nullopt;
+    const WindowReading reading{subroleOf(window.facts.kind()), mirror_.isMinimized(window),
+                                window.facts.isFullScreen, [&] { return frameOf(window); }};
+    return reading.read(attribute);
 }
 
 Rect X11AccessibilityPlatform::frameOf(const X11Window& window) {
@@ -274,40 +222,15 @@ bool X11AccessibilityPlatform::write(const Element& element, std::string_view at
     if (target == nullptr || target->kind() != X11Element::Kind::window) {
         return false;
     }
-    const PlacingWish wish = wishFor(attribute, value);
-    if (wish.isEmpty()) {
-        return false;
-    }
-    if (joined_ && target->equals(*joined_->element)) {
-        joined_->wish = joined_->wish.followedBy(wish);
-        return true;
-    }
-    carryOutJoined();
-    return carryOut(*target, wish);
-}
-
-void X11AccessibilityPlatform::beginJoinedWrites(const Element& element) {
-    endJoinedWrites();
-    if (auto target = std::dynamic_pointer_cast<const X11Element>(element)) {
-        joined_ = Joined{std::move(target), {}};
-    }
-}
-
-void X11AccessibilityPlatform::endJoinedWrites() {
-    carryOutJoined();
-    joined_.reset();
-}
-
-void X11AccessibilityPlatform::carryOutJoined() {
-    if (joined_ && !joined_->wish.isEmpty()) {
-        carryOut(*joined_->element, std::exchange(joined_->wish, {}));
-    }
+    return writes_.write(element, attribute, value);
 }
 
 bool X11AccessibilityPlatform::carryOut(const X11Element& target, const PlacingWish& wish) {
     mirror_.refresh();
     const X11Window* window = windowOf(target);
-    return window != nullptr && writer_.write(window->id, window->serial, wish, timeoutOf(*window));
+    return window != nullptr &&
+           writer_.write(window->id, window->serial, wish,
+                         timeouts_.of(window->timeout, window->owner(), writer_.longest()));
 }
 
 std::optional<bool> X11AccessibilityPlatform::isSettable(const Element& element,
@@ -316,7 +239,7 @@ std::optional<bool> X11AccessibilityPlatform::isSettable(const Element& element,
     if (target == nullptr) {
         return std::nullopt;
     }
-    carryOutJoined();
+    writes_.carryOut();
     mirror_.refresh();
     const X11Window* window = windowOf(*target);
     if (window == nullptr) {
@@ -355,11 +278,7 @@ void X11AccessibilityPlatform::setMessagingTimeout(const Element& element, doubl
             window->timeout = seconds;
         }
     } else if (target->kind() == X11Element::Kind::application) {
-        if (seconds < X11WindowWriter::longestTimeout) {
-            timeouts_[target->value()] = seconds;
-        } else {
-            timeouts_.erase(target->value());
-        }
+        timeouts_.set(target->value(), seconds);
     }
 }
 
@@ -400,20 +319,6 @@ std::vector<X11Window*> X11AccessibilityPlatform::windowsOf(const X11Element& ap
         }
     }
     return result;
-}
-
-double X11AccessibilityPlatform::timeoutOf(const X11Window& window) const {
-    double timeout = writer_.longest();
-    if (window.timeout && *window.timeout < X11WindowWriter::longestTimeout) {
-        timeout = std::min(timeout, *window.timeout);
-    }
-    if (const std::optional<Pid> owner = window.owner()) {
-        const auto found = timeouts_.find(*owner);
-        if (found != timeouts_.end()) {
-            timeout = std::min(timeout, found->second);
-        }
-    }
-    return timeout;
 }
 
 }  // namespace lumatile

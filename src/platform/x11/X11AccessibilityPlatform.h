@@ -3,9 +3,10 @@
 #include <memory>
 #include <optional>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
+#include "platform/windows/PlacingWrites.h"
+#include "platform/windows/WriteTimeouts.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Element.h"
 #include "platform/x11/X11Monitors.h"
@@ -53,8 +54,8 @@ public:
                const AttributeValue& value) override;
 
     /// Writes to one window reach the window manager as one message.
-    void beginJoinedWrites(const Element& element) override;
-    void endJoinedWrites() override;
+    void beginJoinedWrites(const Element& element) override { writes_.begin(element); }
+    void endJoinedWrites() override { writes_.end(); }
 
     /// Position and size: no for a window whose manager says so, and for one that the user has
     /// maximized (on either axis), shaded or made full-screen; writing takes it out of the first
@@ -80,9 +81,6 @@ private:
     Element applicationOf(const X11Window& window) const;
     bool belongsTo(const X11Window& window, const X11Element& application) const;
     std::vector<X11Window*> windowsOf(const X11Element& application);
-    double timeoutOf(const X11Window& window) const;
-
-    void carryOutJoined();
     bool carryOut(const X11Element& target, const PlacingWish& wish);
     /// As it is, or, while a press is dealt with, as it was then.
     Rect frameOf(const X11Window& window);
@@ -93,18 +91,12 @@ private:
     std::optional<AttributeValue> readWindow(const X11Window& window, std::string_view attribute);
     std::optional<Element> parentOf(const X11Element& element);
 
-    /// Writes that belong together and have not been carried out yet.
-    struct Joined {
-        std::shared_ptr<const X11Element> element;
-        PlacingWish wish;
-    };
-
     X11Connection& connection_;
     X11Monitors& monitors_;
     X11WindowMirror& mirror_;
     X11WindowWriter writer_;
-    std::unordered_map<Pid, double> timeouts_;  // Of applications, where shorter than the longest.
-    std::optional<Joined> joined_;
+    WriteTimeouts timeouts_;
+    PlacingWrites writes_;
     bool isGuestServer_ = false;
 };
 

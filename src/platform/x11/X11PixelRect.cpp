@@ -1,6 +1,6 @@
 #include "platform/x11/X11PixelRect.h"
 
-#include <cmath>
+#include "platform/windows/RoundedEdges.h"
 
 namespace lumatile {
 
@@ -10,27 +10,17 @@ Rect X11PixelRect::toRect() const {
 }
 
 std::optional<int> X11PixelRect::roundedEdge(double value) {
-    const double edge = std::floor(value + 0.5);
-    // Also false for what is not a number.
-    if (!(std::abs(edge) <= coordinateLimit)) {
-        return std::nullopt;
-    }
-    return static_cast<int>(edge);
+    const auto edge = lumatile::roundedEdge(value, coordinateLimit);
+    return edge ? std::optional(static_cast<int>(*edge)) : std::nullopt;
 }
 
 std::optional<X11PixelRect> X11PixelRect::rounding(const Rect& rect) {
-    // A negative extent is no size that a window could take, although it spans a rectangle.
-    if (!(rect.width >= 0) || !(rect.height >= 0)) {
+    const auto rounded = roundedEdges(rect, coordinateLimit);
+    if (!rounded) {
         return std::nullopt;
     }
-    const auto left = roundedEdge(rect.x);
-    const auto top = roundedEdge(rect.y);
-    const auto right = roundedEdge(rect.x + rect.width);
-    const auto bottom = roundedEdge(rect.y + rect.height);
-    if (!left || !top || !right || !bottom || *right <= *left || *bottom <= *top) {
-        return std::nullopt;
-    }
-    return X11PixelRect{*left, *top, *right - *left, *bottom - *top};
+    return X11PixelRect{static_cast<int>(rounded->x), static_cast<int>(rounded->y),
+                        static_cast<int>(rounded->width), static_cast<int>(rounded->height)};
 }
 
 }  // namespace lumatile

@@ -8,7 +8,7 @@ namespace lumatile::X11Texts {
 inline constexpr std::string_view noServer = "no X server can be reached, so there is no desktop";
 inline constexpr std::string_view serverLost = "the X server has gone away";
 inline constexpr std::string_view waylandSession =
-    "this is a Wayland session: only the windows of X11 programs can be reached so far";
+    "This is a Wayland session: only the windows of X11 programs can be reached so far.";
 
 /// The toolkit's words when its own connection to the server breaks, as they begin.
 inline constexpr std::string_view toolkitFarewell = "The X11 connection broke";

@@ -4,16 +4,16 @@
 #include <optional>
 #include <string>
 
+#include "platform/windows/WindowKind.h"
 #include "platform/x11/X11Extents.h"
 #include "platform/x11/X11SizeHints.h"
-#include "platform/x11/X11WindowKind.h"
 #include "windows/AccessibilityPlatform.h"
 
 namespace lumatile {
 
 /// What the properties of a window say of it.
 struct X11WindowFacts {
-    std::optional<X11WindowKind> statedKind;
+    std::optional<WindowKind> statedKind;
     bool isTransient = false;  ///< Belongs to another window.
 
     bool isHidden = false;  ///< As the window manager reports it: minimized.
@@ -40,8 +40,8 @@ struct X11WindowFacts {
     static constexpr std::uint32_t everyDesktop = 0xffffffffU;
 
     /// No type counts as normal, unless the window belongs to another one.
-    X11WindowKind kind() const {
-        return statedKind.value_or(isTransient ? X11WindowKind::dialog : X11WindowKind::normal);
+    WindowKind kind() const {
+        return statedKind.value_or(isTransient ? WindowKind::dialog : WindowKind::normal);
     }
 
     bool isMaximized() const { return isMaximizedHorizontally || isMaximizedVertically; }

@@ -48,7 +48,7 @@ private:
 
     struct Kind {
         xcb_atom_t name;
-        X11WindowKind kind;
+        WindowKind kind;
     };
 
     static void tellState(const X11WindowProperties&, const X11Property&, X11WindowFacts&);

@@ -6,6 +6,7 @@
 
 #include "geometry/Point.h"
 #include "geometry/Rect.h"
+#include "platform/windows/WriteTimeouts.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11EdgeTile.h"
 #include "platform/x11/X11Monitors.h"
@@ -23,7 +24,7 @@ namespace lumatile {
 /// gave no answer is written to, but not waited for, until it shows a sign of life.
 class X11WindowWriter {
 public:
-    static constexpr double longestTimeout = 0.25;  ///< Seconds.
+    static constexpr double longestTimeout = WriteTimeouts::longest;  ///< Seconds.
 
     /// All outlive the writer.
     /// @param longest seconds that a writing waits unless its time-out is shorter. Whoever can wait

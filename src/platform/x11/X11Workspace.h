@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/windows/ListedWindow.h"
 #include "platform/x11/X11WindowMirror.h"
 #include "ports/Workspace.h"
 
@@ -29,8 +30,8 @@ public:
     bool open(std::string_view address) override;
 
 private:
-    static std::optional<RunningApplication> ownedBy(
-        const std::optional<Pid>& pid, const std::vector<RunningApplication>& applications);
+    /// The topmost first.
+    std::vector<ListedWindow> listed();
 
     X11WindowMirror& mirror_;
 };

@@ -73,12 +73,12 @@ TEST_P(AgentScript, beginsWithEverythingThereIs) {
     const std::vector<KWinEverything> all = heardOf<KWinEverything>();
     ASSERT_EQ(all.size(), 1U);
     ASSERT_EQ(all[0].windows.size(), 2U);
-    EXPECT_EQ(all[0].windows[0].kind, KWinWindowKind::dock) << "the topmost first";
+    EXPECT_EQ(all[0].windows[0].kind, WindowKind::dock) << "the topmost first";
     const KWinWindowRecord& window = all[0].windows[1];
     EXPECT_EQ(window.id, first);
     EXPECT_EQ(window.pid, 4001);
     EXPECT_EQ(window.application, "org.example.Editor");
-    EXPECT_EQ(window.kind, KWinWindowKind::normal);
+    EXPECT_EQ(window.kind, WindowKind::normal);
     EXPECT_EQ(window.frame, (Rect{100, 100, 400, 300}));
     EXPECT_FALSE(window.isMinimized || window.isFullScreen || window.isMaximized ||
                  window.isTiled || window.isElsewhere);
@@ -187,7 +187,7 @@ TEST_P(AgentScript, takesNoLayerSurfaceForAWindowThatAUserMoves) {
     run("user.opens({moveable: false});");
     const std::vector<KWinWindowChanged> changed = heardOf<KWinWindowChanged>();
     ASSERT_EQ(changed.size(), 1U);
-    EXPECT_EQ(changed[0].window.kind, KWinWindowKind::other);
+    EXPECT_EQ(changed[0].window.kind, WindowKind::other);
 }
 
 TEST_P(AgentScript, placesAWindow) {
