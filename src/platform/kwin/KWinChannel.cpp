@@ -30,7 +30,10 @@ constexpr double questionGrowsOld = 12;
 // The script asks again as soon as it has been answered; KWin may be busy for a moment.
 constexpr double questionIsOverdue = 3;
 constexpr double helloIsOverdue = 5;
-constexpr double goodbye = 0.25;
+// At the end of the program, together no longer than a write: for the script's last answer, and
+// (milliseconds) for KWin's, which unloads it without being waited for as well.
+constexpr double goodbye = 0.2;
+constexpr int unloadPatience = 50;
 constexpr double firstRetry = 1;
 constexpr double longestRetry = 30;
 
@@ -126,10 +129,8 @@ void KWinChannel::begin(bool isLoaded) {
     patience_ = runLoop_.repeat(helloIsOverdue, [this] { lose(State::refused); });
 }
 
+/// A script that is still loaded is silent and not worth waiting for: the next start takes it out.
 void KWinChannel::lose(State next) {
-    if (connection_ && !connection_->isLost()) {
-        unload();
-    }
     patience_.reset();
     question_ = nullptr;
     untaken_.clear();
@@ -156,7 +157,7 @@ void KWinChannel::retryLater() {
 void KWinChannel::called(const LoneBusConnection::Call& call) {
     const char* text = nullptr;
     g_variant_get(call.arguments, "(&s)", &text);
-    untaken_.emplace_back(text);
+    untaken_.emplace_back(std::string(text));
     if (call.method != "Next") {
         g_dbus_method_invocation_return_value(call.invocation, nullptr);
     } else {
@@ -184,15 +185,24 @@ void KWinChannel::takeIn() {
         turn_ = now;
     }
     while (!untaken_.empty() && Clock::now() - turn_ < longestTurn) {
-        const std::string text = std::move(untaken_.front());
+        const auto next = std::move(untaken_.front());
         untaken_.pop_front();
-        take(text);
+        if (const auto* text = std::get_if<std::string>(&next)) {
+            take(*text);
+        } else {
+            std::get<std::function<void()>>(next)();
+        }
     }
     isTaking_ = false;
     if (Clock::now() - turn_ >= longestTurn) {
         isTakingLater_ = true;
         runLoop_.post(lifeline_.guard([this] { takeInAnew(); }));
     }
+}
+
+void KWinChannel::inTurn(std::function<void()> work) {
+    untaken_.emplace_back(std::move(work));
+    takeIn();
 }
 
 void KWinChannel::takeInAnew() {
@@ -269,11 +279,10 @@ bool KWinChannel::waitUntil(const std::function<bool()>& isDone, double seconds)
 
 void KWinChannel::unload() {
     if (connection_ && !connection_->isLost()) {
-        constexpr int patience = 250;
         if (const std::uint64_t last = give(KWinEndOrder{})) {
             waitUntil([this, last] { return resultOf(last).has_value(); }, goodbye);
         }
-        connection_->callNow(scripting("unloadScript"), g_variant_new("(s)", plugin), patience);
+        connection_->callNow(scripting("unloadScript"), g_variant_new("(s)", plugin), unloadPatience);
     }
     removeScript();
 }

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "base/Lifeline.h"
@@ -67,6 +68,10 @@ public:
     /// @return false when it was not within `seconds`
     bool waitUntil(const std::function<bool()>& isDone, double seconds);
 
+    /// Runs `work` as soon as everything has been taken in that had arrived before: what the bus has
+    /// told of since, such as a key press, is about windows as they are then.
+    void inTurn(std::function<void()> work);
+
     /// Told of each event after the mirror has it, and of the state. These run while somebody may
     /// be waiting, so they only note what is to be done.
     using EventSubscription = ObserverList<const KWinEvent&>::Subscription;
@@ -104,8 +109,9 @@ private:
     std::string scriptFile_;
     KWinMirror mirror_;
     State state_ = State::absent;
-    std::deque<std::string> untaken_;  // What the script has said and nobody has looked at.
-    Clock::time_point turn_;           // When the program's present turn of taking in began.
+    // What the script has said and nobody has looked at, and what waits its turn behind it.
+    std::deque<std::variant<std::string, std::function<void()>>> untaken_;
+    Clock::time_point turn_;  // When the program's present turn of taking in began.
     bool isTaking_ = false;
     bool isTakingLater_ = false;
     GDBusMethodInvocation* question_ = nullptr;  // Of the script, unanswered.

@@ -196,8 +196,10 @@ void KWinHotKeyPlatform::notePress(GVariant* arguments) {
     }
     const char* action = nullptr;
     g_variant_get(arguments, "(&s&sx)", nullptr, &action, nullptr);
-    // Somebody may be waiting for a write just now.
-    runLoop_.post(lifeline_.guard([this, name = std::string(action)] { deliver(name); }));
+    channel_.inTurn(lifeline_.guard([this, name = std::string(action)] {
+        // Somebody may be waiting for a write just now.
+        runLoop_.post(lifeline_.guard([this, name] { deliver(name); }));
+    }));
 }
 
 void KWinHotKeyPlatform::noteChange(GVariant* arguments) {

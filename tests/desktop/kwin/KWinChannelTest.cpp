@@ -240,11 +240,14 @@ TEST_F(KWinChannelTest, aScriptThatAsksNoMoreIsLoadedAgain) {
     channel->give(KWinPlaceOrder{"a", 1, 2, 3, 4});
     ASSERT_TRUE(serve([&] { return script->orders.size() == 1; }));
     calls.clear();
-    runLoop.advance(4);
+    runLoop.advance(3.5);
     EXPECT_FALSE(channel->isAnswering());
     EXPECT_TRUE(channel->mirror().windows().empty());
+    runReady();
+    EXPECT_TRUE(calls.empty()) << "what is silent is not waited for";
     runLoop.advance(2);
     ASSERT_TRUE(serve([&] { return !calls.empty() && calls.back() == "start"; }));
+    EXPECT_EQ(calls, (std::vector<std::string>{"unloadScript", "loadScript", "start"}));
     script->say("Next", everything);
     EXPECT_TRUE(serve([&] { return channel->isAnswering(); }));
 }
@@ -337,6 +340,28 @@ TEST_F(KWinChannelTest, aFloodIsTakenInBitByBit) {
     EXPECT_LT(runLoop.most(), static_cast<std::size_t>(reports) / 2)
         << "the program's other work comes in between";
     EXPECT_EQ(channel->mirrorSoFar().windows().size(), 1U);
+}
+
+TEST_F(KWinChannelTest, whatWaitsItsTurnComesAfterWhatHasArrivedBefore) {
+    loadAndGreet();
+    bool isInTurn = false;
+    bool wasActive = true;
+    channel->connection()->listen(
+        {channel->connection()->peer(), "/press", "org.example.Press", "Pressed"},
+        [&](GVariant*) {
+            channel->inTurn([&] {
+                isInTurn = true;
+                wasActive = channel->mirrorSoFar().active() != nullptr;
+            });
+        });
+    constexpr int reports = 3000;
+    for (int i = 0; i < reports; ++i) {
+        script->say("Report", everything);
+    }
+    script->say("Report", R"([{"event":"active","id":null}])");
+    kwin->emit("/press", "org.example.Press", "Pressed", nullptr);
+    ASSERT_TRUE(serve([&] { return isInTurn; }));
+    EXPECT_FALSE(wasActive) << "the press is of the time after the last report";
 }
 
 TEST_F(KWinChannelTest, aWriteThatIsNotAnsweredEndsWithItsTimeOut) {
