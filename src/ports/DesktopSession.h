@@ -59,6 +59,10 @@ struct DesktopSession {
 
     /// What the highlight is drawn on; nothing where a window of the toolkit will do.
     HighlightSurface* highlightSurface = nullptr;
+
+    /// Whether the desktop's own snapping at the edges rests by itself while windows are snapped
+    /// there by this program.
+    bool holdsEdgesBack = false;
 };
 
 }  // namespace lumatile

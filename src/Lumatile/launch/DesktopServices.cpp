@@ -24,7 +24,8 @@ DesktopServices::DesktopServices(const DesktopSession& session, BusConnection& s
             [&keys = session.keyCodes] { return keys.legends(); }),
       loginItem(XdgFolders::fromEnvironment(), AutostartEntry::runningBinary(), sessionNames()),
       launchAtLogin(loginItem, log),
-      tiling([this] { return words.host(); }, XdgFolders::fromEnvironment(), sessionBus),
+      tiling([this] { return words.host(); }, XdgFolders::fromEnvironment(), sessionBus,
+             session.holdsEdgesBack),
       notifications(sessionBus) {}
 
 KeyTexts DesktopServices::keyTexts() {

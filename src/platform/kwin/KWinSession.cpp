@@ -158,7 +158,8 @@ DesktopSession KWinSession::enter(RunLoop& runLoop, SystemLog& /*log*/) {
             [&own] { return own.refusedShortcuts(); },
             {},
             adapters,
-            &own.highlight};
+            &own.highlight,
+            true};
 }
 
 }  // namespace lumatile

@@ -22,12 +22,13 @@ namespace {
 
 class DesktopTilingSettingsTest : public testing::Test {
 protected:
-    DesktopTilingSettings on(DesktopKind kind) {
+    DesktopTilingSettings on(DesktopKind kind, bool isHeldBack = false) {
         return {[kind] {
                     return HostDesktop{kind, true};
                 },
                 {folder.path() / "home", {folder.path() / "system"}},
-                bus};
+                bus,
+                isHeldBack};
     }
 
     TemporaryFolder folder;
@@ -57,6 +58,13 @@ TEST_F(DesktopTilingSettingsTest, asItComesPlasmaConflictsUntilItIsSwitchedOff) 
     EXPECT_TRUE(desktop.canSwitchOff());
     EXPECT_TRUE(desktop.switchOff());
     EXPECT_FALSE(readTiling(desktop).conflictsWithDragToSnap());
+}
+
+TEST_F(DesktopTilingSettingsTest, whatIsHeldBackNeedsNoSwitchingOff) {
+    DesktopTilingSettings desktop = on(DesktopKind::plasma, true);
+    EXPECT_LT(desktop.majorVersion(), 15);
+    EXPECT_FALSE(readTiling(desktop).conflictsWithDragToSnap());
+    EXPECT_FALSE(desktop.canSwitchOff());
 }
 
 TEST_F(DesktopTilingSettingsTest, xfceThatCannotBeAskedCountsAsItComes) {

@@ -39,8 +39,11 @@ InstalledPrograms::Names settingsPrograms(DesktopKind kind) {
 }  // namespace
 
 DesktopTilingSettings::DesktopTilingSettings(std::function<HostDesktop()> host, XdgFolders folders,
-                                             BusConnection& session)
-    : host_(std::move(host)), folders_(std::move(folders)), session_(session) {}
+                                             BusConnection& session, bool isHeldBack)
+    : host_(std::move(host)),
+      folders_(std::move(folders)),
+      session_(session),
+      isHeldBack_(isHeldBack) {}
 
 std::unique_ptr<TilingSetting> DesktopTilingSettings::makeSetting(DesktopKind kind) const {
     switch (kind) {
@@ -64,7 +67,7 @@ std::unique_ptr<TilingSetting> DesktopTilingSettings::makeSetting(DesktopKind ki
 }
 
 TilingSetting* DesktopTilingSettings::setting() {
-    const DesktopKind kind = host_().kind;
+    const DesktopKind kind = isHeldBack_ ? DesktopKind::other : host_().kind;
     if (kind_ != kind) {
         kind_ = kind;
         setting_ = makeSetting(kind);

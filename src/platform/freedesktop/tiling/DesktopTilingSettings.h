@@ -19,8 +19,10 @@ class DesktopTilingSettings final : public DesktopTiling {
 public:
     /// @param host asked before every answer: on which desktop the program runs
     /// @param session the user's bus; outlives this
+    /// @param isHeldBack whether the desktop's snapping rests while this program snaps; it counts as
+    ///        none then, since nobody has to switch it off
     DesktopTilingSettings(std::function<HostDesktop()> host, XdgFolders folders,
-                          BusConnection& session);
+                          BusConnection& session, bool isHeldBack = false);
 
     int majorVersion() override;
     std::optional<bool> lookup(std::string_view key) override;
@@ -37,6 +39,7 @@ private:
     std::function<HostDesktop()> host_;
     XdgFolders folders_;
     BusConnection& session_;
+    bool isHeldBack_;
     std::optional<DesktopKind> kind_;  ///< Whose setting it is, once that has been looked for.
     std::unique_ptr<TilingSetting> setting_;
 };
