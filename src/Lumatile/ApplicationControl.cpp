@@ -30,8 +30,12 @@ bool OLEDSettings::*switchOf(Controlled::Protection protection) {
 }  // namespace
 
 ApplicationControl::ApplicationControl(std::weak_ptr<ApplicationConductor> conductor,
-                                       AccessibilityPlatform& accessibility, RunLoop& runLoop)
-    : conductor_(std::move(conductor)), accessibility_(accessibility), runLoop_(runLoop) {}
+                                       AccessibilityPlatform& accessibility, RunLoop& runLoop,
+                                       std::vector<std::string> shortcomings)
+    : conductor_(std::move(conductor)),
+      accessibility_(accessibility),
+      runLoop_(runLoop),
+      shortcomings_(std::move(shortcomings)) {}
 
 std::string ApplicationControl::missing() {
     const AccessibilityGrantFlow flow(accessibility_);
@@ -88,6 +92,7 @@ std::vector<std::string> ApplicationControl::statusLines() {
     for (const std::string& line : conductor->oledStatusLines()) {
         all.push_back(line);
     }
+    all.insert(all.end(), shortcomings_.begin(), shortcomings_.end());
     return all;
 }
 

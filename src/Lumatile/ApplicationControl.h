@@ -15,8 +15,10 @@ class RunLoop;
 class ApplicationControl final : public Controlled {
 public:
     /// @param accessibility and `runLoop` outlive this
+    /// @param shortcomings of the session, a sentence each
     ApplicationControl(std::weak_ptr<ApplicationConductor> conductor,
-                       AccessibilityPlatform& accessibility, RunLoop& runLoop);
+                       AccessibilityPlatform& accessibility, RunLoop& runLoop,
+                       std::vector<std::string> shortcomings);
 
     std::string missing() override;
     std::vector<Command> commands() override;
@@ -33,6 +35,7 @@ private:
     std::weak_ptr<ApplicationConductor> conductor_;
     AccessibilityPlatform& accessibility_;
     RunLoop& runLoop_;
+    std::vector<std::string> shortcomings_;
 };
 
 }  // namespace lumatile

@@ -50,12 +50,8 @@ int main(int argc, char** argv) {
 
     // Two programs would fight for shortcuts and windows.
     BusConnection sessionBus(BusConnection::sessionAddress());
-    std::function<void()> startedAgain;
-    SingleInstance instance(sessionBus, facts.desktop, [&startedAgain] {
-        if (startedAgain) {
-            startedAgain();
-        }
-    });
+    std::function<void()> startedAgain = [] {};
+    SingleInstance instance(sessionBus, facts.desktop, [&startedAgain] { startedAgain(); });
     switch (instance.claim()) {
         case InstanceClaim::second:
             return EXIT_SUCCESS;
@@ -83,7 +79,7 @@ int main(int argc, char** argv) {
         session.screenList, session.translucency, runLoop, session.highlightSurface);
     DesktopServices services(session, sessionBus, log);
     statusItem.setKeyTexts(services.keyTexts());
-    ProgramWindows windows({session, services, preferences, sharedStore, runLoop, log});
+    ProgramWindows windows({facts, session, services, preferences, sharedStore, runLoop, log});
 
     AppDelegate delegate({session.accessibility, session.screenList, session.hotKeys,
                           session.workspace, runLoop, preferences, sharedStore, log,
@@ -99,7 +95,8 @@ int main(int argc, char** argv) {
             log.write(MainTexts::program, MainTexts::refusedShortcuts(refused));
         }
     };
-    ApplicationControl control(delegate.app().weak_from_this(), session.accessibility, runLoop);
+    ApplicationControl control(delegate.app().weak_from_this(), session.accessibility, runLoop,
+                               facts.shortcomings);
     const ControlObject controlObject(sessionBus, facts.desktop, control, log);
     const auto instanceWatch =
         runLoop.watchDescriptor(instance.fileDescriptor(), [&instance] { instance.dispatch(); });

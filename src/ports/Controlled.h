@@ -44,7 +44,8 @@ public:
     /// @return false when there is no such section
     virtual bool openSettings(std::string_view section) = 0;
 
-    /// What is missing, if anything, and the lines on top of the status menu.
+    /// What is missing, if anything, the lines on top of the status menu, and what cannot be done
+    /// in this session.
     virtual std::vector<std::string> statusLines() = 0;
 
     virtual bool isOn(Protection protection) = 0;

@@ -24,7 +24,7 @@ struct SessionFacts {
     /// empty where it has none. It ends the program then.
     std::string toolkitFarewell;
 
-    /// What cannot be done on this desktop, in plain sentences for the log.
+    /// What cannot be done on this desktop, a sentence each, for the log and for the user.
     std::vector<std::string> shortcomings;
 
     /// The sentence for the log when the window system is gone.

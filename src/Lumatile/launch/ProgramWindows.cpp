@@ -52,6 +52,7 @@ SettingsServices ProgramWindows::settingsServices() {
             parts_.runLoop,
             say_,
             LUMATILE_VERSION,
+            parts_.facts.shortcomings,
             [this] {
                 const auto alive = conductor_.lock();
                 return alive ? alive->store().commands : std::vector<SnapCommand>();

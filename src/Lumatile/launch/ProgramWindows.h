@@ -11,6 +11,7 @@
 #include "Lumatile/settings/SettingsWindowController.h"
 #include "Lumatile/widgets/Saying.h"
 #include "ports/DesktopSession.h"
+#include "ports/PresentSession.h"
 
 namespace lumatile {
 
@@ -22,6 +23,7 @@ class ProgramWindows {
 public:
     /// All outlive the windows.
     struct Parts {
+        const SessionFacts& facts;
         const DesktopSession& session;
         DesktopServices& services;
         Preferences& preferences;

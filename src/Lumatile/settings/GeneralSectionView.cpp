@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <string>
 #include <type_traits>
 #include <utility>
 #include <variant>
@@ -50,6 +51,13 @@ GeneralSectionView::GeneralSectionView(SettingsServices services, QWidget* paren
     tiling->addWidget(new SystemTilingTip(services_));
     layout->addWidget(tiling);
     layout->addWidget(new SyncCard(services_.sharedStore, say));
+    if (!services_.shortcomings.empty()) {
+        auto* session = new Card(say(SettingsTexts::thisSession));
+        for (const std::string& shortcoming : services_.shortcomings) {
+            session->addNote(say(shortcoming));
+        }
+        layout->addWidget(session);
+    }
 
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(buttonSpacing);

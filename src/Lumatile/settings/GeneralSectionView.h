@@ -15,7 +15,7 @@ namespace lumatile {
 class ToggleSwitch;
 
 /// The general switches, the tip about the desktop's own tiling, and, for desktops without status
-/// items, what the status menu holds besides.
+/// items, what the status menu holds besides. Also what cannot be done in this session.
 class GeneralSectionView : public QWidget {
 public:
     explicit GeneralSectionView(SettingsServices services, QWidget* parent = nullptr);

@@ -27,7 +27,8 @@ struct SettingsServices {
     SharedStore& sharedStore;
     RunLoop& runLoop;
     Saying say;           ///< From a catalogue to this computer's words.
-    std::string version;  ///< Of this build.
+    std::string version;                    ///< Of this build.
+    std::vector<std::string> shortcomings;  ///< Of this session, a sentence each.
     std::function<std::vector<SnapCommand>()> menuCommands;
     std::function<void(const SnapCommand&)> run;
     std::function<void()> quit;

@@ -15,6 +15,7 @@ inline constexpr std::string_view launchAtLogin = "Launch at login";
 inline constexpr std::string_view dragToSnap = "Snap by dragging windows to screen edges";
 inline constexpr std::string_view automaticUpdates = "Check for updates automatically";
 inline constexpr std::string_view checkForUpdates = "Check for Updates…";
+inline constexpr std::string_view thisSession = "In This Session";
 inline constexpr std::string_view windowTiling = "macOS Window Tiling";
 inline constexpr std::string_view sync = "Sync";
 inline constexpr std::string_view shareThrough = "Share settings through a folder";

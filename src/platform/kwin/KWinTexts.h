@@ -32,6 +32,7 @@ inline std::string refused(std::string_view keys, std::string_view holder) {
 
 // What is less than under X11.
 inline constexpr std::string_view buttonsUnknown =
-    "in this session a held mouse button is known only while a window is moved or resized";
+    "A held mouse button is known here only while a window is moved or resized. While you hold one "
+    "still for something else, windows may be shifted by a pixel.";
 
 }  // namespace lumatile::KWinTexts

@@ -133,9 +133,18 @@ int main(int argc, char** argv) {
     });
     SettingsWindowController controller(
         model,
-        {session.keyCodes, preferences, launchAtLogin, updater, tiling, sharedStore, runLoop,
+        {session.keyCodes,
+         preferences,
+         launchAtLogin,
+         updater,
+         tiling,
+         sharedStore,
+         runLoop,
          [&](std::string_view text) { return QString::fromStdString(vocabulary.apply(text)); },
-         "1.0", [&] { return model->commands(); }, [](const SnapCommand&) {},
+         "1.0",
+         {},
+         [&] { return model->commands(); },
+         [](const SnapCommand&) {},
          [] { QApplication::quit(); }});
     controller.show();
 

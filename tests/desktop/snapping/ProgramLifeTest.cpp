@@ -60,7 +60,7 @@ TEST(ProgramLife, saysInOneLineThatAWaylandSessionIsReachedInPart) {
     const std::string output = desktop.program().output();
     EXPECT_EQ(
         output,
-        "Lumatile: this is a Wayland session: only the windows of X11 programs can be reached "
+        "Lumatile: This is a Wayland session: only the windows of X11 programs can be reached "
         "so far\n");
     EXPECT_EQ(LumatileProcess::isClean(desktop.program().stop()), true);
 }

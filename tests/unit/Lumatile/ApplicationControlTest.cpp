@@ -6,6 +6,8 @@
 
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "oled_protection/OLEDSettingsCodec.h"
 #include "onboarding/OnboardingTexts.h"
@@ -17,7 +19,8 @@ namespace {
 using Protection = Controlled::Protection;
 
 struct ControlledDesktop : DesktopWithConductor {
-    ControlledDesktop() : control(conductor, accessibility, runLoop) {}
+    explicit ControlledDesktop(std::vector<std::string> shortcomings = {})
+        : control(conductor, accessibility, runLoop, std::move(shortcomings)) {}
 
     ApplicationControl control;
 
@@ -47,6 +50,14 @@ TEST(ApplicationControl, saysWhatIsMissingBeforeWindowsCanBeMoved) {
     EXPECT_EQ(desk.control.missing(), sentence);
     ASSERT_EQ(desk.control.statusLines().size(), 4U);
     EXPECT_EQ(desk.control.statusLines().front(), sentence);
+}
+
+TEST(ApplicationControl, endsWithWhatCannotBeDoneInThisSession) {
+    ControlledDesktop desk({"One.", "Two."});
+    const std::vector<std::string> lines = desk.control.statusLines();
+    ASSERT_EQ(lines.size(), 5U);
+    EXPECT_EQ(lines[3], "One.");
+    EXPECT_EQ(lines[4], "Two.");
 }
 
 TEST(ApplicationControl, runsACommandByItsKey) {

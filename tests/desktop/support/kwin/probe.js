@@ -90,7 +90,12 @@ const actions = {
     sync: function () { return true; },
     activate: function (order) { workspace.activeClient = find(order.id); return true; },
     place: function (order) {
-        find(order.id).frameGeometry = {
+        const window = find(order.id);
+        // As a window that is dragged out of its tile.
+        if (window.tile) {
+            window.tile = null;
+        }
+        window.frameGeometry = {
             x: order.frame[0], y: order.frame[1], width: order.frame[2], height: order.frame[3]
         };
         return true;

@@ -1,6 +1,7 @@
 // What all pages of the settings have in common: the wheel, and where the controls of a card end.
 
 #include <QComboBox>
+#include <QLabel>
 #include <QMenu>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -12,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string_view>
 
 #include "Lumatile/settings/SettingsTexts.h"
@@ -57,6 +59,29 @@ protected:
         return bar.maximum() - bar.value();
     }
 };
+
+/// Whether a label of the general page shows the text.
+bool isOnGeneralPage(SettingsStage& stage, std::string_view text) {
+    stage.model().setSection(SettingsSection::general);
+    stage.show();
+    const auto labels = stage.window().findChildren<QLabel*>();
+    return std::any_of(labels.begin(), labels.end(), [text](const QLabel* label) {
+        return label->isVisible() && label->text().toStdString() == text;
+    });
+}
+
+TEST(SessionCard, tellsWhatCannotBeDoneASentenceEach) {
+    SettingsStage stage({"The first.", "The second."});
+    EXPECT_TRUE(isOnGeneralPage(stage, "The first."));
+    EXPECT_TRUE(isOnGeneralPage(stage, "The second."));
+    EXPECT_TRUE(isOnGeneralPage(stage, SettingsTexts::thisSession));
+}
+
+TEST(SessionCard, isNotThereWhereEverythingCanBeDone) {
+    SettingsStage stage;
+    EXPECT_TRUE(isOnGeneralPage(stage, SettingsTexts::windowTiling));
+    EXPECT_FALSE(isOnGeneralPage(stage, SettingsTexts::thisSession));
+}
 
 TEST_F(PageControls, theWheelScrollsThePageUntilAControlWasClickedInto) {
     stage.window().resize(920, 860);

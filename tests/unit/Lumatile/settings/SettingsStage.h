@@ -25,7 +25,9 @@ namespace lumatile {
 /// The settings window with everything that it works with in memory.
 class SettingsStage {
 public:
-    SettingsStage() {
+    /// @param shortcomings of the session
+    explicit SettingsStage(std::vector<std::string> shortcomings = {})
+        : shortcomings_(std::move(shortcomings)) {
         static const bool fontsAreRegistered = [] {
             AppFonts::registerFonts();
             return true;
@@ -110,11 +112,13 @@ private:
                     return QString::fromStdString(vocabulary.apply(text));
                 },
                 "1.2.3",
+                shortcomings_,
                 [this] { return model_->commands(); },
                 [this](const SnapCommand& command) { ran.push_back(command); },
                 [this] { ++quits; }};
     }
 
+    std::vector<std::string> shortcomings_;
     SimulatedDesktop desktop_;
     LaunchAtLogin launchAtLogin_{login, desktop_.log};
     Updater updater_{[this] { return updates; }, [] {}};
