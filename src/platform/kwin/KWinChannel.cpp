@@ -157,6 +157,8 @@ void KWinChannel::retryLater() {
 void KWinChannel::called(const LoneBusConnection::Call& call) {
     const char* text = nullptr;
     g_variant_get(call.arguments, "(&s)", &text);
+    ++heard_;
+    isSilent_ = false;
     untaken_.emplace_back(std::string(text));
     if (call.method != "Next") {
         g_dbus_method_invocation_return_value(call.invocation, nullptr);
@@ -179,12 +181,23 @@ void KWinChannel::takeIn() {
     if (isTaking_ || isTakingLater_) {
         return;
     }
-    isTaking_ = true;
     const Clock::time_point now = Clock::now();
     if (now - turn_ > 2 * longestTurn) {
         turn_ = now;
     }
-    while (!untaken_.empty() && Clock::now() - turn_ < longestTurn) {
+    takeWhile([this] { return Clock::now() - turn_ < longestTurn; });
+    if (Clock::now() - turn_ >= longestTurn) {
+        isTakingLater_ = true;
+        runLoop_.post(lifeline_.guard([this] { takeInAnew(); }));
+    }
+}
+
+void KWinChannel::takeWhile(const std::function<bool()>& mayGoOn) {
+    if (isTaking_) {
+        return;
+    }
+    isTaking_ = true;
+    while (!untaken_.empty() && mayGoOn()) {
         const auto next = std::move(untaken_.front());
         untaken_.pop_front();
         if (const auto* text = std::get_if<std::string>(&next)) {
@@ -194,10 +207,6 @@ void KWinChannel::takeIn() {
         }
     }
     isTaking_ = false;
-    if (Clock::now() - turn_ >= longestTurn) {
-        isTakingLater_ = true;
-        runLoop_.post(lifeline_.guard([this] { takeInAnew(); }));
-    }
 }
 
 void KWinChannel::inTurn(std::function<void()> work) {
@@ -272,9 +281,23 @@ bool KWinChannel::waitUntil(const std::function<bool()>& isDone, double seconds)
     if (!connection_) {
         return isDone();
     }
-    return connection_->waitUntil(isDone,
-                                  Clock::now() + std::chrono::duration_cast<Clock::duration>(
-                                                     std::chrono::duration<double>(seconds)));
+    // A KWin that hangs holds the program up once, and not for every window.
+    const Clock::time_point deadline =
+        Clock::now() +
+        (isSilent_
+             ? Clock::duration::zero()
+             : std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds)));
+    const std::uint64_t heardBefore = heard_;
+    // What is waited for may be behind much else, and no later turn comes meanwhile.
+    const bool done = connection_->waitUntil(
+        [&] {
+            takeWhile([&] { return !isDone() && Clock::now() < deadline; });
+            return isDone();
+        },
+        deadline);
+    takeIn();
+    isSilent_ = !done && heard_ == heardBefore;
+    return done;
 }
 
 void KWinChannel::unload() {
@@ -282,7 +305,8 @@ void KWinChannel::unload() {
         if (const std::uint64_t last = give(KWinEndOrder{})) {
             waitUntil([this, last] { return resultOf(last).has_value(); }, goodbye);
         }
-        connection_->callNow(scripting("unloadScript"), g_variant_new("(s)", plugin), unloadPatience);
+        connection_->callNow(scripting("unloadScript"), g_variant_new("(s)", plugin),
+                             unloadPatience);
     }
     removeScript();
 }

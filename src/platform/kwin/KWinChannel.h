@@ -64,12 +64,13 @@ public:
     /// What became of an order; nothing as long as that is not known.
     std::optional<KWinDone::Result> resultOf(std::uint64_t number) const;
 
-    /// Turns the channel over, and nothing else of the program, until `isDone`.
+    /// Turns the channel over, and nothing else of the program, until `isDone`. A script that has
+    /// let one wait pass without a word is not waited for again until it says something.
     /// @return false when it was not within `seconds`
     bool waitUntil(const std::function<bool()>& isDone, double seconds);
 
-    /// Runs `work` as soon as everything has been taken in that had arrived before: what the bus has
-    /// told of since, such as a key press, is about windows as they are then.
+    /// Runs `work` as soon as everything has been taken in that had arrived before: what the bus
+    /// has told of since, such as a key press, is about windows as they are then.
     void inTurn(std::function<void()> work);
 
     /// Told of each event after the mirror has it, and of the state. These run while somebody may
@@ -97,6 +98,7 @@ private:
     void called(const LoneBusConnection::Call& call);
     void takeIn();
     void takeInAnew();
+    void takeWhile(const std::function<bool()>& mayGoOn);
     void take(const std::string& text);
     void answerNow();
     void expectQuestion();
@@ -111,7 +113,9 @@ private:
     State state_ = State::absent;
     // What the script has said and nobody has looked at, and what waits its turn behind it.
     std::deque<std::variant<std::string, std::function<void()>>> untaken_;
-    Clock::time_point turn_;  // When the program's present turn of taking in began.
+    Clock::time_point turn_;   // When the program's present turn of taking in began.
+    std::uint64_t heard_ = 0;  // Calls of the script.
+    bool isSilent_ = false;    // Since the last wait, which was in vain.
     bool isTaking_ = false;
     bool isTakingLater_ = false;
     GDBusMethodInvocation* question_ = nullptr;  // Of the script, unanswered.

@@ -347,8 +347,7 @@ TEST_F(KWinChannelTest, whatWaitsItsTurnComesAfterWhatHasArrivedBefore) {
     bool isInTurn = false;
     bool wasActive = true;
     channel->connection()->listen(
-        {channel->connection()->peer(), "/press", "org.example.Press", "Pressed"},
-        [&](GVariant*) {
+        {channel->connection()->peer(), "/press", "org.example.Press", "Pressed"}, [&](GVariant*) {
             channel->inTurn([&] {
                 isInTurn = true;
                 wasActive = channel->mirrorSoFar().active() != nullptr;
@@ -362,6 +361,22 @@ TEST_F(KWinChannelTest, whatWaitsItsTurnComesAfterWhatHasArrivedBefore) {
     kwin->emit("/press", "org.example.Press", "Pressed", nullptr);
     ASSERT_TRUE(serve([&] { return isInTurn; }));
     EXPECT_FALSE(wasActive) << "the press is of the time after the last report";
+}
+
+TEST_F(KWinChannelTest, anAnswerBehindMuchElseIsSeenByWhoeverWaitsForIt) {
+    loadAndGreet();
+    // Far more than is taken in within one turn of the program.
+    constexpr int reports = 300;
+    for (int i = 0; i < reports; ++i) {
+        script->say("Report", everything);
+    }
+    const std::uint64_t next = channel->give(KWinPlaceOrder{"a", 1, 2, 3, 4}) + 1;
+    script->say("Report",
+                R"([{"event":"done","order":)" + std::to_string(next) + R"(,"result":"placed"}])");
+    const std::uint64_t order = channel->give(KWinPlaceOrder{"a", 5, 6, 7, 8});
+    ASSERT_EQ(order, next);
+    constexpr double patience = 10;  // Seconds; nothing else of the program runs meanwhile.
+    EXPECT_TRUE(channel->waitUntil([&] { return channel->resultOf(order).has_value(); }, patience));
 }
 
 TEST_F(KWinChannelTest, aWriteThatIsNotAnsweredEndsWithItsTimeOut) {
