@@ -88,6 +88,25 @@ void print(GVariant* answer) {
     }
 }
 
+std::string variable(const char* name) {
+    const char* const value = std::getenv(name);
+    return value == nullptr ? std::string() : std::string(value);
+}
+
+/// What the program may know this desktop by. A Wayland session has an X server beside it as a
+/// rule, on which the program runs where it cannot work on the session itself.
+std::vector<std::string> desktops() {
+    std::vector<std::string> names;
+    const std::string wayland = variable("WAYLAND_DISPLAY");
+    if (!wayland.empty()) {
+        names.push_back(wayland);
+    } else if (variable("XDG_SESSION_TYPE") == "wayland") {
+        names.emplace_back("wayland-0");
+    }
+    names.push_back(variable("DISPLAY"));
+    return names;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -105,10 +124,14 @@ int main(int argc, char** argv) {
         std::puts("lumatilectl " LUMATILE_VERSION);
         return EXIT_SUCCESS;
     }
-    const char* const display = std::getenv("DISPLAY");
-    const ControlClient client(lumatile::BusConnection::sessionAddress(),
-                               display == nullptr ? "" : display);
-    const ControlClient::Answer answer = ask(client, *request);
+    ControlClient::Answer answer;
+    for (const std::string& desktop : desktops()) {
+        const ControlClient client(lumatile::BusConnection::sessionAddress(), desktop);
+        answer = ask(client, *request);
+        if (answer.isRunning) {
+            break;
+        }
+    }
     if (!answer.isRunning) {
         std::fputs("lumatilectl: Lumatile is not running on this desktop\n", stderr);
         return exitNotRunning;
