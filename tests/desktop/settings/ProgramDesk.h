@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "tests/desktop/settings/AccessibleTree.h"
+#include "tests/desktop/support/AccessibleTree.h"
 #include "tests/desktop/support/LumatileProcess.h"
 #include "tests/desktop/support/TestDesktop.h"
 

@@ -1,4 +1,4 @@
-#include "tests/desktop/settings/AccessibleTree.h"
+#include "tests/desktop/support/AccessibleTree.h"
 
 #include <algorithm>
 
