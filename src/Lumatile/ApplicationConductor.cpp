@@ -177,6 +177,12 @@ void ApplicationConductor::registerHotkeys() {
             alive->noteReassigned(id, to);
         }
     };
+    hotkeys_.onAvailabilityChanged = [conductor = weak_from_this()] {
+        const auto alive = conductor.lock();
+        if (alive && alive->featuresRunning_) {
+            alive->registerHotkeys();
+        }
+    };
     for (const SnapCommand& command : store_.hotkeyBindings()) {
         const std::uint32_t id = hotkeys_.registerHotKey(
             command.shortcut->carbonKeyCode, command.shortcut->carbonModifiers,

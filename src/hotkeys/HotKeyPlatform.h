@@ -44,6 +44,10 @@ public:
     /// none, in the desktop's own list of them.
     using Reassigned = std::function<void(HotKeyID, std::optional<KeyCombination>)>;
 
+    /// Called on the main thread when the desktop gives out combinations anew: ones that were
+    /// refused may be had now, and ones that were given may have been lost.
+    using AvailabilityChanged = std::function<void()>;
+
     virtual ~HotKeyPlatform() = default;
 
     /// Sets the one handler of all presses.
@@ -52,6 +56,10 @@ public:
     /// Sets the one observer of combinations that are changed elsewhere. Nothing happens where they
     /// cannot be.
     virtual void installReassigned(const Reassigned& /*reassigned*/) {}
+
+    /// Sets the one observer of what can be had, who registers anew whatever it wants. Nothing
+    /// happens where the desktop does not tell.
+    virtual void installAvailabilityChanged(const AvailabilityChanged& /*changed*/) {}
 
     /// Who has a combination that was refused, as the user knows it: "Switch to Desktop 1 of KWin".
     /// Empty where the desktop does not tell.

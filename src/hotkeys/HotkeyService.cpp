@@ -34,12 +34,20 @@ std::uint32_t HotkeyService::registerHotKey(std::uint32_t keyCode, std::uint32_t
         platform_.installReassigned(
             [reassign = lifeline_.guard(
                  [this](HotKeyID id, const std::optional<KeyCombination>& combination) {
-                     if (onReassigned && holds(id.id)) {
-                         onReassigned(id.id, combination);
+                     // Copies, since who is told may register anew and set itself again.
+                     const auto reassigned = onReassigned;
+                     if (reassigned && holds(id.id)) {
+                         reassigned(id.id, combination);
                      }
                  })](HotKeyID id, const std::optional<KeyCombination>& combination) {
                 reassign(id, combination);
             });
+        platform_.installAvailabilityChanged(lifeline_.guard([this] {
+            const auto changed = onAvailabilityChanged;
+            if (changed) {
+                changed();
+            }
+        }));
     }
     if (nextID_ == std::numeric_limits<std::uint32_t>::max()) {
         std::abort();  // Four thousand million registrations: the counting itself is broken.

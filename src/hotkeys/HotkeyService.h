@@ -42,6 +42,10 @@ public:
     /// the desktop's own list.
     std::function<void(std::uint32_t id, std::optional<KeyCombination>)> onReassigned;
 
+    /// Called when combinations that were refused may be had now, or ones that this service holds
+    /// have been lost; whoever wants them registers them anew.
+    std::function<void()> onAvailabilityChanged;
+
     /// Gives back every combination that this service holds.
     void unregisterAll();
 

@@ -1,6 +1,8 @@
 #include "platform/kwin/KWinGlobalShortcuts.h"
 
+#include <algorithm>
 #include <array>
+#include <chrono>
 
 #include "platform/kwin/KWinTexts.h"
 
@@ -8,7 +10,10 @@ namespace lumatile {
 
 namespace {
 
-constexpr int patience = 250;  // Milliseconds.
+constexpr auto patience = std::chrono::milliseconds(250);
+
+// Milliseconds, for what nobody waits for. The service may be busy, as at login.
+constexpr int longPatience = 20000;
 
 // The service's numbers.
 constexpr guint32 setPresent = 2;     // The action's program runs.
@@ -48,47 +53,82 @@ gint32 firstKey(GVariant* list) {
 
 }  // namespace
 
-std::optional<std::string> KWinGlobalShortcuts::holder(std::int32_t key) {
-    const GVariantHandle reply =
+KWinGlobalShortcuts::Outcome KWinGlobalShortcuts::take(const std::string& action,
+                                                       const std::string& title, std::int32_t key) {
+    const auto end = LoneBusConnection::Clock::now() + patience;
+    const auto left = [end] {
+        return std::max(1, static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(
+                                                end - LoneBusConnection::Clock::now())
+                                                .count()));
+    };
+    const GVariantHandle holders =
         bus_.callNow(method("globalShortcutsByKey"),
-                     g_variant_new("(@(ai)(i))", sequence(key), equalKeys), patience);
-    if (!reply || g_variant_is_of_type(reply.get(), G_VARIANT_TYPE("(a(ssssssaiai))")) == 0) {
-        return std::nullopt;
+                     g_variant_new("(@(ai)(i))", sequence(key), equalKeys), left());
+    if (!holders) {
+        return {Taking::silent, {}};
     }
-    const GVariantHandle list(g_variant_get_child_value(reply.get(), 0));
-    GVariantIter each;
-    g_variant_iter_init(&each, list.get());
-    const char* title = nullptr;
-    const char* program = nullptr;
-    const char* programName = nullptr;
-    while (g_variant_iter_next(&each, "(&s&s&s&s&s&saiai)", nullptr, &title, &program, &programName,
-                               nullptr, nullptr, nullptr, nullptr) != 0) {
-        if (std::string_view(program) != component) {
-            return KWinTexts::holder(title, programName);
-        }
+    if (const std::optional<std::string> holder = holderIn(holders.get(), action)) {
+        return {Taking::refused, *holder};
     }
-    return std::nullopt;
-}
-
-KWinGlobalShortcuts::Taking KWinGlobalShortcuts::take(const std::string& action,
-                                                      const std::string& title, std::int32_t key) {
     GVariant* const id = g_variant_ref_sink(actionId(action, title));
     const GVariantHandle kept(id);
-    bus_.callNow(method("doRegister"), g_variant_new("(@as)", id), patience);
+    bus_.call(method("doRegister"), g_variant_new("(@as)", id), longPatience, [](GVariant*) {});
     GVariant* const wanted = sequence(key);
     const GVariantHandle reply =
         bus_.callNow(method("setShortcutKeys"),
                      g_variant_new("(@as@a(ai)u)", id, g_variant_new_array(nullptr, &wanted, 1),
                                    setPresent | noAutoloading),
-                     patience);
+                     left());
     if (!reply) {
-        return Taking::silent;
+        return {Taking::silent, {}};
     }
-    if (g_variant_is_of_type(reply.get(), G_VARIANT_TYPE("(a(ai))")) == 0) {
-        return Taking::refused;
+    if (g_variant_is_of_type(reply.get(), G_VARIANT_TYPE("(a(ai))")) != 0) {
+        const GVariantHandle list(g_variant_get_child_value(reply.get(), 0));
+        if (firstKey(list.get()) == key) {
+            return {Taking::taken, {}};
+        }
     }
-    const GVariantHandle list(g_variant_get_child_value(reply.get(), 0));
-    return firstKey(list.get()) == key ? Taking::taken : Taking::refused;
+    giveBack(action);
+    return {Taking::refused, {}};
+}
+
+std::optional<std::string> KWinGlobalShortcuts::holderIn(GVariant* holders,
+                                                         const std::string& action) {
+    if (g_variant_is_of_type(holders, G_VARIANT_TYPE("(a(ssssssaiai))")) == 0) {
+        return std::nullopt;
+    }
+    const GVariantHandle list(g_variant_get_child_value(holders, 0));
+    GVariantIter each;
+    g_variant_iter_init(&each, list.get());
+    const char* name = nullptr;
+    const char* title = nullptr;
+    const char* program = nullptr;
+    const char* programName = nullptr;
+    while (g_variant_iter_next(&each, "(&s&s&s&s&s&saiai)", &name, &title, &program, &programName,
+                               nullptr, nullptr, nullptr, nullptr) != 0) {
+        if (std::string_view(program) != component) {
+            return KWinTexts::holder(title, programName);
+        }
+        if (name != action) {
+            giveBack(name);
+        }
+    }
+    return std::nullopt;
+}
+
+void KWinGlobalShortcuts::askWhetherFree(std::int32_t key,
+                                         const std::function<void(std::optional<bool>)>& told) {
+    bus_.call(method("globalShortcutAvailable"),
+              g_variant_new("(@(ai)s)", sequence(key), component), longPatience,
+              [told](GVariant* reply) {
+                  gboolean isFree = FALSE;
+                  if (reply == nullptr || g_variant_is_of_type(reply, G_VARIANT_TYPE("(b)")) == 0) {
+                      told(std::nullopt);
+                      return;
+                  }
+                  g_variant_get(reply, "(b)", &isFree);
+                  told(isFree != 0);
+              });
 }
 
 std::optional<KWinGlobalShortcuts::Change> KWinGlobalShortcuts::changeIn(GVariant* arguments) {
@@ -110,7 +150,8 @@ std::optional<KWinGlobalShortcuts::Change> KWinGlobalShortcuts::changeIn(GVarian
 }
 
 void KWinGlobalShortcuts::giveBack(const std::string& action) {
-    bus_.callNow(method("unregister"), g_variant_new("(ss)", component, action.c_str()), patience);
+    bus_.call(method("unregister"), g_variant_new("(ss)", component, action.c_str()), longPatience,
+              [](GVariant*) {});
 }
 
 }  // namespace lumatile

@@ -10,7 +10,14 @@ namespace lumatile {
 
 namespace {
 
-constexpr double betweenAttempts = 1;  // Seconds.
+// Seconds. A service that has just failed to answer is not pressed, and one that is not there at
+// all costs next to nothing.
+constexpr double firstRetry = 1;
+constexpr double longestRetry = 30;
+
+// Seconds. The service tells of what the user gives away on Plasma's page, not of what a program
+// gives back.
+constexpr double betweenLooks = 10;
 
 }  // namespace
 
@@ -18,6 +25,7 @@ KWinHotKeyPlatform::KWinHotKeyPlatform(KWinChannel& channel, RunLoop& runLoop, S
     : channel_(channel),
       runLoop_(runLoop),
       symbolAt_(std::move(symbolAt)),
+      retryAfter_(firstRetry),
       states_(channel.observeState([this] {
           // The channel is in the middle of something.
           runLoop_.post(lifeline_.guard([this] { followService(); }));
@@ -59,9 +67,12 @@ std::optional<HotKeyReference> KWinHotKeyPlatform::registerHotKey(std::uint32_t 
         registration.title = registration.action;
     }
     followService();
+    std::erase_if(refused_, [&](const Refused& each) {
+        return each.keyCode == keyCode && each.modifiers == modifiers;
+    });
     // Without service or keyboard there is nothing that could refuse; it is taken as soon as there
     // is.
-    if (channel_.connection() != nullptr && symbolAt_(keyCode) && !take(registration)) {
+    if (channel_.connection() != nullptr && !take(registration)) {
         return std::nullopt;
     }
     const HotKeyReference reference = nextReference_++;
@@ -85,75 +96,172 @@ void KWinHotKeyPlatform::unregisterHotKey(HotKeyReference reference) {
     giveUnwantedBackLater();
 }
 
-std::optional<std::int32_t> KWinHotKeyPlatform::keyOf(const Registration& registration) const {
-    const auto symbol = symbolAt_(registration.keyCode);
-    return symbol ? KWinKey::of(*symbol, registration.modifiers) : std::nullopt;
-}
-
 bool KWinHotKeyPlatform::take(const Registration& registration) {
-    const auto key = keyOf(registration);
+    const auto symbol = symbolAt_(registration.keyCode);
+    if (!symbol) {
+        return true;  // The keyboard is not known yet.
+    }
+    const auto key = KWinKey::of(*symbol, registration.modifiers);
     if (!key) {
-        refused_.push_back({registration.keyCode, registration.modifiers, {}});
+        noteRefused(registration, 0, {});
         return false;
     }
-    const auto before = taken_.find(registration.action);
-    if (before != taken_.end() && before->second.key == *key &&
-        before->second.title == registration.title) {
-        before->second.isWanted = true;
+    const auto present = taken_.find(registration.action);
+    if (present != taken_.end() && present->second.key == *key &&
+        present->second.title == registration.title) {
+        present->second.isWanted = true;
         return true;
     }
-    if (retry_) {
-        return true;  // It does not answer just now, and each question holds the program up.
+    if (isSilent_) {
+        return true;  // Each question would hold the program up.
     }
     // One that is about to be given back is not in the way.
-    giveUnwantedBack();
-    KWinGlobalShortcuts shortcuts(*channel_.connection());
-    if (const std::optional<std::string> holder = shortcuts.holder(*key)) {
-        refused_.push_back({registration.keyCode, registration.modifiers, *holder});
+    giveUnwantedBack(*key);
+    if (isTakenForAnother(registration, *key)) {
+        noteRefused(registration, 0, {});
         return false;
     }
     using Taking = KWinGlobalShortcuts::Taking;
-    const Taking taking = shortcuts.take(registration.action, registration.title, *key);
-    if (taking == Taking::silent) {
-        // KWin is busy, as at login. Nobody has refused anything.
-        retry_ = runLoop_.repeat(betweenAttempts, [this] { takeMissing(); });
+    KWinGlobalShortcuts shortcuts(*channel_.connection());
+    KWinGlobalShortcuts::Outcome outcome =
+        shortcuts.take(registration.action, registration.title, *key);
+    if (outcome.taking == Taking::silent) {
+        // Nobody has refused anything; that it is given is not known either.
+        taken_[registration.action] = {0, registration.title, true};
+        isSilent_ = true;
+        awaitAnswer(*key);
         return true;
     }
-    if (taking == Taking::refused) {
-        shortcuts.giveBack(registration.action);
-        refused_.push_back({registration.keyCode, registration.modifiers, {}});
+    if (outcome.taking == Taking::refused) {
+        const auto kept = taken_.find(registration.action);
+        if (kept != taken_.end()) {
+            kept->second.isWanted = false;
+            giveUnwantedBackLater();
+        }
+        noteRefused(registration, *key, std::move(outcome.holder));
         return false;
     }
     taken_[registration.action] = {*key, registration.title, true};
     return true;
 }
 
-void KWinHotKeyPlatform::takeMissing() {
+bool KWinHotKeyPlatform::isTakenForAnother(const Registration& registration,
+                                           std::int32_t key) const {
+    return std::any_of(taken_.begin(), taken_.end(), [&](const auto& each) {
+        return each.second.key == key && each.first != registration.action;
+    });
+}
+
+void KWinHotKeyPlatform::noteRefused(const Registration& registration, std::int32_t key,
+                                     std::string holder) {
+    refused_.push_back({registration.keyCode, registration.modifiers, std::move(holder), key});
+    if (!look_) {
+        look_ = runLoop_.repeat(betweenLooks, [this] { lookAgain(); });
+    }
+}
+
+/// Everything that counts as held, where the service or the keyboard is another one.
+void KWinHotKeyPlatform::takeAnew() {
+    bool mayDiffer = !std::exchange(refused_, {}).empty();
+    for (const auto& [reference, registration] : registrations_) {
+        mayDiffer |= !take(registration);
+    }
+    if (mayDiffer) {
+        tellAvailability();
+    }
+}
+
+void KWinHotKeyPlatform::awaitAnswer(std::int32_t key) {
     retry_.reset();
     if (channel_.connection() == nullptr) {
         return;  // Everything is taken anew when there is one.
     }
-    for (const auto& [reference, registration] : registrations_) {
-        if (!taken_.contains(registration.action)) {
-            take(registration);
+    KWinGlobalShortcuts(*channel_.connection())
+        .askWhetherFree(key, lifeline_.guard([this, key](std::optional<bool> answer) {
+            // The connection is in the middle of this.
+            runLoop_.post(lifeline_.guard(
+                [this, key, isAnswer = answer.has_value()] { noteAnswer(key, isAnswer); }));
+        }));
+}
+
+void KWinHotKeyPlatform::noteAnswer(std::int32_t key, bool isAnswer) {
+    if (!isSilent_ || channel_.connection() == nullptr) {
+        return;
+    }
+    if (!isAnswer) {
+        retry_ = runLoop_.repeat(retryAfter_, [this, key] { awaitAnswer(key); });
+        retryAfter_ = std::min(retryAfter_ * 2, longestRetry);
+        return;
+    }
+    isSilent_ = false;
+    retryAfter_ = firstRetry;
+    takeAnew();
+}
+
+void KWinHotKeyPlatform::lookAgainLater() {
+    if (!refused_.empty() && !std::exchange(isLookingAgain_, true)) {
+        runLoop_.post(lifeline_.guard([this] { lookAgain(); }));
+    }
+}
+
+/// Whether what was refused is free now.
+void KWinHotKeyPlatform::lookAgain() {
+    isLookingAgain_ = false;
+    if (refused_.empty()) {
+        look_.reset();
+        return;
+    }
+    if (channel_.connection() == nullptr || isSilent_) {
+        return;
+    }
+    KWinGlobalShortcuts shortcuts(*channel_.connection());
+    for (const Refused& each : refused_) {
+        if (each.key != 0) {
+            shortcuts.askWhetherFree(
+                each.key, lifeline_.guard([this, key = each.key](std::optional<bool> answer) {
+                    if (answer.value_or(false)) {
+                        noteFree(key);
+                    }
+                }));
         }
+    }
+}
+
+void KWinHotKeyPlatform::noteFree(std::int32_t key) {
+    if (std::erase_if(refused_, [key](const Refused& each) { return each.key == key; }) != 0) {
+        tellAvailability();
+    }
+}
+
+void KWinHotKeyPlatform::tellAvailability() {
+    if (!std::exchange(isTelling_, true)) {
+        runLoop_.post(lifeline_.guard([this] {
+            isTelling_ = false;
+            if (availabilityChanged_) {
+                availabilityChanged_();
+            }
+        }));
     }
 }
 
 void KWinHotKeyPlatform::giveUnwantedBackLater() {
     if (!std::exchange(isGivingBack_, true)) {
-        runLoop_.post(lifeline_.guard([this] { giveUnwantedBack(); }));
+        runLoop_.post(lifeline_.guard([this] {
+            isGivingBack_ = false;
+            giveUnwantedBack();
+        }));
     }
 }
 
-void KWinHotKeyPlatform::giveUnwantedBack() {
-    isGivingBack_ = false;
+/// @param key absent: whatever their combination is
+void KWinHotKeyPlatform::giveUnwantedBack(std::optional<std::int32_t> key) {
     LoneBusConnection* const bus = channel_.connection();
-    std::erase_if(taken_, [bus](const auto& each) {
-        if (!each.second.isWanted && bus != nullptr) {
+    std::erase_if(taken_, [bus, key](const auto& each) {
+        const bool isGoing = !each.second.isWanted && (!key || each.second.key == *key);
+        if (isGoing && bus != nullptr) {
             KWinGlobalShortcuts(*bus).giveBack(each.first);
         }
-        return !each.second.isWanted;
+        return isGoing;
     });
 }
 
@@ -170,10 +278,9 @@ void KWinHotKeyPlatform::followService() {
                  KWinGlobalShortcuts::serviceInterface, KWinGlobalShortcuts::changed},
                 lifeline_.guard([this](GVariant* arguments) { noteChange(arguments); }));
     taken_.clear();
-    refused_.clear();
-    for (const auto& [reference, registration] : registrations_) {
-        take(registration);
-    }
+    isSilent_ = false;
+    retry_.reset();
+    takeAnew();
 }
 
 void KWinHotKeyPlatform::followKeyboard() {
@@ -183,10 +290,7 @@ void KWinHotKeyPlatform::followKeyboard() {
     for (auto& [action, taken] : taken_) {
         taken.isWanted = false;
     }
-    refused_.clear();
-    for (const auto& [reference, registration] : registrations_) {
-        take(registration);
-    }
+    takeAnew();
     giveUnwantedBack();
 }
 
@@ -204,10 +308,12 @@ void KWinHotKeyPlatform::notePress(GVariant* arguments) {
 
 void KWinHotKeyPlatform::noteChange(GVariant* arguments) {
     const auto change = KWinGlobalShortcuts::changeIn(arguments);
-    if (change) {
-        runLoop_.post(
-            lifeline_.guard([this, change = *change] { reassign(change.action, change.key); }));
+    if (!change) {
+        lookAgainLater();  // Another program has been given another combination.
+        return;
     }
+    runLoop_.post(
+        lifeline_.guard([this, change = *change] { reassign(change.action, change.key); }));
 }
 
 /// The user has given an action another combination on Plasma's page, or taken it away.

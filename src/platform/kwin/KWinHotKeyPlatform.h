@@ -31,6 +31,7 @@ public:
         std::uint32_t keyCode = 0;    ///< Virtual key code.
         std::uint32_t modifiers = 0;  ///< Classic modifier mask.
         std::string holder;           ///< Who has it; empty: not known.
+        std::int32_t key = 0;         ///< As of `KWinKey`; 0: no key of this keyboard has it.
     };
 
     /// @param channel and `runLoop` outlive the platform
@@ -41,6 +42,9 @@ public:
 
     void installHandler(Handler handler) override;
     void installReassigned(const Reassigned& reassigned) override { reassigned_ = reassigned; }
+    void installAvailabilityChanged(const AvailabilityChanged& changed) override {
+        availabilityChanged_ = changed;
+    }
     std::string holder(const KeyCombination& combination) override;
     void describe(HotKeyID id, const HotKeyPurpose& purpose) override;
     std::optional<HotKeyReference> registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
@@ -68,12 +72,19 @@ private:
         bool isWanted = true;
     };
 
-    std::optional<std::int32_t> keyOf(const Registration& registration) const;
     bool take(const Registration& registration);
+    bool isTakenForAnother(const Registration& registration, std::int32_t key) const;
+    void noteRefused(const Registration& registration, std::int32_t key, std::string holder);
+    void takeAnew();
     void giveUnwantedBackLater();
-    void giveUnwantedBack();
+    void giveUnwantedBack(std::optional<std::int32_t> key = std::nullopt);
     void followService();
-    void takeMissing();
+    void awaitAnswer(std::int32_t key);
+    void noteAnswer(std::int32_t key, bool isAnswer);
+    void lookAgainLater();
+    void lookAgain();
+    void noteFree(std::int32_t key);
+    void tellAvailability();
     void notePress(GVariant* arguments);
     void noteChange(GVariant* arguments);
     void reassign(const std::string& action, std::int32_t key);
@@ -84,6 +95,7 @@ private:
     SymbolAt symbolAt_;
     Handler handler_;
     Reassigned reassigned_;
+    AvailabilityChanged availabilityChanged_;
     std::map<std::uint32_t, HotKeyPurpose> purposes_;        // By id, until it is registered.
     std::map<HotKeyReference, Registration> registrations_;  // In the order of registration.
     std::map<std::string, Taken> taken_;                     // By action.
@@ -91,7 +103,12 @@ private:
     HotKeyReference nextReference_ = 1;
     LoneBusConnection* listening_ = nullptr;  // Where presses are heard; compared, never used.
     bool isGivingBack_ = false;
-    std::unique_ptr<RunLoopTimer> retry_;  // While the service is too busy to answer.
+    bool isLookingAgain_ = false;
+    bool isTelling_ = false;
+    bool isSilent_ = false;                // The service is too busy to answer.
+    std::unique_ptr<RunLoopTimer> retry_;  // Until it is asked again.
+    double retryAfter_;                    // Seconds.
+    std::unique_ptr<RunLoopTimer> look_;   // While something is refused.
     KWinChannel::StateSubscription states_;
     Lifeline lifeline_;
 };

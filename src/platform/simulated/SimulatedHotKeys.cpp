@@ -47,6 +47,13 @@ void SimulatedHotKeys::reassign(const KeyCombination& combination,
     runLoop_.settle();
 }
 
+void SimulatedHotKeys::tellAvailability() {
+    if (availabilityChanged_) {
+        runLoop_.post([this] { availabilityChanged_(); });
+    }
+    runLoop_.settle();
+}
+
 std::string SimulatedHotKeys::listed(const KeyCombination& combination) const {
     for (const auto& [reference, registration] : registrations_) {
         const auto purpose = purposes_.find(registration.id.id);

@@ -25,6 +25,9 @@ public:
 
     void installHandler(Handler handler) override;
     void installReassigned(const Reassigned& reassigned) override { reassigned_ = reassigned; }
+    void installAvailabilityChanged(const AvailabilityChanged& changed) override {
+        availabilityChanged_ = changed;
+    }
     std::string holder(const KeyCombination& combination) override;
     void describe(HotKeyID id, const HotKeyPurpose& purpose) override;
     std::optional<HotKeyReference> registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
@@ -46,6 +49,9 @@ public:
 
     /// The other program gives the combination back.
     void release(const KeyCombination& combination) { taken_.erase(combination); }
+
+    /// The desktop tells that it gives out combinations anew.
+    void tellAvailability();
 
     /// Puts a combination down. Down already, it repeats, which nobody hears of.
     KeyReceiver keyDown(const KeyCombination& combination);
@@ -88,6 +94,7 @@ private:
     std::map<KeyCombination, std::string> taken_;  // By whom.
     std::map<std::uint32_t, HotKeyPurpose> purposes_;
     Reassigned reassigned_;
+    AvailabilityChanged availabilityChanged_;
     std::set<KeyCombination> down_;
     HotKeyReference lastReference_ = 0;
     std::size_t refusals_ = 0;

@@ -2,6 +2,7 @@
 
 #include <signal.h>
 
+#include <fstream>
 #include <sstream>
 
 #include "tests/desktop/support/ChildProcess.h"
@@ -25,14 +26,24 @@ void PlasmaDesk::press(std::string_view command) {
     input().press(shortcut.modifiers(), shortcut.key);
 }
 
+std::string PlasmaDesk::run(const std::vector<std::string>& command) {
+    const std::string name = "question" + std::to_string(++questions_);
+    ChildProcess question = desktop_.session().start(command, name);
+    const auto exit = question.wait(Deadline::usual());
+    const bool isWell = exit && exit->status == 0;
+    return (isWell ? "" : std::to_string(exit ? exit->status.value_or(-1) : -1) + ": ") +
+           desktop_.session().output(name);
+}
+
+std::string PlasmaDesk::ask(const std::vector<std::string>& words) {
+    std::vector<std::string> command{LUMATILECTL_PROGRAM};
+    command.insert(command.end(), words.begin(), words.end());
+    return run(command);
+}
+
 std::string PlasmaDesk::edges() {
-    const std::string name = "edges" + std::to_string(++questions_);
-    ChildProcess question =
-        desktop_.session().start({"gdbus", "call", "--session", "-d", "org.kde.KWin", "-o", "/KWin",
-                                  "-m", "org.kde.KWin.supportInformation"},
-                                 name);
-    question.wait(Deadline::usual());
-    const std::string text = desktop_.session().output(name);
+    const std::string text = run({"gdbus", "call", "--session", "-d", "org.kde.KWin", "-o", "/KWin",
+                                  "-m", "org.kde.KWin.supportInformation"});
     std::string found;
     for (const std::string_view key : {"electricBorderTiling: ", "electricBorderMaximize: "}) {
         const auto place = text.find(key);
@@ -42,6 +53,21 @@ std::string PlasmaDesk::edges() {
         found += found.find(' ') == std::string::npos ? " " : "";
     }
     return found;
+}
+
+void PlasmaDesk::setLayouts(const std::string& names, const std::string& variants) {
+    std::ofstream(desktop_.session().configuration() / "kxkbrc")
+        << "[Layout]\nUse=true\nLayoutList=" << names << "\nVariantList=" << variants << "\n";
+    // As Plasma's page for keyboards says it.
+    run({"gdbus", "emit", "--session", "--object-path", "/Layouts", "--signal",
+         "org.kde.keyboard.reloadConfig"});
+}
+
+void PlasmaDesk::chooseLayout(unsigned index) {
+    // With one layout there is no such service; it comes with the second.
+    run({"gdbus", "wait", "--session", "--timeout", "20", "org.kde.keyboard"});
+    run({"gdbus", "call", "--session", "-d", "org.kde.keyboard", "-o", "/Layouts", "-m",
+         "org.kde.KeyboardLayouts.setLayout", std::to_string(index)});
 }
 
 std::string PlasmaDesk::endProgram() {

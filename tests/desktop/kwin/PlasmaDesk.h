@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "geometry/Rect.h"
 #include "tests/desktop/support/DefaultShortcuts.h"
@@ -18,6 +20,9 @@ namespace lumatile::desktop {
 class PlasmaDesk {
 public:
     PlasmaDesk();
+
+    /// Without the program, which `startProgram` starts.
+    explicit PlasmaDesk(std::nullptr_t) {}
     explicit PlasmaDesk(const KWinDesktop::Options& options,
                         const LumatileProcess::Settings& settings = {});
 
@@ -32,6 +37,16 @@ public:
     /// Whether KWin's own snapping at the edges is on, as KWin itself says: "tiling maximize".
     std::string edges();
 
+    /// Asks the program for something, as lumatilectl does, and waits for the answer.
+    /// @return what lumatilectl wrote; its status comes before that where it is not 0
+    std::string ask(const std::vector<std::string>& words);
+
+    /// Gives KWin other keyboard layouts: names and variants, with commas, as xkb calls them.
+    void setLayouts(const std::string& names, const std::string& variants);
+
+    /// Chooses one of several, from 0.
+    void chooseLayout(unsigned index);
+
     /// Ends the program.
     /// @return what is wrong with how it ended; empty when nothing is
     std::string endProgram();
@@ -42,6 +57,8 @@ public:
     void startProgram(const LumatileProcess::Settings& settings = {});
 
 private:
+    std::string run(const std::vector<std::string>& command);
+
     KWinDesktop desktop_;
     std::unique_ptr<LumatileProcess> program_;
     int questions_ = 0;

@@ -152,6 +152,29 @@ TEST(ConductorSettings, whoHasARefusedShortcutIsNamedWhereTheDesktopTells) {
     EXPECT_EQ(desk.model().shortcutHolder(desk.model().commands().front()), "");
 }
 
+TEST(ConductorSettings, whatItsHolderLetsGoIsTakenWhereTheDesktopTells) {
+    DesktopWithSettings desk;
+    const KeyCombination combination{keyA, controlOption};
+    desk.hotKeys.take(combination, "Switch to Desktop 1 of KWin");
+    desk.selectLeftHalf();
+    desk.model().record({keyA, controlOption, true});
+    desk.hotKeys.tellAvailability();
+    EXPECT_FALSE(holds(desk.hotKeys, combination)) << "not yet";
+
+    desk.hotKeys.release(combination);
+    desk.hotKeys.tellAvailability();
+    EXPECT_TRUE(holds(desk.hotKeys, combination));
+    EXPECT_TRUE(desk.model().refusedShortcuts().empty());
+
+    desk.model().setRecording(true);
+    desk.hotKeys.tellAvailability();
+    EXPECT_TRUE(desk.hotKeys.registered().empty()) << "a recording goes on";
+    desk.model().setRecording(false);
+    desk.conductor->stopFeatures();
+    desk.hotKeys.tellAvailability();
+    EXPECT_TRUE(desk.hotKeys.registered().empty()) << "the features have been stopped";
+}
+
 TEST(ConductorSettings, theDesktopsListOfShortcutsNamesTheCommands) {
     DesktopWithSettings desk;
     EXPECT_EQ(desk.hotKeys.listed({leftArrow, controlOption}), "Left Half");

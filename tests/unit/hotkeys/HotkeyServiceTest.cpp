@@ -31,6 +31,9 @@ public:
     }
 
     void installReassigned(const Reassigned& reassigned) override { reassign = reassigned; }
+    void installAvailabilityChanged(const AvailabilityChanged& changed) override {
+        availabilityChanged = changed;
+    }
     void describe(HotKeyID id, const HotKeyPurpose& purpose) override {
         described.emplace_back(id, purpose.title);
     }
@@ -44,6 +47,7 @@ public:
 
     int installations = 0;
     Reassigned reassign;
+    AvailabilityChanged availabilityChanged;
     std::vector<std::pair<HotKeyID, std::string>> described;
     std::set<std::uint32_t> taken;
     std::vector<HotKeyID> requested;
@@ -161,6 +165,29 @@ TEST(HotkeyService, aCombinationThatIsChangedElsewhereIsToldByItsId) {
     service.unregisterAll();
     platform.reassign(idOf(1), std::nullopt);
     EXPECT_EQ(told.size(), 1U);
+}
+
+TEST(HotkeyService, whoeverIsToldOfWhatCanBeHadMayRegisterAnew) {
+    RecordingHotKeys platform;
+    platform.taken = {124};
+    {
+        HotkeyService service(platform);
+        int told = 0;
+        std::uint32_t id = service.registerHotKey(124, 6144, [] {});
+        EXPECT_FALSE(service.holds(id));
+        service.onAvailabilityChanged = [&] {
+            ++told;
+            service.onAvailabilityChanged = nullptr;  // Set anew, as is what registers.
+            id = service.registerHotKey(124, 6144, [] {});
+        };
+        platform.taken.clear();
+        platform.availabilityChanged();
+        EXPECT_EQ(told, 1);
+        EXPECT_TRUE(service.holds(id));
+        platform.availabilityChanged();
+        EXPECT_EQ(told, 1);
+    }
+    platform.availabilityChanged();  // The service is gone.
 }
 
 TEST(HotkeyService, anActionMayRegisterAnew) {
