@@ -11,6 +11,7 @@
 #include "Lumatile/highlight/HighlightOverlay.h"
 #include "Lumatile/launch/DesktopServices.h"
 #include "Lumatile/launch/ProgramWindows.h"
+#include "Lumatile/launch/SessionChoice.h"
 #include "Lumatile/launch/SessionReturn.h"
 #include "Lumatile/launch/SessionWatch.h"
 #include "Lumatile/launch/StartMemory.h"
@@ -62,6 +63,8 @@ int main(int argc, char** argv) {
         case InstanceClaim::unavailable:
             break;
     }
+
+    sayShortcomings(facts, log);
 
     const ToolkitApplication toolkit(facts, argc, argv);
     QtRunLoop runLoop;

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace lumatile {
@@ -63,6 +64,10 @@ struct DesktopSession {
     /// Whether the desktop's own snapping at the edges rests by itself while windows are snapped
     /// there by this program.
     bool holdsEdgesBack = false;
+
+    /// Brings the window of this program that has this title in front and gives it the keyboard, as
+    /// soon as it is there. Empty where the toolkit can by itself.
+    std::function<void(std::string_view title)> bringToFront = {};
 };
 
 }  // namespace lumatile

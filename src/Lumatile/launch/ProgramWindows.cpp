@@ -7,6 +7,7 @@
 #include "Lumatile/FullScreenWindows.h"
 #include "Lumatile/PackageUpdateController.h"
 #include "Lumatile/launch/ToolkitApplication.h"
+#include "Lumatile/widgets/WindowForeground.h"
 
 namespace lumatile {
 
@@ -34,7 +35,11 @@ ProgramWindows::ProgramWindows(const Parts& parts)
               ToolkitApplication::terminate}),
       settings_([this] { return settingsServices(); }),
       onboarding_({parts.runLoop, say_, onboardingPatience}),
-      syncConflict_(parts.runLoop, say_) {}
+      syncConflict_(parts.runLoop, say_) {
+    askDesktopForFront(parts.session.bringToFront);
+}
+
+ProgramWindows::~ProgramWindows() { askDesktopForFront({}); }
 
 void ProgramWindows::serve(ApplicationConductor& conductor) {
     conductor_ = conductor.weak_from_this();

@@ -35,7 +35,7 @@ public:
     explicit ProgramWindows(const Parts& parts);
     ProgramWindows(const ProgramWindows&) = delete;
     ProgramWindows& operator=(const ProgramWindows&) = delete;
-    ~ProgramWindows() = default;
+    ~ProgramWindows();
 
     /// Connects them with the conductor that works with them, which may go before them.
     void serve(ApplicationConductor& conductor);

@@ -8,9 +8,6 @@ namespace lumatile {
 std::unique_ptr<PresentSession> firstPresent(std::span<const SessionKind> kinds, SystemLog& log) {
     for (const SessionKind& kind : kinds) {
         if (auto present = kind.find()) {
-            for (const std::string& shortcoming : present->facts().shortcomings) {
-                log.write(MainTexts::program, shortcoming);
-            }
             return present;
         }
     }
@@ -18,6 +15,12 @@ std::unique_ptr<PresentSession> firstPresent(std::span<const SessionKind> kinds,
         log.write(MainTexts::program, kind.absence);
     }
     return nullptr;
+}
+
+void sayShortcomings(const SessionFacts& facts, SystemLog& log) {
+    for (const std::string& shortcoming : facts.shortcomings) {
+        log.write(MainTexts::program, shortcoming);
+    }
 }
 
 }  // namespace lumatile

@@ -15,8 +15,11 @@ struct SessionKind {
 };
 
 /// Asks the kinds in turn; those after the first that is present are not asked. The log gets a line
-/// for everything that cannot be done there, and where there is none, one for each kind.
+/// for each kind where there is none.
 /// @return null when none is present
 std::unique_ptr<PresentSession> firstPresent(std::span<const SessionKind> kinds, SystemLog& log);
+
+/// Writes a line for everything that cannot be done in a session.
+void sayShortcomings(const SessionFacts& facts, SystemLog& log);
 
 }  // namespace lumatile

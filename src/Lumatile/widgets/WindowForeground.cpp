@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 namespace lumatile {
 
@@ -57,6 +58,12 @@ private:
     bool isDue_ = false;
 };
 
+/// Of the desktop that the whole process runs on, as the toolkit's connection to it is.
+std::function<void(std::string_view)>& desktopsFront() {
+    static std::function<void(std::string_view)> bring;
+    return bring;
+}
+
 }  // namespace
 
 void bringToFront(QWidget& window) {
@@ -74,6 +81,13 @@ void bringToFrontNow(QWidget& window) {
     if (QGuiApplication::platformName() == QLatin1String("xcb")) {
         new FreshActivation(window);
     }
+    if (desktopsFront()) {
+        desktopsFront()(window.windowTitle().toStdString());
+    }
+}
+
+void askDesktopForFront(std::function<void(std::string_view title)> bring) {
+    desktopsFront() = std::move(bring);
 }
 
 }  // namespace lumatile

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <string_view>
+
 class QWidget;
 
 namespace lumatile {
@@ -11,5 +14,9 @@ void bringToFront(QWidget& window);
 /// A window manager that keeps windows from pushing themselves before the one in which the user is
 /// typing is then told the time of this, and not that of the last event that the program knows.
 void bringToFrontNow(QWidget& window);
+
+/// Has `bringToFrontNow` ask the desktop as well, where windows cannot come in front by themselves.
+/// @param bring told the title of the window; empty: not any more
+void askDesktopForFront(std::function<void(std::string_view title)> bring);
 
 }  // namespace lumatile

@@ -34,7 +34,8 @@ struct Describe {
 
     void operator()(const KWinFrontOrder& order) const {
         text["do"] = "front";
-        text["id"] = order.id;
+        text["pid"] = order.pid;
+        text["title"] = order.title;
     }
 
     void operator()(const KWinEndOrder& /*order*/) const { text["do"] = "end"; }

@@ -23,9 +23,11 @@ struct KWinBordersOrder {
     KWinBorders own;  ///< What it is set to when it is not held back.
 };
 
-/// Gives a window the focus and brings it in front.
+/// Gives a window of a program the focus and brings it in front; one that is not there yet, as soon
+/// as it is, within a few seconds.
 struct KWinFrontOrder {
-    std::string id;
+    std::int64_t pid = 0;
+    std::string title;
 };
 
 /// Gives everything back; the script is silent from then on.

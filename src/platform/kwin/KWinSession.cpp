@@ -1,5 +1,7 @@
 #include "platform/kwin/KWinSession.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
@@ -159,7 +161,10 @@ DesktopSession KWinSession::enter(RunLoop& runLoop, SystemLog& /*log*/) {
             {},
             adapters,
             &own.highlight,
-            true};
+            true,
+            [&own](std::string_view title) {
+                own.channel.give(KWinFrontOrder{getpid(), std::string(title)});
+            }};
 }
 
 }  // namespace lumatile

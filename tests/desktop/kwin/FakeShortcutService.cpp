@@ -75,7 +75,8 @@ std::string pathOf(const std::string& program, const std::string& name) {
 
 }  // namespace
 
-FakeShortcutService::FakeShortcutService(const std::string& address) {
+FakeShortcutService::FakeShortcutService(const std::string& address, bool takesScripts)
+    : takesScripts_(takesScripts) {
     std::promise<void> isReady;
     thread_ = std::thread([this, &address, &isReady] {
         g_main_context_push_thread_default(context_.get());
@@ -236,7 +237,7 @@ void FakeShortcutService::handleScript(const MockService::Call& call) {
         };
         program_ = valueOf("service");
         object_ = valueOf("path");
-        call.answer(g_variant_new("(i)", 0));
+        call.answer(g_variant_new("(i)", takesScripts_ ? 0 : -1));
     } else if (call.method == "unloadScript") {
         call.answer(g_variant_new("(b)", FALSE));
     } else {

@@ -20,7 +20,8 @@ namespace lumatile::desktop {
 class FakeShortcutService {
 public:
     /// Returns when it is on the bus.
-    explicit FakeShortcutService(const std::string& address);
+    /// @param takesScripts false: it refuses every script, as where KWin is locked
+    explicit FakeShortcutService(const std::string& address, bool takesScripts = true);
     FakeShortcutService(const FakeShortcutService&) = delete;
     FakeShortcutService& operator=(const FakeShortcutService&) = delete;
     ~FakeShortcutService();
@@ -78,6 +79,7 @@ private:
 
     std::unique_ptr<GMainContext, ContextRelease> context_{g_main_context_new()};
     MockService* service_ = nullptr;  // In the thread alone, as all down to the lock.
+    bool takesScripts_;
     bool isOver_ = false;
     bool isSilent_ = false;
     bool isFailing_ = false;

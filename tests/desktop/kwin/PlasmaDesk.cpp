@@ -26,6 +26,12 @@ void PlasmaDesk::press(std::string_view command) {
     input().press(shortcut.modifiers(), shortcut.key);
 }
 
+void PlasmaDesk::keepWindowsFromPushing() {
+    std::ofstream(desktop_.session().configuration() / "kwinrc") << "[Windows]\n";
+    run({"gdbus", "call", "--session", "-d", "org.kde.KWin", "-o", "/KWin", "-m",
+         "org.kde.KWin.reconfigure"});
+}
+
 std::string PlasmaDesk::run(const std::vector<std::string>& command) {
     const std::string name = "question" + std::to_string(++questions_);
     ChildProcess question = desktop_.session().start(command, name);

@@ -37,8 +37,14 @@ public:
     /// Whether KWin's own snapping at the edges is on, as KWin itself says: "tiling maximize".
     std::string edges();
 
+    /// From now on KWin keeps windows from pushing themselves in front as far as it does by itself.
+    void keepWindowsFromPushing();
+
+    /// Runs a program of this session to its end.
+    /// @return what it wrote; its status comes before that where it is not 0
+    std::string run(const std::vector<std::string>& command);
+
     /// Asks the program for something, as lumatilectl does, and waits for the answer.
-    /// @return what lumatilectl wrote; its status comes before that where it is not 0
     std::string ask(const std::vector<std::string>& words);
 
     /// Gives KWin other keyboard layouts: names and variants, with commas, as xkb calls them.
@@ -57,8 +63,6 @@ public:
     void startProgram(const LumatileProcess::Settings& settings = {});
 
 private:
-    std::string run(const std::vector<std::string>& command);
-
     KWinDesktop desktop_;
     std::unique_ptr<LumatileProcess> program_;
     int questions_ = 0;

@@ -67,6 +67,8 @@ const shortestStep = 8;
 const areasSettle = 100;
 // The program answers within 15 s; one that has not answered for this long is gone.
 const longestSilence = 20000;
+// A window that is to come in front and has not come by then has been given up.
+const longestComing = 3000;
 
 const known = new Map();  // Of windows, by id: the last report as text, what is connected.
 const events = [];        // That the program has not been told yet.
@@ -78,11 +80,13 @@ let ended = null;   // The same, when it has ended and that has not been told ye
 let screensText = "";
 let borders = null;  // What KWin's own snapping is set to while it is held back.
 let isEnding = false;
+let awaited = null;  // The window that is to come in front as soon as it is there: pid, title.
 
 const areas = timer(areasSettle, tellScreens);
 const step = timer(shortestStep, tellStep);
 const settled = timer(0, tellEnd);
 const silence = timer(longestSilence, fallSilent);
+const coming = timer(longestComing, () => { awaited = null; });
 
 function idOf(window) {
     return window.internalId.toString();
@@ -424,11 +428,20 @@ function configChanged() {
     tell({event: "borders", borders: values});
 }
 
+// KWin numbers windows of the same title behind it.
+function isAwaited(window) {
+    return awaited !== null && !window.deleted && window.pid === awaited.pid &&
+        String(window.caption).startsWith(awaited.title);
+}
+
 function bringToFront(order) {
-    const window = find(order.id);
+    awaited = {pid: order.pid, title: order.title};
+    const window = desk.windows().find(isAwaited);
     if (window === undefined) {
-        return "gone";
+        coming.start();
+        return "asked";
     }
+    awaited = null;
     desk.activate(window);
     return "done";
 }
@@ -495,6 +508,10 @@ function ask() {
 desk.added.connect((window) => batch(() => {
     watch(window);
     tellWindow(window);
+    if (isAwaited(window)) {
+        awaited = null;
+        desk.activate(window);
+    }
 }));
 desk.removed.connect((window) => batch(() => forget(window)));
 desk.activated.connect((window) => batch(() => {

@@ -383,10 +383,30 @@ TEST_P(AgentScript, givesEverythingBackAtTheEnd) {
 }
 
 TEST_P(AgentScript, bringsAWindowToTheFront) {
-    run("var w = user.opens();");
+    const auto isInFront = [this](const std::string& window) {
+        return run("String((workspace.activeWindow || workspace.activeClient) === " + window + ")");
+    };
+    run("var w = user.opens({caption: 'Settings <2>', pid: 7});"
+        "var namesake = user.opens({caption: 'Settings', pid: 8}); user.focuses(namesake);");
     load();
-    give({{1, KWinFrontOrder{first}}});
-    EXPECT_EQ(run("String((workspace.activeWindow || workspace.activeClient) === w)"), "true");
+    heard();
+    give({{1, KWinFrontOrder{7, "Settings"}}});
+    EXPECT_EQ(isInFront("w"), "true");
+    ASSERT_EQ(heardOf<KWinDone>().at(0).result, KWinDone::Result::done);
+
+    // One that is still to come.
+    give({{2, KWinFrontOrder{7, "About"}}});
+    ASSERT_EQ(heardOf<KWinDone>().at(0).result, KWinDone::Result::asked);
+    run("user.opens({caption: 'About', pid: 8}); user.opens({caption: 'Other', pid: 7});");
+    EXPECT_EQ(isInFront("w"), "true");
+    run("var about = user.opens({caption: 'About', pid: 7});");
+    EXPECT_EQ(isInFront("about"), "true");
+    run("user.focuses(w); user.opens({caption: 'About', pid: 7});");
+    EXPECT_EQ(isInFront("w"), "true") << "once";
+
+    give({{3, KWinFrontOrder{7, "Late"}}});
+    run("clock.pass(3001); user.opens({caption: 'Late', pid: 7});");
+    EXPECT_EQ(isInFront("w"), "true") << "the user does something else by now";
 }
 
 INSTANTIATE_TEST_SUITE_P(KWin, AgentScript, testing::Values(5, 6), [](const auto& generation) {

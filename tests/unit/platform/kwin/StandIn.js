@@ -57,7 +57,7 @@ var Window = class {
         const number = nextWindow++;
         this.internalId = {toString: () => "{window-" + number + "}"};
         Object.assign(this, {
-            pid: 4000 + number, desktopFileName: "org.example.Editor", resourceClass: "editor",
+            pid: 4000 + number, desktopFileName: "org.example.Editor", resourceClass: "editor", caption: "",
             normalWindow: true, moveable: true, resizeable: true, maximizable: true, minimized: false,
             fullScreen: false, deleted: false, onAllDesktops: false, stackingOrder: number,
             move: false, resize: false, output: outputs[0],
