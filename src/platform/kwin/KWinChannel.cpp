@@ -302,11 +302,13 @@ bool KWinChannel::waitUntil(const std::function<bool()>& isDone, double seconds)
 
 void KWinChannel::unload() {
     if (connection_ && !connection_->isLost()) {
-        if (const std::uint64_t last = give(KWinEndOrder{})) {
-            waitUntil([this, last] { return resultOf(last).has_value(); }, goodbye);
+        const std::uint64_t last = give(KWinEndOrder{});
+        // One that has not come to it by then gives everything back when nobody answers it any
+        // more, which it could not if it were taken out.
+        if (last == 0 || waitUntil([this, last] { return resultOf(last).has_value(); }, goodbye)) {
+            connection_->callNow(scripting("unloadScript"), g_variant_new("(s)", plugin),
+                                 unloadPatience);
         }
-        connection_->callNow(scripting("unloadScript"), g_variant_new("(s)", plugin),
-                             unloadPatience);
     }
     removeScript();
 }

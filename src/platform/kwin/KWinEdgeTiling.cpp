@@ -24,11 +24,13 @@ KWinEdgeTiling::KWinEdgeTiling(KWinChannel& channel, std::filesystem::path note)
 
 KWinEdgeTiling::~KWinEdgeTiling() {
     events_.reset();
-    if (!std::exchange(isHeld_, false)) {
-        return;
+    if (std::exchange(isHeld_, false)) {
+        order();
     }
-    if (const std::uint64_t last = order()) {
-        channel_.waitUntil([this, last] { return channel_.resultOf(last).has_value(); }, patience);
+    const std::uint64_t last = givingBack_;
+    if (last != 0 && channel_.waitUntil(
+                         [this, last] { return channel_.resultOf(last).has_value(); }, patience)) {
+        forgetNote();
     }
 }
 
@@ -51,25 +53,35 @@ void KWinEdgeTiling::note(const KWinEvent& event) {
         if (isHeld_) {
             order();
         }
+    } else if (const auto* done = std::get_if<KWinDone>(&event)) {
+        if (givingBack_ != 0 && done->order == givingBack_) {
+            forgetNote();
+        }
     }
 }
 
-std::uint64_t KWinEdgeTiling::order() {
+void KWinEdgeTiling::order() {
+    givingBack_ = 0;
     if (!own_) {
-        return 0;
+        return;
     }
     if (isHeld_) {
         const nlohmann::json text{{"tiling", own_->tiling}, {"maximize", own_->maximize}};
         if (AtomicFile::replace(file_, text.dump())) {
-            return 0;  // What cannot be given back for certain is not taken.
+            return;  // What cannot be given back for certain is not taken.
         }
     }
     const std::uint64_t number = channel_.give(KWinBordersOrder{isHeld_, *own_});
-    if (!isHeld_ && number != 0) {
-        std::error_code ignored;
-        std::filesystem::remove(file_, ignored);
+    if (!isHeld_) {
+        givingBack_ = number;
     }
-    return number;
+}
+
+/// It stays until everything has been given back: a KWin that is busy may never get to it.
+void KWinEdgeTiling::forgetNote() {
+    givingBack_ = 0;
+    std::error_code ignored;
+    std::filesystem::remove(file_, ignored);
 }
 
 std::optional<KWinBorders> KWinEdgeTiling::readNote() const {

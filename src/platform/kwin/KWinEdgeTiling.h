@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 
@@ -26,12 +27,14 @@ public:
 private:
     void note(const KWinEvent& event);
     std::optional<KWinBorders> readNote() const;
-    std::uint64_t order();
+    void order();
+    void forgetNote();
 
     KWinChannel& channel_;
     std::filesystem::path file_;
     std::optional<KWinBorders> own_;  // What the user has set; absent before KWin has told.
     bool isHeld_ = false;
+    std::uint64_t givingBack_ = 0;  // The order that does, until it has been carried out; 0: none.
     KWinChannel::EventSubscription events_;
 };
 

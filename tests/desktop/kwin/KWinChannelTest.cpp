@@ -430,7 +430,41 @@ TEST_F(KWinChannelTest, whatIsHeldBackIsNotedBeforeAndGivenBackByALaterRun) {
     EXPECT_NE(script->orders[0].find(R"("isTaken":false)"), std::string::npos);
     EXPECT_NE(script->orders[0].find(R"("maximize":false)"), std::string::npos);
     EXPECT_NE(script->orders[0].find(R"("tiling":true)"), std::string::npos);
-    EXPECT_FALSE(std::filesystem::exists(note));
+    EXPECT_TRUE(std::filesystem::exists(note)) << "KWin may never get to it";
+    script->say("Next", R"([{"event":"done","order":1,"result":"done"}])");
+    EXPECT_TRUE(serve([&] { return !std::filesystem::exists(note); }));
+}
+
+TEST_F(KWinChannelTest, whatIsTakenAgainBeforeItWasGivenBackStaysNoted) {
+    const std::filesystem::path note = session.folder() / "edges";
+    load();
+    KWinEdgeTiling edges(*channel, note);
+    script->say("Next", everything);
+    ASSERT_TRUE(serve([&] { return channel->isAnswering(); }));
+    edges.hold(true);
+    edges.hold(false);
+    edges.hold(true);
+    script->say("Report", R"([{"event":"done","order":1,"result":"done"},)"
+                          R"({"event":"done","order":2,"result":"done"}])");
+    ASSERT_TRUE(serve([&] { return channel->resultOf(2).has_value(); }));
+    EXPECT_TRUE(std::filesystem::exists(note));
+}
+
+TEST_F(KWinChannelTest, aScriptThatDoesNotComeToItsEndIsLeftToGiveEverythingBack) {
+    loadAndGreet();
+    calls.clear();
+    channel.reset();
+    ASSERT_TRUE(serve([&] { return script->orders.size() == 1; }));
+    EXPECT_NE(script->orders[0].find(R"("do":"end")"), std::string::npos) << script->orders[0];
+    runReady();
+    EXPECT_TRUE(calls.empty());
+}
+
+TEST_F(KWinChannelTest, aScriptThatHasNotSaidAnythingIsTakenOut) {
+    load();
+    calls.clear();
+    channel.reset();
+    EXPECT_TRUE(serve([&] { return calls == std::vector<std::string>{"unloadScript"}; }));
 }
 
 }  // namespace

@@ -77,6 +77,9 @@ TEST(KWinHotKeys, whatAnotherProgramHasIsNamedAndTakenWhenItLetsGo) {
     EXPECT_EQ(desk.endProgram(), "");
     EXPECT_THAT(shortcuts.actionsOf("lumatile"), IsEmpty()) << "everything has been given back";
     EXPECT_TRUE(shortcuts.take("Player", "Back", controlAltLeft));
+    EXPECT_EQ(desk.run({"gdbus", "call", "--session", "-d", "org.kde.KWin", "-o", "/Scripting",
+                        "-m", "org.kde.kwin.Scripting.isScriptLoaded", "lumatile"}),
+              "(false,)\n");
 }
 
 TEST(KWinHotKeys, whatTheUserChangesOnPlasmasPageIsAnEdit) {
