@@ -84,7 +84,7 @@ TEST(KWinServices, windowsThatTheUserAsksForComeInFront) {
     ASSERT_TRUE(waitInSession([&] { return windowTitled(desk, settings)->minimized; }));
     other->activate();
     EXPECT_EQ(desk.run({LUMATILE_PROGRAM}), "") << "what is less here is said by the first alone";
-    EXPECT_THAT(desk.program().output(), HasSubstr("known only while a window is moved"));
+    EXPECT_THAT(desk.program().output(), HasSubstr("held mouse button"));
     EXPECT_TRUE(comesInFront(desk, settings)) << "minimized, by a second start";
     other->activate();
     bar.click(item, bar.find(item, "Settings…").value().id);
