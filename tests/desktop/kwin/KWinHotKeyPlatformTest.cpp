@@ -115,6 +115,22 @@ protected:
     std::optional<KWinHotKeyPlatform> platform;
 };
 
+TEST(KWinChannelAtStart, isNotWaitedForWhereKWinTakesNoScripts) {
+    PrivateSession session;
+    FakeShortcutService service(session.environment().at("DBUS_SESSION_BUS_ADDRESS"), false);
+    SimulatedClock clock;
+    SimulatedRunLoop runLoop(clock);
+    setenv("XDG_RUNTIME_DIR", session.folder().c_str(), 1);
+    KWinChannel channel(session.environment().at("DBUS_SESSION_BUS_ADDRESS"), runLoop);
+    channel.awaitAnswer(20);
+    // Nothing else of the program has run meanwhile.
+    EXPECT_EQ(channel.state(), KWinChannel::State::refused);
+    runLoop.settle();
+    EXPECT_EQ(channel.state(), KWinChannel::State::refused);
+    EXPECT_EQ(channel.connection(), nullptr);
+    unsetenv("XDG_RUNTIME_DIR");
+}
+
 TEST_F(KWinHotKeyPlatformTest, whatIsTakenIsHeardAndGivenBackAtTheEnd) {
     ASSERT_TRUE(take(1, keyLeft));
     ASSERT_TRUE(take(2, keyA));
