@@ -106,6 +106,10 @@ function kindOf(window) {
             return kind;
         }
     }
+    // Programs of Wayland only say which window one belongs to.
+    if (window.normalWindow && window.transient && !window.windowId) {
+        return "dialog";
+    }
     // A layer surface may call itself what it likes; no user can move one.
     return window.normalWindow && (window.moveable || window.fullScreen) ? "normal" : "other";
 }
@@ -144,7 +148,8 @@ function recordOf(window) {
         isMaximized: isMaximized(window),
         isTiled: Boolean(window.tile),
         isElsewhere: !desk.isHere(window),
-        isMovable: Boolean(window.moveable),
+        // Rolled up to its title bar it stays where it is.
+        isMovable: Boolean(window.moveable) && !window.shade,
         isResizable: Boolean(window.resizeable),
     };
 }
@@ -326,6 +331,8 @@ function watch(window) {
     connect(window.minimizedChanged, changed);
     connect(window.fullScreenChanged, changed);
     connect(window.tileChanged, changed);
+    connect(window.shadeChanged, changed);
+    connect(window.transientChanged, changed);
     connect(window.desktopFileNameChanged, changed);
     connect(window.windowClassChanged, changed);
     connect(window.desktopsChanged || window.desktopPresenceChanged, changed);
@@ -363,12 +370,18 @@ function find(id) {
     return desk.windows().find((window) => idOf(window) === id && !window.deleted);
 }
 
+// A program that grows in steps, as terminals do, would take whole ones a moment after it was given
+// something else, and KWin would then clip it to the area of all screens.
+function inSteps(size, wanted, step) {
+    return step > 1 ? size + Math.floor((wanted - size) / step) * step : wanted;
+}
+
 function place(order) {
     const window = find(order.id);
     if (window === undefined) {
         return "gone";
     }
-    if (window.fullScreen || !window.moveable) {
+    if (window.fullScreen || !window.moveable || window.shade) {
         return "refused";
     }
     if (isMaximized(window)) {
@@ -382,11 +395,13 @@ function place(order) {
         window.tile = null;
     }
     const now = window.frameGeometry;
+    const step = window.basicUnit || {width: 1, height: 1};
     const wanted = {
         x: order.x !== undefined ? order.x : now.x,
         y: order.y !== undefined ? order.y : now.y,
-        width: order.width !== undefined ? order.width : now.width,
-        height: order.height !== undefined ? order.height : now.height,
+        width: order.width !== undefined ? inSteps(now.width, order.width, step.width) : now.width,
+        height: order.height !== undefined ? inSteps(now.height, order.height, step.height)
+                                           : now.height,
     };
     window.frameGeometry = wanted;
     return isSame(window.frameGeometry, wanted) ? "placed" : "asked";

@@ -211,6 +211,35 @@ TEST_P(AgentScript, movesWithoutTouchingTheSize) {
     EXPECT_EQ(frameOf("w"), R"({"x":10,"y":20,"width":400,"height":300})");
 }
 
+TEST_P(AgentScript, givesAWindowThatGrowsInStepsWholeOnes) {
+    run("var w = user.opens({basicUnit: {width: 9, height: 17}});");
+    load();
+    heard();
+    give({{1, KWinPlaceOrder{first, 10, 20, 800, 200}}});
+    EXPECT_EQ(frameOf("w"), R"({"x":10,"y":20,"width":796,"height":198})")
+        << "as many as fit, counted from the size that it has";
+    EXPECT_EQ(heardOf<KWinDone>().at(0).result, KWinDone::Result::placed);
+    give({{2, KWinPlaceOrder{first, 30, 40, std::nullopt, std::nullopt}}});
+    EXPECT_EQ(frameOf("w"), R"({"x":30,"y":40,"width":796,"height":198})");
+}
+
+TEST_P(AgentScript, leavesAWindowThatIsRolledUpToItsTitleBar) {
+    run("var w = user.opens({shade: true});");
+    load();
+    EXPECT_FALSE(heardOf<KWinEverything>().at(0).windows.at(0).isMovable);
+    give({{1, KWinPlaceOrder{first, 10, 20, 800, 600}}});
+    EXPECT_EQ(heardOf<KWinDone>().at(0).result, KWinDone::Result::refused);
+    EXPECT_EQ(frameOf("w"), R"({"x":100,"y":100,"width":400,"height":300})");
+}
+
+TEST_P(AgentScript, takesAWindowThatBelongsToAnotherForADialogUnlessXSaysWhatItIs) {
+    run("user.opens({transient: true}); user.opens({transient: true, windowId: 7});");
+    load();
+    const KWinEverything all = heardOf<KWinEverything>().at(0);
+    EXPECT_EQ(all.windows.at(1).kind, WindowKind::dialog);
+    EXPECT_EQ(all.windows.at(0).kind, WindowKind::normal);
+}
+
 TEST_P(AgentScript, saysWhenAProgramHasBeenAskedForASize) {
     run("var w = user.opens({isSlow: true});");
     load();
