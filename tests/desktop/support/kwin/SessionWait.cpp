@@ -31,9 +31,27 @@ std::vector<int> watchedByMainLoop() {
     return descriptors;
 }
 
+/// Has the main loop of GLib belong to this thread: only then do the library's threads wake it when
+/// something has arrived.
+class OwnMainLoop {
+public:
+    OwnMainLoop() : isOwn_(g_main_context_acquire(nullptr) != FALSE) {}
+    OwnMainLoop(const OwnMainLoop&) = delete;
+    OwnMainLoop& operator=(const OwnMainLoop&) = delete;
+    ~OwnMainLoop() {
+        if (isOwn_) {
+            g_main_context_release(nullptr);
+        }
+    }
+
+private:
+    bool isOwn_;
+};
+
 }  // namespace
 
 bool waitInSession(const std::function<bool()>& condition, Deadline deadline) {
+    const OwnMainLoop own;
     return XClient::waitUntil(
         [&] {
             runReady();
