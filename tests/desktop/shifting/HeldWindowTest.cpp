@@ -4,11 +4,9 @@
 
 #include <chrono>
 
-#include "platform/x11/X11WindowWriter.h"
-#include "tests/desktop/shifting/ShiftingTest.h"
-#include "tests/desktop/support/HeldWindowManager.h"
 #include "tests/desktop/support/ShiftingDesktop.h"
 #include "tests/desktop/support/VainWaits.h"
+#include "tests/desktop/support/shifting/ShiftingDesk.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -17,11 +15,13 @@ const PixelRect opened{400, 300, 640, 480};
 const PixelRect elsewhere{1100, 200, 400, 300};
 
 /// Seconds that a step waits for windows that do not move.
-double secondsWaitedIn(ShiftingDesktop& shifting) {
-    return vainSecondsFor([&] { shifting.step(); });
+template <typename Desk>
+double secondsWaitedIn(Desk& desk) {
+    return vainSecondsFor([&] { desk.step(); });
 }
 
-constexpr double usersTimeout = X11WindowWriter::longestTimeout;
+// What a user is made to wait for a window at most, seconds.
+constexpr double usersTimeout = 0.25;
 
 /// Far less than it takes to find out that a window does not move, where one is waited for so long.
 constexpr double noWait(double timeout) { return timeout / 4; }
@@ -29,50 +29,54 @@ constexpr double noWait(double timeout) { return timeout / 4; }
 class HeldWindows : public ShiftingTest {};
 
 TEST_P(HeldWindows, ofAWindowManagerThatHangsAreWaitedForOnce) {
-    ShiftingDesktop shifting(GetParam(), ShiftingDesktop::shiftOnly, {}, usersTimeout);
-    const auto first = shifting.open(opened);
-    const auto second = shifting.open(elsewhere);
-    const auto third = shifting.open({200, 600, 300, 200});
-    shifting.step();
-    ASSERT_TRUE(XClient::waitUntil(
-        [&] { return shifting.frame(first->id()) == shifted(opened, ShiftingDesktop::ring[0]); }));
-    shifting.settle();
-    HeldWindowManager held(shifting.desktop().windowManager(), shifting.observer());
+    const auto desk = start({.isImpatient = true});
+    const auto first = desk->open(opened);
+    const auto second = desk->open(elsewhere);
+    const auto third = desk->open({200, 600, 400, 300});
+    desk->settle();
+    desk->step();
+    ASSERT_TRUE(
+        desk->waitUntil([&] { return first->frame() == shifted(opened, ShiftingDesk::ring[0]); }));
+    desk->settle();
+    desk->hold();
     const auto before = std::chrono::steady_clock::now();
-    const double waited = secondsWaitedIn(shifting);
+    const double waited = secondsWaitedIn(*desk);
     const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - before;
     EXPECT_GE(passed.count(), usersTimeout);
     EXPECT_LT(waited, 2 * usersTimeout) << "one wait for three windows";
     for (int taken = 0; taken < 3; ++taken) {
-        EXPECT_LT(secondsWaitedIn(shifting), noWait(usersTimeout));
+        EXPECT_LT(secondsWaitedIn(*desk), noWait(usersTimeout));
     }
-    EXPECT_EQ(shifting.frame(first->id()), shifted(opened, ShiftingDesktop::ring[0]));
+    EXPECT_EQ(first->frame(), shifted(opened, ShiftingDesk::ring[0]));
+    desk->letGo();
 }
 
 TEST_P(HeldWindows, walkOnAsIfNothingHadBeenWhenTheWindowManagerHangsForAStep) {
-    ShiftingDesktop shifting(GetParam());
-    const auto first = shifting.open(opened);
-    const auto second = shifting.open(elsewhere);
+    const auto desk = start();
+    const auto first = desk->open(opened);
+    const auto second = desk->open(elsewhere);
+    desk->settle();
     const auto areAt = [&](const Offset& offset) {
-        return shifting.frame(first->id()) == shifted(opened, offset) &&
-               shifting.frame(second->id()) == shifted(elsewhere, offset);
+        return first->frame() == shifted(opened, offset) &&
+               second->frame() == shifted(elsewhere, offset);
     };
-    shifting.step();
-    HeldWindowManager held(shifting.desktop().windowManager(), shifting.observer());
-    shifting.step();
-    EXPECT_TRUE(areAt(ShiftingDesktop::ring[0]));
-    held.letGo();
-    EXPECT_TRUE(XClient::waitUntil([&] { return areAt(ShiftingDesktop::ring[1]); }))
+    desk->step();
+    EXPECT_TRUE(areAt(ShiftingDesk::ring[0]));
+    desk->hold();
+    desk->step();
+    EXPECT_TRUE(areAt(ShiftingDesk::ring[0]));
+    desk->letGo();
+    EXPECT_TRUE(desk->waitUntil([&] { return areAt(ShiftingDesk::ring[1]); }))
         << "what was asked for meanwhile comes late";
-    for (std::size_t point = 2; point < ShiftingDesktop::ring.size(); ++point) {
-        shifting.step();
-        EXPECT_TRUE(areAt(ShiftingDesktop::ring[point])) << point;
+    for (std::size_t point = 2; point < ShiftingDesk::ring.size(); ++point) {
+        desk->step();
+        EXPECT_TRUE(areAt(ShiftingDesk::ring[point])) << point;
     }
-    shifting.conductor().stopFeatures();
+    desk->conductor().stopFeatures();
     EXPECT_TRUE(areAt({}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Shifting, HeldWindows, testing::ValuesIn(WindowManager::kinds),
+INSTANTIATE_TEST_SUITE_P(Shifting, HeldWindows, testing::ValuesIn(shiftingKinds()),
                          ShiftingTest::nameOf);
 
 // The one window manager that tiles by a command which a test can give.

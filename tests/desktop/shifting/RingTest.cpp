@@ -3,9 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/desktop/shifting/ShiftingTest.h"
-#include "tests/desktop/shifting/WindowCondition.h"
-#include "tests/desktop/support/ShiftingDesktop.h"
+#include "tests/desktop/support/shifting/ShiftingDesk.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -17,145 +15,133 @@ using testing::IsEmpty;
 class Ring : public ShiftingTest {};
 
 const PixelRect opened{400, 300, 640, 480};
+const PixelRect otherHome{1200, 300, 300, 280};
 
 TEST_P(Ring, isWalkedInOrderByTheWindowsOfTwoPrograms) {
-    ShiftingDesktop shifting(GetParam());
-    const auto logo =
-        shifting.desktop().openProgram({"xlogo", "-geometry", "300x250+1200+300"}, "XLogo");
-    const PixelRect logoHome = shifting.frame(logo.window);
-    const auto window = shifting.open(opened);
-    const auto conditions = [&] {
-        return std::pair(WindowCondition::of(shifting.observer(), window->id()),
-                         WindowCondition::of(shifting.observer(), logo.window));
-    };
-    const auto before = conditions();
-    const DesktopCondition desktopBefore = DesktopCondition::of(shifting.observer());
-    shifting.observer().forget();
-    window->forgetConfigurations();
+    const auto desk = start();
+    const auto other = desk->openOther(otherHome);
+    const auto window = desk->open(opened);
+    desk->settle();
+    const std::string windowBefore = window->condition();
+    const std::string otherBefore = other->condition();
+    const std::string deskBefore = desk->condition();
+    desk->forget();
+    window->forgetGeometries();
     for (int round = 0; round < 2; ++round) {
-        for (const Offset& offset : ShiftingDesktop::ring) {
-            shifting.step();
-            ASSERT_EQ(shifting.frame(window->id()), shifted(opened, offset));
-            ASSERT_EQ(shifting.frame(logo.window), shifted(logoHome, offset));
-            ASSERT_EQ(conditions(), before);
-            ASSERT_EQ(DesktopCondition::of(shifting.observer()), desktopBefore);
+        for (const Offset& offset : ShiftingDesk::ring) {
+            desk->step();
+            ASSERT_EQ(window->frame(), shifted(opened, offset));
+            ASSERT_EQ(other->frame(), shifted(otherHome, offset));
+            ASSERT_EQ(window->condition(), windowBefore);
+            ASSERT_EQ(other->condition(), otherBefore);
+            ASSERT_EQ(desk->condition(), deskBefore);
         }
     }
-    EXPECT_EQ(shifting.conductor().orbit().trackedCount(), 2U);
-    // What was asked of the window manager, beside what it made of it.
-    for (const xcb_window_t id : {window->id(), logo.window}) {
-        EXPECT_THAT(shifting.otherThanMoves(id), IsEmpty());
-        EXPECT_EQ(shifting.observer().messages(id, "_NET_MOVERESIZE_WINDOW").size(),
-                  2 * ShiftingDesktop::ring.size())
-            << "one write a step";
+    EXPECT_EQ(desk->conductor().orbit().trackedCount(), 2U);
+    // What was asked of the desktop, beside what it made of it.
+    constexpr std::size_t steps = 2 * ShiftingDesk::ring.size();
+    for (ShiftedWindow* const each : {window.get(), other.get()}) {
+        EXPECT_THAT(each->otherThanMoves(), IsEmpty());
+        EXPECT_EQ(each->timesAsked(), steps) << "one write a step";
     }
-    window->roundTrip();
-    const PixelRect client = window->client();
-    EXPECT_GE(window->configurations().size(), 2 * ShiftingDesktop::ring.size());
-    EXPECT_THAT(window->configurations(), Each(Field(&PixelRect::width, client.width)));
-    EXPECT_THAT(window->configurations(), Each(Field(&PixelRect::height, client.height)));
+    const std::vector<PixelRect> geometries = window->geometries();
+    ASSERT_GE(geometries.size(), steps);
+    EXPECT_THAT(geometries, Each(Field(&PixelRect::width, geometries.front().width)));
+    EXPECT_THAT(geometries, Each(Field(&PixelRect::height, geometries.front().height)));
 }
 
 TEST_P(Ring, isTheSameForEveryKindOfFrameAndUnderACompositor) {
-    WindowManager::Options composited;
-    composited.compositing = true;
-    ShiftingDesktop shifting(GetParam(), ShiftingDesktop::shiftOnly, composited);
-    using Kind = TestWindow::Kind;
-    std::vector<std::unique_ptr<TestWindow>> windows;
-    for (const Kind kind : {Kind::decorated, Kind::undecorated, Kind::clientSide, Kind::dialog}) {
-        windows.push_back(shifting.open(opened, kind));
+    const auto desk = start({.isComposited = true});
+    std::vector<std::unique_ptr<ShiftedWindow>> windows;
+    for (const std::string& kind : desk->windowKinds()) {
+        windows.push_back(desk->open(kind, opened));
     }
-    for (const Offset& offset : ShiftingDesktop::ring) {
-        shifting.step();
+    // A dialog is no ordinary window.
+    const auto dialog = desk->openStill(StillWindow::dialog, opened);
+    const PixelRect dialogHome = dialog->frame();
+    for (const Offset& offset : ShiftingDesk::ring) {
+        desk->step();
         for (const auto& window : windows) {
-            // A dialog is no ordinary window.
-            const bool isDialog = window == windows.back();
-            ASSERT_EQ(shifting.frame(window->id()), isDialog ? opened : shifted(opened, offset));
+            ASSERT_EQ(window->frame(), shifted(opened, offset));
         }
+        ASSERT_EQ(dialog->frame(), dialogHome);
     }
 }
 
 TEST_P(Ring, beginsAnewRoundThePlaceToWhichTheUserMovesAWindow) {
-    ShiftingDesktop shifting(GetParam());
-    const auto window = shifting.open(opened);
-    const auto other = shifting.open({1100, 200, 400, 300});
-    shifting.step(3);
+    const auto desk = start();
+    const auto window = desk->open(opened);
+    const auto other = desk->open({1100, 200, 400, 300});
+    desk->step(3);
     const PixelRect moved{700, 400, 640, 480};
     window->place(moved);
-    shifting.step();
-    EXPECT_EQ(shifting.frame(window->id()), moved) << "left where the user wants it";
-    EXPECT_EQ(shifting.frame(other->id()),
-              shifted({1100, 200, 400, 300}, ShiftingDesktop::ring[3]));
-    for (std::size_t point = 4; point < ShiftingDesktop::ring.size(); ++point) {
-        shifting.step();
-        ASSERT_EQ(shifting.frame(window->id()), shifted(moved, ShiftingDesktop::ring[point]));
+    desk->step();
+    EXPECT_EQ(window->frame(), moved) << "left where the user wants it";
+    EXPECT_EQ(other->frame(), shifted({1100, 200, 400, 300}, ShiftingDesk::ring[3]));
+    for (std::size_t point = 4; point < ShiftingDesk::ring.size(); ++point) {
+        desk->step();
+        ASSERT_EQ(window->frame(), shifted(moved, ShiftingDesk::ring[point]));
     }
     const PixelRect resized{700, 400, 500, 360};
     window->place(resized);
-    shifting.step();
-    EXPECT_EQ(shifting.frame(window->id()), resized);
-    shifting.step();
-    EXPECT_EQ(shifting.frame(window->id()), shifted(resized, ShiftingDesktop::ring[1]));
+    desk->step();
+    EXPECT_EQ(window->frame(), resized);
+    desk->step();
+    EXPECT_EQ(window->frame(), shifted(resized, ShiftingDesk::ring[1]));
 }
 
 TEST_P(Ring, endsAtHomeForWindowsThatTheUserHasNotMoved) {
-    ShiftingDesktop shifting(GetParam());
-    const auto logo =
-        shifting.desktop().openProgram({"xlogo", "-geometry", "300x250+1200+300"}, "XLogo");
-    const PixelRect logoHome = shifting.frame(logo.window);
-    const auto window = shifting.open(opened);
-    const auto dragged = shifting.open({200, 500, 400, 300});
-    shifting.step(7);
+    const auto desk = start();
+    const auto other = desk->openOther(otherHome);
+    const auto window = desk->open(opened);
+    const auto dragged = desk->open({200, 500, 400, 300});
+    desk->step(7);
     const PixelRect there{260, 420, 400, 300};
     dragged->place(there);
-    const DesktopCondition before = DesktopCondition::of(shifting.observer());
-    shifting.conductor().stopFeatures();
-    EXPECT_EQ(shifting.frame(window->id()), opened);
-    EXPECT_EQ(shifting.frame(logo.window), logoHome);
-    EXPECT_EQ(shifting.frame(dragged->id()), there) << "the user's own last word";
-    EXPECT_EQ(DesktopCondition::of(shifting.observer()), before);
-    shifting.step(20);
-    EXPECT_EQ(shifting.frame(window->id()), opened);
+    const std::string before = desk->condition();
+    desk->conductor().stopFeatures();
+    EXPECT_EQ(window->frame(), opened);
+    EXPECT_EQ(other->frame(), otherHome);
+    EXPECT_EQ(dragged->frame(), there) << "the user's own last word";
+    EXPECT_EQ(desk->condition(), before);
+    desk->step(20);
+    EXPECT_EQ(window->frame(), opened);
 }
 
 TEST_P(Ring, doesNotDriftInAThousandSteps) {
-    ShiftingDesktop shifting(GetParam());
-    const auto logo =
-        shifting.desktop().openProgram({"xlogo", "-geometry", "300x250+1200+300"}, "XLogo");
-    const PixelRect logoHome = shifting.frame(logo.window);
-    const auto window = shifting.open(opened);
-    const auto clientSide = shifting.open({300, 500, 500, 400}, TestWindow::Kind::clientSide);
-    const DesktopCondition before = DesktopCondition::of(shifting.observer());
+    const auto desk = start();
+    const auto other = desk->openOther(otherHome);
+    const auto window = desk->open(opened);
+    const auto another = desk->open(desk->windowKinds().back(), {300, 500, 500, 400});
+    const std::string before = desk->condition();
     constexpr int steps = 1000;
     for (int taken = 1; taken <= steps; ++taken) {
-        shifting.step();
-        const Offset& offset = ShiftingDesktop::ring[static_cast<std::size_t>(taken - 1) %
-                                                     ShiftingDesktop::ring.size()];
-        ASSERT_EQ(shifting.frame(window->id()), shifted(opened, offset)) << "step " << taken;
-        ASSERT_EQ(shifting.frame(logo.window), shifted(logoHome, offset)) << "step " << taken;
-        ASSERT_EQ(shifting.frame(clientSide->id()), shifted({300, 500, 500, 400}, offset))
-            << "step " << taken;
+        desk->step();
+        const Offset& offset =
+            ShiftingDesk::ring[static_cast<std::size_t>(taken - 1) % ShiftingDesk::ring.size()];
+        ASSERT_EQ(window->frame(), shifted(opened, offset)) << "step " << taken;
+        ASSERT_EQ(other->frame(), shifted(otherHome, offset)) << "step " << taken;
+        ASSERT_EQ(another->frame(), shifted({300, 500, 500, 400}, offset)) << "step " << taken;
     }
-    EXPECT_EQ(DesktopCondition::of(shifting.observer()), before);
-    shifting.conductor().stopFeatures();
-    EXPECT_EQ(shifting.frame(window->id()), opened);
-    EXPECT_EQ(shifting.frame(logo.window), logoHome);
-    EXPECT_EQ(shifting.frame(clientSide->id()), (PixelRect{300, 500, 500, 400}));
+    EXPECT_EQ(desk->condition(), before);
+    desk->conductor().stopFeatures();
+    EXPECT_EQ(window->frame(), opened);
+    EXPECT_EQ(other->frame(), otherHome);
+    EXPECT_EQ(another->frame(), (PixelRect{300, 500, 500, 400}));
 }
 
 TEST_P(Ring, waitsForTheButtonWhileTheWindowIsUnderTheHand) {
-    ShiftingDesktop shifting(GetParam());
-    const auto window = shifting.open(opened);
-    shifting.input().pressButton();
-    shifting.step(4);
-    EXPECT_EQ(shifting.frame(window->id()), opened);
-    shifting.input().releaseButton();
-    shifting.step();
-    EXPECT_EQ(shifting.frame(window->id()), shifted(opened, ShiftingDesktop::ring[0]));
+    const auto desk = start();
+    const auto window = desk->open(opened);
+    desk->input().pressButton();
+    desk->step(4);
+    EXPECT_EQ(window->frame(), opened);
+    desk->input().releaseButton();
+    desk->step();
+    EXPECT_EQ(window->frame(), shifted(opened, ShiftingDesk::ring[0]));
 }
 
-INSTANTIATE_TEST_SUITE_P(Shifting, Ring, testing::ValuesIn(WindowManager::kinds),
-                         ShiftingTest::nameOf);
+INSTANTIATE_TEST_SUITE_P(Shifting, Ring, testing::ValuesIn(shiftingKinds()), ShiftingTest::nameOf);
 
 }  // namespace
 }  // namespace lumatile::desktop

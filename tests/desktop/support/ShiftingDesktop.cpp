@@ -1,8 +1,5 @@
 #include "tests/desktop/support/ShiftingDesktop.h"
 
-#include <algorithm>
-
-#include "oled_protection/OLEDSettings.h"
 #include "platform/x11/X11WindowManagerProbe.h"
 #include "tests/desktop/support/DesktopError.h"
 #include "tests/desktop/support/OuterFrame.h"
@@ -26,36 +23,10 @@ ShiftingDesktop::ShiftingDesktop(WindowManager::Kind windowManager, std::string_
       accessibility_(*connection_, monitors_, mirror_, longestTimeout),
       x11Workspace_(mirror_),
       workspace_(x11Workspace_),
-      runLoop_(clock_),
-      preferences_(log_, runLoop_),
-      sharedFolder_(clock_, runLoop_),
-      hotKeys_(runLoop_),
-      input_(clock_),
-      dimOverlays_(noScreens_),
-      mouseTaps_(*connection_, monitors_, runLoop_) {
-    preferences_.storeOnDisk(OLEDSettings::preferenceKey, Bytes(oledSettings));
-    conductor_ = std::make_shared<ApplicationConductor>(Platform{accessibility_,
-                                                                 screenList_,
-                                                                 hotKeys_,
-                                                                 workspace_,
-                                                                 runLoop_,
-                                                                 preferences_,
-                                                                 sharedFolder_.join(std::nullopt),
-                                                                 log_,
-                                                                 input_,
-                                                                 dimOverlays_,
-                                                                 mouseTaps_,
-                                                                 statusItem_,
-                                                                 settings_,
-                                                                 onboarding_,
-                                                                 conflictPrompt_,
-                                                                 tiling_,
-                                                                 {}});
-    conductor_->setAccessibilityGranted();
-    conductor_->startFeatures();
-    // So that steps fall in the middle of what a test lets pass.
-    advance(interval / 2);
-}
+      mouseTaps_(*connection_, monitors_, time_.runLoop),
+      application_(std::make_unique<ShiftingApplication>(
+          time_, ShiftingApplication::Adapters{accessibility_, screenList_, workspace_, mouseTaps_},
+          oledSettings)) {}
 
 std::unique_ptr<TestWindow> ShiftingDesktop::open(const PixelRect& frame, TestWindow::Kind kind) {
     TestWindow::Options options;
@@ -93,17 +64,6 @@ PixelRect ShiftingDesktop::frame(xcb_window_t window) {
     return *frame;
 }
 
-void ShiftingDesktop::run(std::string_view nameKey) {
-    const auto& commands = conductor_->store().commands;
-    const auto found = std::find_if(commands.begin(), commands.end(), [&](const auto& each) {
-        return each.nameKey == nameKey && each.axis == Axis::horizontal;
-    });
-    if (found == commands.end()) {
-        throw DesktopError("no such command");
-    }
-    conductor_->performCommand(*found);
-}
-
 std::vector<RootMessage> ShiftingDesktop::otherThanMoves(xcb_window_t window) {
     std::vector<RootMessage> messages = observer().messages(window);
     std::erase_if(messages, [](const RootMessage& message) {
@@ -112,11 +72,6 @@ std::vector<RootMessage> ShiftingDesktop::otherThanMoves(xcb_window_t window) {
                (message.type == "_NET_MOVERESIZE_WINDOW" && (message.data[0] & namesSize) == 0);
     });
     return messages;
-}
-
-PixelRect shifted(const PixelRect& frame, const Offset& offset) {
-    return {frame.x + static_cast<int>(offset.dx), frame.y + static_cast<int>(offset.dy),
-            frame.width, frame.height};
 }
 
 }  // namespace lumatile::desktop

@@ -118,7 +118,9 @@ void KWinProbe::note(const Json& window) {
     window.at("moving").get_to(state.moving);
     window.at("resizing").get_to(state.resizing);
     window.at("managed").get_to(state.managed);
+    window.at("shaded").get_to(state.shaded);
     window.at("screen").get_to(state.screen);
+    window.at("desktop").get_to(state.desktop);
     std::vector<Rect>& frames = frames_[state.id];
     if (frames.empty() || frames.back() != state.frame) {
         frames.push_back(state.frame);
@@ -200,6 +202,16 @@ void KWinProbe::fullScreen(const std::string& id, bool on) {
 void KWinProbe::keepAbove(const std::string& id, bool on) {
     order("keepAbove", {{"id", id}, {"on", on}});
 }
+
+void KWinProbe::shade(const std::string& id, bool on) { order("shade", {{"id", id}, {"on", on}}); }
+
+void KWinProbe::sendToDesktop(const std::string& id, int desktop) {
+    order("desktop", {{"id", id}, {"number", desktop}});
+}
+
+void KWinProbe::addDesktop() { order("addDesktop", Json::object()); }
+
+std::string KWinProbe::desk() { return order("desk", Json::object()).dump(); }
 
 void KWinProbe::close(const std::string& id) { order("close", {{"id", id}}); }
 

@@ -55,6 +55,9 @@ public:
     /// In KWin's order.
     std::vector<Screen> screens();
 
+    /// The stacking, the focus and the virtual desktop that is shown, as text.
+    std::string desk();
+
     /// What a user does. Each returns when KWin has begun to do it; what comes of it is to be
     /// waited for.
     void activate(const std::string& id);
@@ -63,6 +66,9 @@ public:
     void minimize(const std::string& id, bool on);
     void fullScreen(const std::string& id, bool on);
     void keepAbove(const std::string& id, bool on);
+    void shade(const std::string& id, bool on);
+    void sendToDesktop(const std::string& id, int desktop);
+    void addDesktop();
     void close(const std::string& id);
     /// Runs one of KWin's own commands on the active window: "slotWindowQuickTileLeft" …
     void shortcut(const std::string& slot);

@@ -35,19 +35,19 @@ std::vector<std::string> commandOf(const NativeWindow::Options& options) {
 }  // namespace
 
 NativeWindow::NativeWindow(PrivateSession& session, KWinProbe& probe, const Options& options)
-    : probe_(&probe),
-      process_(session.start(commandOf(options), options.applicationId,
-                             {{"QT_QPA_PLATFORM", "wayland"}, {"GDK_BACKEND", "wayland"}})) {
+    : process_(session.start(commandOf(options), options.applicationId,
+                             {{"QT_QPA_PLATFORM", options.onX ? "xcb" : "wayland"},
+                              {"GDK_BACKEND", options.onX ? "x11" : "wayland"}})) {
     const bool shown = waitInSession([&] {
-        const auto found = probe_->find([&](const WindowState& state) {
+        const auto found = probe.find([&](const WindowState& state) {
             return state.pid == process_.pid() && state.caption == options.title;
         });
         if (found) {
-            id_ = found->id;
+            window_.emplace(probe, found->id);
         }
         return found.has_value() || !process_.isRunning();
     });
-    if (!shown || id_.empty()) {
+    if (!shown || !window_) {
         throw DesktopError("no window is shown:\n" + session.output(options.applicationId) +
                            "\nKWin said:\n" + session.output("kwin"));
     }
@@ -56,36 +56,13 @@ NativeWindow::NativeWindow(PrivateSession& session, KWinProbe& probe, const Opti
 
 NativeWindow::~NativeWindow() {
     process_.stop();
-    waitInSession([&] { return !probe_->window(id_); }, Deadline::in(std::chrono::seconds(5)));
-}
-
-WindowState NativeWindow::state() const {
-    const auto state = probe_->window(id_);
-    if (!state) {
-        throw DesktopError("the window is gone");
-    }
-    return *state;
-}
-
-void NativeWindow::place(const Rect& wanted) {
-    probe_->place(id_, wanted);
-    if (!waitInSession([&] { return frame() == wanted; })) {
-        std::ostringstream text;
-        text << "the window is not where it was placed, but " << state();
-        throw DesktopError(text.str());
-    }
-}
-
-void NativeWindow::activate() {
-    probe_->activate(id_);
-    if (!waitInSession([&] { return state().active; })) {
-        throw DesktopError("the window does not become active");
-    }
+    waitInSession([&] { return !window_->probe().window(id()); },
+                  Deadline::in(std::chrono::seconds(5)));
 }
 
 void NativeWindow::close() {
     process_.stop();
-    if (!waitInSession([&] { return !probe_->window(id_); })) {
+    if (!waitInSession([&] { return !window_->probe().window(id()); })) {
         throw DesktopError("the compositor does not forget the window");
     }
 }

@@ -1,16 +1,17 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "tests/desktop/support/ChildProcess.h"
 #include "tests/desktop/support/PrivateSession.h"
-#include "tests/desktop/support/kwin/KWinProbe.h"
+#include "tests/desktop/support/kwin/ProbedWindow.h"
 
 namespace lumatile::desktop {
 
-/// A window of a program of a real toolkit on a private compositor.
+/// A window of a program of a real toolkit on a private compositor, by itself one of Wayland.
 class NativeWindow {
 public:
     enum class Toolkit {
@@ -29,6 +30,7 @@ public:
         bool fullScreen = false;
         bool dialog = false;  ///< A dialog of a hidden window of the same program.
         std::uint32_t color = 0x3a6ea5;
+        bool onX = false;  ///< On the X server beside the compositor.
     };
 
     /// Shown, managed and active.
@@ -38,26 +40,25 @@ public:
     NativeWindow& operator=(const NativeWindow&) = delete;
     ~NativeWindow();
 
-    const std::string& id() const { return id_; }
+    const std::string& id() const { return window_->id(); }
     ChildProcess& process() { return process_; }
 
     /// As the compositor tells it.
     /// @throws DesktopError when the window is gone
-    WindowState state() const;
-    Rect frame() const { return state().frame; }
+    WindowState state() const { return window_->state(); }
+    Rect frame() const { return window_->frame(); }
 
     /// Asks the compositor for a place of the outer frame and waits for it.
-    void place(const Rect& wanted);
+    void place(const Rect& wanted) const { window_->place(wanted); }
 
-    void activate();
+    void activate() const { window_->activate(); }
 
     /// Ends the program and waits until the compositor has forgotten the window.
     void close();
 
 private:
-    KWinProbe* probe_;
     ChildProcess process_;
-    std::string id_;
+    std::optional<ProbedWindow> window_;
 };
 
 }  // namespace lumatile::desktop

@@ -89,20 +89,40 @@ void OverheardOrders::catchUp() {
     }
 }
 
-std::vector<OverheardOrders::Placing> OverheardOrders::placings(const std::string& id) {
+std::vector<Json> OverheardOrders::ordersAbout(const std::string& id) {
     catchUp();
-    std::vector<Placing> result;
+    std::vector<Json> result;
     for (const std::string& text : texts()) {
         const Json orders = Json::parse(text, nullptr, false);
         if (!orders.is_array()) {
             continue;
         }
         for (const Json& order : orders) {
-            if (order.is_object() && order.value("do", "") == "place" &&
-                order.value("id", "") == id) {
-                result.push_back({id, number(order, "x"), number(order, "y"),
-                                  number(order, "width"), number(order, "height")});
+            if (order.is_object() && order.value("id", "") == id) {
+                result.push_back(order);
             }
+        }
+    }
+    return result;
+}
+
+std::vector<OverheardOrders::Placing> OverheardOrders::placings(const std::string& id) {
+    std::vector<Placing> result;
+    for (const Json& order : ordersAbout(id)) {
+        if (order.value("do", "") == "place") {
+            result.push_back({id, number(order, "x"), number(order, "y"), number(order, "width"),
+                              number(order, "height")});
+        }
+    }
+    return result;
+}
+
+std::vector<std::string> OverheardOrders::otherThanMoves(const std::string& id) {
+    std::vector<std::string> result;
+    for (const Json& order : ordersAbout(id)) {
+        if (order.value("do", "") != "place" || order.contains("width") ||
+            order.contains("height")) {
+            result.push_back(order.dump());
         }
     }
     return result;

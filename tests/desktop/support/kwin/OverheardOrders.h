@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <mutex>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <vector>
@@ -35,6 +36,10 @@ public:
     /// them.
     std::vector<Placing> placings(const std::string& id);
 
+    /// Everything else that was asked about a window since then, and the placings that name a
+    /// size, as it went over the bus.
+    std::vector<std::string> otherThanMoves(const std::string& id);
+
     void forget();
 
 private:
@@ -42,6 +47,7 @@ private:
                                gboolean isIncoming, gpointer self);
     void catchUp();
     std::vector<std::string> texts();
+    std::vector<nlohmann::json> ordersAbout(const std::string& id);
 
     KWinProbe& probe_;
     GObjectHandle<GDBusConnection> connection_;

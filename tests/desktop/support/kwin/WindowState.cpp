@@ -6,7 +6,8 @@ namespace lumatile::desktop {
 
 std::ostream& operator<<(std::ostream& stream, const WindowState& state) {
     stream << "\"" << state.caption << "\" at " << state.frame.x << ", " << state.frame.y << ", "
-           << state.frame.width << " x " << state.frame.height << " on screen " << state.screen;
+           << state.frame.width << " x " << state.frame.height << " on screen " << state.screen
+           << ", virtual desktop " << state.desktop;
     const auto name = [&](bool is, const char* word) {
         if (is) {
             stream << ", " << word;
@@ -20,6 +21,8 @@ std::ostream& operator<<(std::ostream& stream, const WindowState& state) {
     name(state.tiled, "tiled");
     name(state.moving, "moving");
     name(state.resizing, "resizing");
+    name(state.shaded, "shaded");
+    name(!state.managed, "not managed");
     return stream;
 }
 

@@ -28,7 +28,9 @@ struct WindowState {
     bool moving = false;    ///< By the user, at this moment.
     bool resizing = false;  ///< The same.
     bool managed = false;
+    bool shaded = false;  ///< Rolled up to its title bar.
     int screen = -1;
+    int desktop = 0;  ///< The virtual desktop, from 1 on; -1: all of them.
 
     bool operator==(const WindowState&) const = default;
 };

@@ -30,7 +30,9 @@ function facts(window) {
         moving: window.move,
         resizing: window.resize,
         managed: window.managed,
-        screen: window.screen
+        shaded: Boolean(window.shade),
+        screen: window.screen,
+        desktop: window.desktop
     };
 }
 
@@ -50,7 +52,8 @@ function watch(window) {
     known[id] = true;
     for (const name of ["frameGeometryChanged", "minimizedChanged", "fullScreenChanged",
                         "captionChanged", "activeChanged", "screenChanged", "tileChanged",
-                        "desktopFileNameChanged", "moveResizedChanged"]) {
+                        "desktopFileNameChanged", "moveResizedChanged", "shadeChanged",
+                        "desktopChanged"]) {
         if (window[name]) {
             window[name].connect(again);
         }
@@ -107,6 +110,19 @@ const actions = {
     minimize: function (order) { find(order.id).minimized = order.on; return true; },
     fullScreen: function (order) { find(order.id).fullScreen = order.on; return true; },
     keepAbove: function (order) { find(order.id).keepAbove = order.on; return true; },
+    shade: function (order) { find(order.id).shade = order.on; return true; },
+    desktop: function (order) { find(order.id).desktop = order.number; return true; },
+    addDesktop: function () { workspace.createDesktop(1, "second"); return true; },
+    desk: function () {
+        const windows = Array.from(workspace.clientList());
+        windows.sort((first, second) => first.stackingOrder - second.stackingOrder);
+        const active = workspace.activeClient;
+        return {
+            stacking: windows.map((window) => window.internalId.toString()),
+            active: active ? active.internalId.toString() : null,
+            desktop: workspace.currentDesktop
+        };
+    },
     close: function (order) { find(order.id).closeWindow(); return true; },
     shortcut: function (order) { workspace[order.slot](); return true; },
     screens: function () {

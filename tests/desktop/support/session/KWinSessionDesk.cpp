@@ -24,29 +24,18 @@ PixelRect pixelsOf(const Rect& rect) {
             static_cast<int>(std::floor(rect.width)), static_cast<int>(std::floor(rect.height))};
 }
 
-/// Any window, by the id that KWin has for it; its program lives as long as this.
+/// Any window of the desktop; its program lives as long as this.
 class KWinSessionWindow : public SessionWindow {
 public:
-    KWinSessionWindow(KWinProbe& probe, OverheardOrders& orders, std::string id)
-        : probe_(probe), orders_(orders), id_(std::move(id)) {}
+    KWinSessionWindow(ProbedWindow window, OverheardOrders& orders)
+        : window_(std::move(window)), orders_(orders) {}
 
-    PixelRect frame() override { return pixelsOf(exact()); }
-    bool isAt(const PixelRect& wanted) override { return exact() == rectOf(wanted); }
-    void place(const PixelRect& wanted) override {
-        probe_.place(id_, rectOf(wanted));
-        if (!waitInSession([&] { return isAt(wanted); })) {
-            throw DesktopError("the window is not where it was placed, but at " +
-                               toString(frame()));
-        }
-    }
-    void activate() override {
-        probe_.activate(id_);
-        if (!waitInSession([&] { return state().active; })) {
-            throw DesktopError("the window does not become active");
-        }
-    }
+    PixelRect frame() override { return pixelsOf(window_.frame()); }
+    bool isAt(const PixelRect& wanted) override { return window_.frame() == rectOf(wanted); }
+    void place(const PixelRect& wanted) override { window_.place(rectOf(wanted)); }
+    void activate() override { window_.activate(); }
     std::optional<PixelRect> asked(const PixelRect& before) override {
-        const auto placings = orders_.placings(id_);
+        const auto placings = orders_.placings(window_.id());
         if (placings.empty()) {
             return std::nullopt;
         }
@@ -56,27 +45,14 @@ public:
         }
         return pixelsOf(asked);
     }
-    std::size_t timesAsked() override { return orders_.placings(id_).size(); }
-
-    const std::string& id() const { return id_; }
-
-    WindowState state() const {
-        const auto state = probe_.window(id_);
-        if (!state) {
-            throw DesktopError("the window is gone");
-        }
-        return *state;
-    }
+    std::size_t timesAsked() override { return orders_.placings(window_.id()).size(); }
 
     void keep(std::unique_ptr<NativeWindow> program) { native_ = std::move(program); }
     void keep(std::unique_ptr<TestWindow> window) { onX_ = std::move(window); }
 
 private:
-    Rect exact() const { return state().frame; }
-
-    KWinProbe& probe_;
+    ProbedWindow window_;
     OverheardOrders& orders_;
-    std::string id_;
     std::unique_ptr<NativeWindow> native_;
     std::unique_ptr<TestWindow> onX_;
 };
@@ -133,7 +109,8 @@ std::unique_ptr<SessionWindow> KWinSessionDesk::open(const std::string& kind,
         auto onX = desktop_.openXWindow(options);
         const auto seen =
             desktop_.probe().find([&](const WindowState& state) { return state.xid == onX->id(); });
-        window = std::make_unique<KWinSessionWindow>(desktop_.probe(), orders_, seen.value().id);
+        window = std::make_unique<KWinSessionWindow>(
+            ProbedWindow(desktop_.probe(), seen.value().id), orders_);
         window->keep(std::move(onX));
     } else {
         NativeWindow::Options options;
@@ -142,7 +119,8 @@ std::unique_ptr<SessionWindow> KWinSessionDesk::open(const std::string& kind,
         options.width = area.width;
         options.height = area.height;
         auto native = desktop_.openWindow(options);
-        window = std::make_unique<KWinSessionWindow>(desktop_.probe(), orders_, native->id());
+        window = std::make_unique<KWinSessionWindow>(ProbedWindow(desktop_.probe(), native->id()),
+                                                     orders_);
         window->keep(std::move(native));
     }
     return window;

@@ -1,4 +1,4 @@
-#include "tests/desktop/shifting/WindowCondition.h"
+#include "tests/desktop/support/shifting/WindowCondition.h"
 
 #include <algorithm>
 #include <ostream>
