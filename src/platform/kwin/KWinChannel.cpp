@@ -122,7 +122,9 @@ void KWinChannel::load() {
 
 void KWinChannel::begin(bool isLoaded) {
     if (!isLoaded || !connection_) {
+        // The connection is in the middle of telling this, and somebody may be waiting for it.
         runLoop_.post(lifeline_.guard([this] { lose(State::refused); }));
+        setState(State::refused);
         return;
     }
     connection_->call(scripting("start"), nullptr, loadPatience, [](GVariant*) {});

@@ -14,6 +14,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "commands/Shortcut.h"
@@ -95,6 +96,9 @@ protected:
 
     /// A question answered by the service after everything that was asked before.
     void settleService() {
+        if (channel->connection() == nullptr) {
+            return;
+        }
         channel->connection()->callNow(
             {"org.kde.kglobalaccel", "/kglobalaccel", "org.kde.KGlobalAccel", "unregister"},
             g_variant_new("(ss)", "nobody", "nothing"), 5000);
@@ -102,7 +106,7 @@ protected:
     }
 
     PrivateSession session{""};
-    FakeShortcutService service{address()};
+    std::optional<FakeShortcutService> service{std::in_place, address()};
     SimulatedClock clock;
     SimulatedRunLoop runLoop{clock};
     std::map<std::uint32_t, std::uint32_t> symbols{
@@ -115,67 +119,105 @@ protected:
     std::optional<KWinHotKeyPlatform> platform;
 };
 
+TEST(KWinChannelAtStart, isNotWaitedForWhereKWinTakesNoScripts) {
+    PrivateSession session;
+    FakeShortcutService service(session.environment().at("DBUS_SESSION_BUS_ADDRESS"), false);
+    SimulatedClock clock;
+    SimulatedRunLoop runLoop(clock);
+    setenv("XDG_RUNTIME_DIR", session.folder().c_str(), 1);
+    KWinChannel channel(session.environment().at("DBUS_SESSION_BUS_ADDRESS"), runLoop);
+    channel.awaitAnswer(20);
+    // Nothing else of the program has run meanwhile.
+    EXPECT_EQ(channel.state(), KWinChannel::State::refused);
+    runLoop.settle();
+    EXPECT_EQ(channel.state(), KWinChannel::State::refused);
+    EXPECT_EQ(channel.connection(), nullptr);
+    unsetenv("XDG_RUNTIME_DIR");
+}
+
 TEST_F(KWinHotKeyPlatformTest, whatIsTakenIsHeardAndGivenBackAtTheEnd) {
     ASSERT_TRUE(take(1, keyLeft));
     ASSERT_TRUE(take(2, keyA));
-    EXPECT_EQ(service.keyOf("action1"), keyFor(XKB_KEY_Left));
-    EXPECT_EQ(service.actions().at("lumatile/action1").title, "Action 1");
-    EXPECT_EQ(service.actions().at("lumatile/action1").programName, "Lumatile");
-    service.press("action2");
-    service.press("nothing of ours");
-    service.press("action1");
+    EXPECT_EQ(service->keyOf("action1"), keyFor(XKB_KEY_Left));
+    EXPECT_EQ(service->actions().at("lumatile/action1").title, "Action 1");
+    EXPECT_EQ(service->actions().at("lumatile/action1").programName, "Lumatile");
+    service->press("action2");
+    service->press("nothing of ours");
+    service->press("action1");
     ASSERT_TRUE(serve([&] { return pressed.size() == 2; }));
     EXPECT_EQ(pressed, (std::vector<std::uint32_t>{2, 1}));
     platform.reset();
     settleService();
-    EXPECT_THAT(service.actions(), IsEmpty());
+    EXPECT_THAT(service->actions(), IsEmpty());
 }
 
 TEST_F(KWinHotKeyPlatformTest, aSilentServiceHoldsTheProgramUpOnceAndIsHeardWhenItSpeaks) {
-    service.setSilent(true);
+    service->setSilent(true);
     const auto start = std::chrono::steady_clock::now();
     EXPECT_TRUE(take(1, keyLeft));
     EXPECT_TRUE(take(2, keyA));
     const auto third = take(3, keyQ);
     EXPECT_TRUE(third) << "nobody has refused anything";
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
-    ASSERT_TRUE(service.waitUntilAsked(2));
-    EXPECT_EQ(service.asked(),
+    ASSERT_TRUE(service->waitUntilAsked(2));
+    EXPECT_EQ(service->asked(),
               (std::vector<std::string>{"globalShortcutsByKey", "globalShortcutAvailable"}))
         << "the one that was waited for, and one that tells when it speaks again";
     EXPECT_TRUE(platform->refusedRegistrations().empty());
     platform->unregisterHotKey(*third);
     runLoop.settle();
-    service.setSilent(false);
-    ASSERT_TRUE(serve([&] { return service.keyOf("action2") != 0; }));
-    EXPECT_EQ(service.keyOf("action1"), keyFor(XKB_KEY_Left));
-    EXPECT_EQ(service.keyOf("action2"), keyFor(XKB_KEY_a));
-    EXPECT_EQ(service.keyOf("action3"), 0);
+    service->setSilent(false);
+    ASSERT_TRUE(serve([&] { return service->keyOf("action2") != 0; }));
+    EXPECT_EQ(service->keyOf("action1"), keyFor(XKB_KEY_Left));
+    EXPECT_EQ(service->keyOf("action2"), keyFor(XKB_KEY_a));
+    EXPECT_EQ(service->keyOf("action3"), 0);
     EXPECT_EQ(tellings, 0) << "nothing is other than it was said to be";
 }
 
+TEST_F(KWinHotKeyPlatformTest, aServiceThatComesBackIsAskedForEverythingAnew) {
+    ASSERT_TRUE(take(1, keyLeft));
+    ASSERT_TRUE(take(2, keyA));
+    service.reset();
+    ASSERT_TRUE(serve([&] { return channel->state() == KWinChannel::State::absent; }));
+    EXPECT_TRUE(take(3, keyQ)) << "there is nobody who could refuse it";
+    service.emplace(address());
+    // Meanwhile this one is another program's.
+    service->give("kwin", "desktop1", {"Switch to Desktop 1", "KWin", keyFor(XKB_KEY_a)});
+    pass(3);
+    ASSERT_TRUE(serve([&] { return channel->isAnswering(); }));
+    settleService();
+    EXPECT_EQ(service->keyOf("action1"), keyFor(XKB_KEY_Left));
+    EXPECT_EQ(service->keyOf("action3"), keyFor(XKB_KEY_q));
+    EXPECT_EQ(platform->holder({keyA, both}), "Switch to Desktop 1 of KWin");
+    EXPECT_EQ(tellings, 1);
+    service->press("action3");
+    EXPECT_TRUE(serve([&] { return pressed == std::vector<std::uint32_t>{3}; }));
+    service->change("lumatile", "action1", keyFor(XKB_KEY_a));
+    EXPECT_TRUE(serve([&] { return reassigned.contains(1); }));
+}
+
 TEST_F(KWinHotKeyPlatformTest, aServiceThatIsNotThereIsAskedAgainAndAgain) {
-    service.setFailing(true);
+    service->setFailing(true);
     EXPECT_TRUE(take(1, keyLeft));
     EXPECT_TRUE(take(2, keyA));
     pass(40);
     // After 1, 3, 7, 15 and 31 s, and at the beginning.
-    EXPECT_EQ(std::ranges::count(service.asked(), "globalShortcutAvailable"), 6);
-    service.setFailing(false);
+    EXPECT_EQ(std::ranges::count(service->asked(), "globalShortcutAvailable"), 6);
+    service->setFailing(false);
     pass(31);
-    EXPECT_EQ(service.keyOf("action1"), keyFor(XKB_KEY_Left));
-    EXPECT_EQ(service.keyOf("action2"), keyFor(XKB_KEY_a));
+    EXPECT_EQ(service->keyOf("action1"), keyFor(XKB_KEY_Left));
+    EXPECT_EQ(service->keyOf("action2"), keyFor(XKB_KEY_a));
 }
 
 TEST_F(KWinHotKeyPlatformTest, whatTurnsOutToBeRefusedIsTold) {
-    service.give("kwin", "desktop1", {"Switch to Desktop 1", "KWin", keyFor(XKB_KEY_a)});
-    service.setSilent(true);
+    service->give("kwin", "desktop1", {"Switch to Desktop 1", "KWin", keyFor(XKB_KEY_a)});
+    service->setSilent(true);
     EXPECT_TRUE(take(1, keyLeft));
     EXPECT_TRUE(take(2, keyA));
-    service.setSilent(false);
+    service->setSilent(false);
     ASSERT_TRUE(serve([&] { return tellings == 1; }));
     EXPECT_EQ(platform->holder({keyA, both}), "Switch to Desktop 1 of KWin");
-    EXPECT_EQ(service.keyOf("action1"), keyFor(XKB_KEY_Left));
+    EXPECT_EQ(service->keyOf("action1"), keyFor(XKB_KEY_Left));
     // As whoever is told does.
     EXPECT_FALSE(take(2, keyA));
     settleService();
@@ -183,32 +225,32 @@ TEST_F(KWinHotKeyPlatformTest, whatTurnsOutToBeRefusedIsTold) {
 }
 
 TEST_F(KWinHotKeyPlatformTest, whatIsRefusedIsNamedAndToldWhenThePageGivesItAway) {
-    service.give("kwin", "desktop1", {"Switch to Desktop 1", "KWin", keyFor(XKB_KEY_a)});
+    service->give("kwin", "desktop1", {"Switch to Desktop 1", "KWin", keyFor(XKB_KEY_a)});
     EXPECT_FALSE(take(1, keyA));
     ASSERT_EQ(platform->refusedRegistrations().size(), 1U);
     EXPECT_EQ(platform->holder({keyA, both}), "Switch to Desktop 1 of KWin");
     EXPECT_EQ(platform->holder({keyQ, both}), "");
-    service.change("kwin", "other", keyFor(XKB_KEY_F5));
-    service.change("kwin", "desktop1", keyFor(XKB_KEY_F6));
+    service->change("kwin", "other", keyFor(XKB_KEY_F5));
+    service->change("kwin", "desktop1", keyFor(XKB_KEY_F6));
     ASSERT_TRUE(serve([&] { return tellings == 1; }));
     EXPECT_TRUE(platform->refusedRegistrations().empty());
     EXPECT_TRUE(take(1, keyA));
-    EXPECT_EQ(service.keyOf("action1"), keyFor(XKB_KEY_a));
+    EXPECT_EQ(service->keyOf("action1"), keyFor(XKB_KEY_a));
     EXPECT_TRUE(platform->refusedRegistrations().empty());
 }
 
 TEST_F(KWinHotKeyPlatformTest, whatIsGivenBackWithoutAWordIsFound) {
-    service.give("player", "play", {"Play", "Player", keyFor(XKB_KEY_a)});
+    service->give("player", "play", {"Play", "Player", keyFor(XKB_KEY_a)});
     EXPECT_FALSE(take(1, keyA));
-    service.takeAway("player", "play");
+    service->takeAway("player", "play");
     pass(12);
     ASSERT_TRUE(serve([&] { return tellings == 1; }));
     EXPECT_TRUE(take(1, keyA));
     // Nothing is asked any more once nothing is refused.
-    service.forget();
+    service->forget();
     pass(25);
     settleService();
-    EXPECT_THAT(service.asked(), Not(Contains("globalShortcutAvailable")));
+    EXPECT_THAT(service->asked(), Not(Contains("globalShortcutAvailable")));
 }
 
 TEST_F(KWinHotKeyPlatformTest, onlyWhatHasChangedGoesOverTheBus) {
@@ -216,7 +258,7 @@ TEST_F(KWinHotKeyPlatformTest, onlyWhatHasChangedGoesOverTheBus) {
     const auto second = take(2, keyA);
     const auto third = take(3, keyQ);
     settleService();
-    service.forget();
+    service->forget();
     for (const auto& each : {first, second, third}) {
         platform->unregisterHotKey(*each);
     }
@@ -224,9 +266,9 @@ TEST_F(KWinHotKeyPlatformTest, onlyWhatHasChangedGoesOverTheBus) {
     ASSERT_TRUE(take(2, keyA));
     ASSERT_TRUE(take(3, keyQ));
     settleService();
-    EXPECT_EQ(service.asked(), (std::vector<std::string>{"globalShortcutsByKey", "doRegister",
-                                                         "setShortcutKeys", "unregister"}));
-    EXPECT_EQ(service.keyOf("action1"),
+    EXPECT_EQ(service->asked(), (std::vector<std::string>{"globalShortcutsByKey", "doRegister",
+                                                          "setShortcutKeys", "unregister"}));
+    EXPECT_EQ(service->keyOf("action1"),
               KWinKey::of(XKB_KEY_Left, both | ClassicModifier::shift).value());
 }
 
@@ -238,56 +280,56 @@ TEST_F(KWinHotKeyPlatformTest, twoActionsCanSwapTheirKeys) {
     EXPECT_TRUE(take(1, keyQ));
     EXPECT_TRUE(take(2, keyA));
     settleService();
-    EXPECT_EQ(service.keyOf("action1"), keyFor(XKB_KEY_q));
-    EXPECT_EQ(service.keyOf("action2"), keyFor(XKB_KEY_a));
+    EXPECT_EQ(service->keyOf("action1"), keyFor(XKB_KEY_q));
+    EXPECT_EQ(service->keyOf("action2"), keyFor(XKB_KEY_a));
 }
 
 TEST_F(KWinHotKeyPlatformTest, aCombinationThatThisProgramHasIsRefused) {
     ASSERT_TRUE(take(1, keyA));
     EXPECT_FALSE(take(2, keyA));
     settleService();
-    EXPECT_EQ(service.keyOf("action1"), keyFor(XKB_KEY_a));
-    EXPECT_FALSE(service.actions().contains("lumatile/action2"));
+    EXPECT_EQ(service->keyOf("action1"), keyFor(XKB_KEY_a));
+    EXPECT_FALSE(service->actions().contains("lumatile/action2"));
 }
 
 TEST_F(KWinHotKeyPlatformTest, whatAnEarlierRunLeftIsNotInTheWay) {
-    service.give("lumatile", "removed", {"An Area of Mine", "Lumatile", keyFor(XKB_KEY_a)});
+    service->give("lumatile", "removed", {"An Area of Mine", "Lumatile", keyFor(XKB_KEY_a)});
     EXPECT_TRUE(take(1, keyA));
     settleService();
-    EXPECT_EQ(service.keyOf("action1"), keyFor(XKB_KEY_a));
-    EXPECT_FALSE(service.actions().contains("lumatile/removed"));
+    EXPECT_EQ(service->keyOf("action1"), keyFor(XKB_KEY_a));
+    EXPECT_FALSE(service->actions().contains("lumatile/removed"));
 }
 
 TEST_F(KWinHotKeyPlatformTest, whatIsRefusedInPlaceOfAnotherIsGivenBackAltogether) {
-    service.give("kwin", "desktop1", {"Switch to Desktop 1", "KWin", keyFor(XKB_KEY_a)});
+    service->give("kwin", "desktop1", {"Switch to Desktop 1", "KWin", keyFor(XKB_KEY_a)});
     const auto first = take(1, keyQ);
     platform->unregisterHotKey(*first);
     EXPECT_FALSE(take(1, keyA));
     runLoop.settle();
     settleService();
-    EXPECT_FALSE(service.actions().contains("lumatile/action1"));
+    EXPECT_FALSE(service->actions().contains("lumatile/action1"));
 }
 
 TEST_F(KWinHotKeyPlatformTest, theCombinationsFollowTheLayout) {
     ASSERT_TRUE(take(1, keyA));
     ASSERT_TRUE(take(2, keyQ));
-    service.give("kwin", "zoom", {"Zoom", "KWin", keyFor(XKB_KEY_udiaeresis)});
-    EXPECT_EQ(service.keyOf("action1"), keyFor(XKB_KEY_a));
+    service->give("kwin", "zoom", {"Zoom", "KWin", keyFor(XKB_KEY_udiaeresis)});
+    EXPECT_EQ(service->keyOf("action1"), keyFor(XKB_KEY_a));
     symbols[keyA] = XKB_KEY_q;  // As on a French keyboard.
     symbols[keyQ] = XKB_KEY_a;
     platform->followKeyboard();
     settleService();
-    EXPECT_EQ(service.keyOf("action1"), keyFor(XKB_KEY_q));
-    EXPECT_EQ(service.keyOf("action2"), keyFor(XKB_KEY_a));
+    EXPECT_EQ(service->keyOf("action1"), keyFor(XKB_KEY_q));
+    EXPECT_EQ(service->keyOf("action2"), keyFor(XKB_KEY_a));
     EXPECT_EQ(tellings, 0);
     symbols[keyQ] = XKB_KEY_udiaeresis;
     platform->followKeyboard();
     ASSERT_TRUE(serve([&] { return tellings == 1; })) << "this one is lost";
     settleService();
     EXPECT_EQ(platform->holder({keyQ, both}), "Zoom of KWin");
-    EXPECT_EQ(service.keyOf("action2"), 0);
+    EXPECT_EQ(service->keyOf("action2"), 0);
     symbols[keyQ] = XKB_KEY_a;
-    EXPECT_FALSE(service.actions().contains("lumatile/action2"));
+    EXPECT_FALSE(service->actions().contains("lumatile/action2"));
     platform->followKeyboard();
     ASSERT_TRUE(serve([&] { return tellings == 2; })) << "and can be had again";
 }
@@ -295,28 +337,28 @@ TEST_F(KWinHotKeyPlatformTest, theCombinationsFollowTheLayout) {
 TEST_F(KWinHotKeyPlatformTest, whileTheKeyboardIsNotKnownEverythingCountsAsHeld) {
     isKeyboardKnown = false;
     ASSERT_TRUE(take(1, keyA));
-    EXPECT_FALSE(service.actions().contains("lumatile/action1"));
+    EXPECT_FALSE(service->actions().contains("lumatile/action1"));
     isKeyboardKnown = true;
     platform->followKeyboard();
-    EXPECT_EQ(service.keyOf("action1"), keyFor(XKB_KEY_a));
+    EXPECT_EQ(service->keyOf("action1"), keyFor(XKB_KEY_a));
 }
 
 TEST_F(KWinHotKeyPlatformTest, whatTheUserChangesOnPlasmasPageIsTold) {
     ASSERT_TRUE(take(1, keyA));
     ASSERT_TRUE(take(2, keyQ));
-    service.change("lumatile", "action1",
-                   KWinKey::of(XKB_KEY_Left, ClassicModifier::command).value());
+    service->change("lumatile", "action1",
+                    KWinKey::of(XKB_KEY_Left, ClassicModifier::command).value());
     ASSERT_TRUE(serve([&] { return !reassigned.empty(); }));
     EXPECT_EQ(reassigned[1], (KeyCombination{keyLeft, ClassicModifier::command}));
     reassigned.clear();
-    service.change("lumatile", "action2", 0);
+    service->change("lumatile", "action2", 0);
     ASSERT_TRUE(serve([&] { return !reassigned.empty(); }));
     ASSERT_TRUE(reassigned.contains(2));
     EXPECT_FALSE(reassigned[2].has_value());
     reassigned.clear();
     // A key that no shortcut of this program can name: the page shows again what is so.
-    service.change("lumatile", "action1", keyFor(XKB_KEY_Greek_omega));
-    ASSERT_TRUE(serve([&] { return service.keyOf("action1") == keyFor(XKB_KEY_a); }));
+    service->change("lumatile", "action1", keyFor(XKB_KEY_Greek_omega));
+    ASSERT_TRUE(serve([&] { return service->keyOf("action1") == keyFor(XKB_KEY_a); }));
     EXPECT_TRUE(reassigned.empty());
 }
 

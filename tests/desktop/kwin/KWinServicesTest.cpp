@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "onboarding/OnboardingTexts.h"
 #include "tests/desktop/kwin/FakeShortcutService.h"
@@ -113,6 +114,29 @@ TEST(KWinServices, theControlInterfaceAnswers) {
     EXPECT_EQ(desk.ask({"quit"}), "");
     EXPECT_EQ(desk.program().wait(), (ChildProcess::Exit{0, 0})) << desk.program().output();
     EXPECT_EQ(desk.ask({"status"}), "3: lumatilectl: Lumatile is not running on this desktop\n");
+}
+
+TEST(KWinServices, aSilentServiceOfShortcutsHoldsTheStartUpOnce) {
+    // A KWin to draw on, and on the program's bus one that is busy.
+    PlasmaDesk desk(nullptr);
+    const PrivateSession busy;
+    FakeShortcutService kwin(busOf(busy));
+    kwin.setSilent(true);
+    LumatileProcess::Settings settings;
+    settings.environment = {{"DBUS_SESSION_BUS_ADDRESS", busOf(busy)}};
+    desk.startProgram(settings);
+    // One question is waited for, and one tells when it speaks again.
+    ASSERT_TRUE(kwin.waitUntilAsked(2));
+    EXPECT_EQ(kwin.asked(),
+              (std::vector<std::string>{"globalShortcutsByKey", "globalShortcutAvailable"}));
+    EXPECT_EQ(desk.program().output().find("shortcut"), std::string::npos)
+        << "nobody has refused any: " << desk.program().output();
+    kwin.setSilent(false);
+    // Each of them is asked for, registered and taken.
+    const std::size_t shortcuts = defaultShortcuts().size();
+    ASSERT_TRUE(kwin.waitUntilAsked(2 + 3 * shortcuts));
+    EXPECT_EQ(kwin.actions().size(), shortcuts);
+    EXPECT_EQ(desk.endProgram(), "");
 }
 
 TEST(KWinServices, whereKWinTakesNoScriptsTheSetupSaysSo) {
