@@ -43,7 +43,10 @@ protected:
         ASSERT_TRUE(picture.save(QStringLiteral(LUMATILE_PICTURES "/%1.png").arg(name)));
     }
 
-    SettingsStage stage_;
+    SettingsStage stage_{
+        {"A held mouse button is known here only while a window is moved or resized. While you "
+         "hold "
+         "one still for something else, windows may be shifted by a pixel."}};
 };
 
 TEST_F(SettingsPictures, everySection) {
