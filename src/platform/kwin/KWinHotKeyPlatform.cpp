@@ -340,7 +340,9 @@ void KWinHotKeyPlatform::reassign(const std::string& action, std::int32_t key) {
         }
     }
     // A key that no shortcut of this program can name: Plasma's page shows again what is so.
-    take(found->second);
+    if (!take(found->second)) {
+        tellAvailability();
+    }
 }
 
 void KWinHotKeyPlatform::deliver(const std::string& action) {

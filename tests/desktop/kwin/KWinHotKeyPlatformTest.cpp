@@ -62,7 +62,7 @@ protected:
         EXPECT_TRUE(serve([&] { return channel->isAnswering(); }));
     }
 
-    ~KWinHotKeyPlatformTest() override {
+    void TearDown() override {
         platform.reset();
         channel.reset();
         unsetenv("XDG_RUNTIME_DIR");
@@ -360,6 +360,16 @@ TEST_F(KWinHotKeyPlatformTest, whatTheUserChangesOnPlasmasPageIsTold) {
     service->change("lumatile", "action1", keyFor(XKB_KEY_Greek_omega));
     ASSERT_TRUE(serve([&] { return service->keyOf("action1") == keyFor(XKB_KEY_a); }));
     EXPECT_TRUE(reassigned.empty());
+}
+
+TEST_F(KWinHotKeyPlatformTest, whatCannotBePutRightIsGivenBackAndTold) {
+    ASSERT_TRUE(take(1, keyA));
+    service->change("lumatile", "action1", keyFor(XKB_KEY_Greek_omega));
+    service->give("kwin", "desktop1", {"Switch to Desktop 1", "KWin", keyFor(XKB_KEY_a)});
+    ASSERT_TRUE(serve([&] { return tellings == 1; }));
+    settleService();
+    EXPECT_FALSE(service->actions().contains("lumatile/action1"));
+    EXPECT_EQ(platform->holder({keyA, both}), "Switch to Desktop 1 of KWin");
 }
 
 }  // namespace
