@@ -60,8 +60,8 @@ protected:
                 return testing::AssertionSuccess();
             }
         }
-        return testing::AssertionFailure()
-               << "the window stays at " << window_->state() << "\n" << desk_->program().output();
+        return testing::AssertionFailure() << "the window stays at " << window_->state() << "\n"
+                                           << desk_->program().output();
     }
 
     void expectTheSameProgramEndsWell() {

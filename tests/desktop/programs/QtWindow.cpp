@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -40,10 +41,18 @@ int main(int argc, char** argv) {
                        {"size", "", "WxH", "640x400"},
                        {"minimum", "", "WxH", "0x0"},
                        {"color", "", "#rrggbb", "#3a6ea5"},
+                       {"count", "", "number", "1"},
                        {"full-screen", ""},
                        {"dialog", ""}});
     parser.process(application);
     QGuiApplication::setDesktopFileName(parser.value("id"));
+    std::vector<std::unique_ptr<ColoredWindow>> others;
+    for (int count = parser.value("count").toInt(); count > 1; --count) {
+        others.push_back(std::make_unique<ColoredWindow>(QColor(parser.value("color"))));
+        others.back()->setTitle(parser.value("title"));
+        others.back()->resize(sizeOf(parser.value("size")));
+        others.back()->show();
+    }
     ColoredWindow window(QColor(parser.value("color")));
     window.setTitle(parser.value("title"));
     window.resize(sizeOf(parser.value("size")));

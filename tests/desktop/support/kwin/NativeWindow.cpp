@@ -23,6 +23,9 @@ std::vector<std::string> commandOf(const NativeWindow::Options& options) {
         "--minimum=" + std::to_string(options.minimumWidth) + "x" +
             std::to_string(options.minimumHeight),
         "--color=" + color.str()};
+    if (options.count > 1) {
+        command.push_back("--count=" + std::to_string(options.count));
+    }
     if (options.fullScreen) {
         command.emplace_back("--full-screen");
     }

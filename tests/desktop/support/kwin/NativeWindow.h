@@ -30,6 +30,7 @@ public:
         bool fullScreen = false;
         bool dialog = false;  ///< A dialog of a hidden window of the same program.
         std::uint32_t color = 0x3a6ea5;
+        int count = 1;     ///< Of windows that look alike; Qt only. This is one of them.
         bool onX = false;  ///< On the X server beside the compositor.
     };
 
