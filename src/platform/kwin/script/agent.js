@@ -370,8 +370,8 @@ function find(id) {
     return desk.windows().find((window) => idOf(window) === id && !window.deleted);
 }
 
-// A program that grows in steps, as terminals do, would take whole ones a moment after it was given
-// something else, and KWin would then clip it to the area of all screens.
+// A program that grows in steps, as terminals do, takes whole ones by itself where it was given
+// something else, but a moment later, when the program has read what became of the window.
 function inSteps(size, wanted, step) {
     return step > 1 ? size + Math.floor((wanted - size) / step) * step : wanted;
 }
