@@ -435,6 +435,24 @@ TEST_F(KWinChannelTest, whatIsHeldBackIsNotedBeforeAndGivenBackByALaterRun) {
     EXPECT_TRUE(serve([&] { return !std::filesystem::exists(note); }));
 }
 
+TEST_F(KWinChannelTest, whatIsHeldBeforeKWinSpeaksOrIsSetAnewLaterIsHeldBackToo) {
+    const std::filesystem::path note = session.folder() / "edges";
+    load();
+    KWinEdgeTiling edges(*channel, note);
+    edges.hold(true);
+    EXPECT_FALSE(std::filesystem::exists(note)) << "nobody knows yet what the user has set";
+    script->say("Next", everything);
+    ASSERT_TRUE(serve([&] { return script->orders.size() == 1; }));
+    EXPECT_NE(script->orders[0].find(R"("isTaken":true)"), std::string::npos);
+    EXPECT_EQ(readFile(note), R"({"maximize":true,"tiling":true})");
+
+    script->say("Next", R"([{"event":"borders","borders":{"tiling":false,"maximize":true}}])");
+    ASSERT_TRUE(serve([&] { return script->orders.size() == 2; }));
+    EXPECT_NE(script->orders[1].find(R"("isTaken":true)"), std::string::npos);
+    EXPECT_NE(script->orders[1].find(R"("tiling":false)"), std::string::npos);
+    EXPECT_EQ(readFile(note), R"({"maximize":true,"tiling":false})");
+}
+
 TEST_F(KWinChannelTest, whatIsTakenAgainBeforeItWasGivenBackStaysNoted) {
     const std::filesystem::path note = session.folder() / "edges";
     load();

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "tests/desktop/kwin/PlasmaDesk.h"
 #include "tests/desktop/support/KeyPosition.h"
 
@@ -120,9 +122,12 @@ TEST(KWinSnap, whatWasThereBeforeACrashIsGivenBackByTheNextRun) {
     PlasmaDesk desk;
     EXPECT_EQ(desk.edges(), "false false");
     desk.killProgram();
+    const auto note = desk.desktop().session().folder() / "run" / "lumatile-kwin-edges.json";
+    EXPECT_TRUE(std::filesystem::exists(note));
     desk.startProgram();
     EXPECT_EQ(desk.endProgram(), "");
     EXPECT_EQ(desk.edges(), "true true");
+    EXPECT_FALSE(std::filesystem::exists(note)) << "the user may set something else now";
 }
 
 TEST(KWinSnap, aScriptThatSomebodyHasUnloadedIsLoadedAgain) {
