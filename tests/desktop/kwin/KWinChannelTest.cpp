@@ -453,6 +453,22 @@ TEST_F(KWinChannelTest, whatIsHeldBeforeKWinSpeaksOrIsSetAnewLaterIsHeldBackToo)
     EXPECT_EQ(readFile(note), R"({"maximize":true,"tiling":false})");
 }
 
+TEST_F(KWinChannelTest, whoeverGoesWithoutLettingGoGivesItBack) {
+    const std::filesystem::path note = session.folder() / "edges";
+    load();
+    {
+        KWinEdgeTiling edges(*channel, note);
+        edges.hold(true);
+        script->say("Next", everything);
+        ASSERT_TRUE(serve([&] { return script->orders.size() == 1; }));
+        script->say("Next", R"([{"event":"done","order":1,"result":"done"}])");
+        ASSERT_TRUE(serve([&] { return channel->resultOf(1).has_value(); }));
+    }
+    ASSERT_TRUE(serve([&] { return script->orders.size() == 2; }));
+    EXPECT_NE(script->orders[1].find(R"("isTaken":false)"), std::string::npos);
+    EXPECT_TRUE(std::filesystem::exists(note)) << "nobody has said that it was done";
+}
+
 TEST_F(KWinChannelTest, whatIsTakenAgainBeforeItWasGivenBackStaysNoted) {
     const std::filesystem::path note = session.folder() / "edges";
     load();
