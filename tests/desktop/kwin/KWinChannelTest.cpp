@@ -97,7 +97,7 @@ public:
 private:
     /// A call may be answered after its caller is gone.
     struct Pending {
-        Caller* caller;
+        Caller* caller = nullptr;
         Lifeline::Watch life;
     };
 
@@ -137,7 +137,7 @@ protected:
         startKWin();
     }
 
-    ~KWinChannelTest() override { unsetenv("XDG_RUNTIME_DIR"); }
+    void TearDown() override { unsetenv("XDG_RUNTIME_DIR"); }
 
     const std::string& address() { return session.environment().at("DBUS_SESSION_BUS_ADDRESS"); }
 
@@ -320,7 +320,9 @@ TEST_F(KWinChannelTest, wrongTypesAndLongTextsComeToNothing) {
     script->call("Report", g_variant_new("(ss)", "[]", "[]"));
     script->say("Report", "no list");
     script->say("Report", R"([{"event":"gone","id":7},{"event":7},{"event":"window"}])");
-    script->say("Report", "[\"" + std::string(10'000'000, 'x') + "\"]");
+    std::string longText = "[\"";
+    longText.append(10'000'000, 'x');
+    script->say("Report", longText + "\"]");
     script->say("Report", R"([{"event":"active","id":null}])");
     ASSERT_TRUE(serve([&] { return channel->mirror().active() == nullptr; }));
     EXPECT_EQ(channel->mirror().windows().size(), 1U);
