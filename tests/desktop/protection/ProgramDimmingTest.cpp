@@ -1,4 +1,4 @@
-// The program itself darkens the screens, on the real clock.
+// The program itself darkens the screens without a compositor, on the real clock.
 
 #include <gtest/gtest.h>
 
@@ -8,9 +8,7 @@
 #include <vector>
 
 #include "tests/desktop/protection/GammaClient.h"
-#include "tests/desktop/support/Compositor.h"
 #include "tests/desktop/support/LumatileProcess.h"
-#include "tests/desktop/support/ScreenColors.h"
 #include "tests/desktop/support/TestDesktop.h"
 
 namespace lumatile::desktop {
@@ -98,31 +96,6 @@ TEST_F(ProgramDimming, theNextStartMakesACrashGood) {
     const auto program = start(muchLaterText);
     EXPECT_EQ(gamma_.ramp(controller), original) << "ready, and restored";
     EXPECT_TRUE(LumatileProcess::isClean(program->stop()));
-}
-
-TEST_F(ProgramDimming, darkensByTheCompositorAndClearsAtTheEnd) {
-    const Compositor compositor(desktop_.session());
-    TestWindow::Options options;
-    options.kind = TestWindow::Kind::undecorated;
-    options.color = 0xc8b496;
-    const auto window = desktop_.openWindow(options);
-    window->place({100, 100, 600, 400});
-    ScreenColors colors(desktop_.display());
-    constexpr int rounding = 2;
-    const auto shows = [&](const ScreenColor& color) {
-        return XClient::waitUntil([&] { return colors.at(400, 300).isNear(color, rounding); });
-    };
-    const ScreenColor bright = ScreenColor::of(options.color);
-    ASSERT_TRUE(shows(bright));
-    touch();
-    const auto program = start();
-    EXPECT_TRUE(shows(bright.behindBlack(0.5)));
-    EXPECT_TRUE(window->isActive());
-    EXPECT_TRUE(clears([&] { return colors.at(400, 300).isNear(bright, rounding); }));
-    EXPECT_TRUE(shows(bright.behindBlack(0.5)));
-    EXPECT_TRUE(LumatileProcess::isClean(program->stop()));
-    EXPECT_TRUE(shows(bright));
-    EXPECT_EQ(program->output(), "");
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <memory>
 
 #include "tests/desktop/support/LumatileProcess.h"
@@ -12,8 +11,6 @@
 
 namespace lumatile::desktop {
 namespace {
-
-using Clock = std::chrono::steady_clock;
 
 constexpr std::uint32_t light = 0xe0e0e0;
 constexpr ScreenColor band{255, 91, 31};
@@ -86,11 +83,7 @@ TEST_F(ProgramOverlays, darkenAFullScreenWindowAndClearOnInput) {
     EXPECT_TRUE(waitInSession([&] { return shows(600, 450, bright.behindBlack(0.5)); })) << seen;
     EXPECT_TRUE(window->state().active);
     desktop.input().movePointer(300, 300);
-    const Clock::time_point touched = Clock::now();
     EXPECT_TRUE(waitInSession([&] { return shows(600, 450, bright); })) << seen;
-    // The next look and its fade, and what a picture takes on a busy machine.
-    constexpr std::chrono::milliseconds longest(2400 + 1500);
-    EXPECT_LT(Clock::now() - touched, longest);
 }
 
 }  // namespace

@@ -102,6 +102,18 @@ TEST_F(WaylandInputStateTest, isAbsentWhenAFilmBeginsInTheDark) {
     EXPECT_LT(state.idleSeconds().value_or(0), secondsSince(touched) + 0.2);
 }
 
+// The dimmer looks every two seconds, and its fade takes less than half of one: that is all that a
+// user who comes back has to wait for.
+TEST_F(WaylandInputStateTest, knowsATouchInTheDarkAtTheVeryNextLook) {
+    state.expectDimming(2.4);
+    for (int round = 0; round < 2; ++round) {
+        ASSERT_TRUE(comesToBe([](const auto& idle) { return idle > 3; }));
+        touch();
+        desk.settle();
+        EXPECT_EQ(state.idleSeconds(), 0);
+    }
+}
+
 TEST_F(WaylandInputStateTest, asksNothingInAPause) {
     ASSERT_TRUE(comesToPause());
     desk.settle();

@@ -34,6 +34,7 @@ public:
     bool isAt(const PixelRect& wanted) override { return window_.frame() == rectOf(wanted); }
     void place(const PixelRect& wanted) override { window_.place(rectOf(wanted)); }
     void activate() override { window_.activate(); }
+    bool isActive() override { return window_.state().active; }
     std::optional<PixelRect> asked(const PixelRect& before) override {
         const auto placings = orders_.placings(window_.id());
         if (placings.empty()) {
@@ -62,6 +63,7 @@ KWinDesktop::Options optionsOf(const SessionDesk::Setup& setup) {
     KWinDesktop::Options options;
     options.outputs.clear();
     options.primary = layout.primary;
+    options.pictures = setup.isSeen;
     for (std::size_t index = 0; index < layout.monitors.size(); ++index) {
         const PixelRect& monitor = layout.monitors[index];
         const double scale = layout.scales.empty() ? 1 : layout.scales.at(index);

@@ -2,6 +2,7 @@
 
 #include "tests/desktop/support/kwin/KWinDesktop.h"
 #include "tests/desktop/support/kwin/OverheardOrders.h"
+#include "tests/desktop/support/kwin/ScreenPicture.h"
 #include "tests/desktop/support/kwin/WaylandPanel.h"
 #include "tests/desktop/support/session/SessionDesk.h"
 
@@ -27,6 +28,9 @@ public:
     void buttonDown(std::uint8_t button) override { desktop_.input().buttonDown(button); }
     void buttonUp(std::uint8_t button) override { desktop_.input().buttonUp(button); }
     void pressKey(std::uint8_t key) override { desktop_.input().press({}, key); }
+    ScreenColor colorAt(int x, int y) override {
+        return ScreenPicture::colorAt(desktop_.session(), x, y);
+    }
     void forget() override { orders_.forget(); }
     void roundTrip() override { desktop_.probe().sync(); }
     using SessionDesk::waitUntil;

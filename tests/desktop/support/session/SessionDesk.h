@@ -15,6 +15,7 @@
 #include "tests/desktop/support/LumatileProcess.h"
 #include "tests/desktop/support/MonitorLayout.h"
 #include "tests/desktop/support/Pointer.h"
+#include "tests/desktop/support/ScreenColors.h"
 #include "tests/desktop/support/session/SessionWindow.h"
 
 namespace lumatile::desktop {
@@ -31,6 +32,8 @@ public:
         /// Whether windows are dragged: what the desktop tiles by itself at an edge and cannot be
         /// undone is off then.
         bool isForDrags = false;
+        /// Whether it is looked at, `colorAt`: overlays are translucent then.
+        bool isSeen = false;
     };
 
     static constexpr int panelHeight = 37;  ///< Odd, so that halves do not come out even.
@@ -52,6 +55,9 @@ public:
 
     /// Presses and releases a key.
     virtual void pressKey(std::uint8_t key) = 0;
+
+    /// What the screens show at a place, overlays included. For desks that are seen.
+    virtual ScreenColor colorAt(int x, int y) = 0;
 
     /// Forgets what the program asked for so far.
     virtual void forget() = 0;

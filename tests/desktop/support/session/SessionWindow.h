@@ -35,6 +35,7 @@ public:
     virtual void place(const PixelRect& wanted) = 0;
 
     virtual void activate() = 0;
+    virtual bool isActive() = 0;
 
     /// The frame that the program has asked for since `SessionDesk::forget`; fields that it did not
     /// name are those of `before`.

@@ -56,6 +56,7 @@ public:
         window_->place(wanted);
     }
     void activate() override { window_->activate(); }
+    bool isActive() override { return window_->isActive(); }
     std::optional<PixelRect> asked(const PixelRect& before) override {
         return askedFrame(observer_, window_->id(), before);
     }
@@ -78,6 +79,7 @@ SnapDesktop::Setup setupOf(WindowManager::Kind windowManager, const SessionDesk:
     result.settings = setup.settings;
     // Metacity's own tile cannot be undone by any message.
     result.options.edgeTiling = !setup.isForDrags || windowManager != WindowManager::Kind::metacity;
+    result.options.compositing = setup.isSeen;
     return result;
 }
 
@@ -85,7 +87,18 @@ SnapDesktop::Setup setupOf(WindowManager::Kind windowManager, const SessionDesk:
 
 X11SessionDesk::X11SessionDesk(WindowManager::Kind windowManager, const Setup& setup)
     : desktop_(setupOf(windowManager, setup)),
-      tilesAtEdges_(setup.isForDrags && windowManager == WindowManager::Kind::kwin) {}
+      tilesAtEdges_(setup.isForDrags && windowManager == WindowManager::Kind::kwin) {
+    if (setup.isSeen && windowManager == WindowManager::Kind::openbox) {
+        compositor_.emplace(desktop_.desktop().session());
+    }
+}
+
+ScreenColor X11SessionDesk::colorAt(int x, int y) {
+    if (!colors_) {
+        colors_ = std::make_unique<ScreenColors>(desktop_.desktop().display());
+    }
+    return colors_->at(x, y);
+}
 
 std::vector<std::string> X11SessionDesk::windowKinds() {
     std::vector<std::string> names;

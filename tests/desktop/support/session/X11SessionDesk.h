@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/desktop/support/Compositor.h"
 #include "tests/desktop/support/SnapDesktop.h"
 #include "tests/desktop/support/XPointer.h"
 #include "tests/desktop/support/session/SessionDesk.h"
@@ -28,6 +29,7 @@ public:
     void buttonDown(std::uint8_t button) override { pointer_.buttonDown(button); }
     void buttonUp(std::uint8_t button) override;
     void pressKey(std::uint8_t key) override { desktop_.input().press({}, key); }
+    ScreenColor colorAt(int x, int y) override;
     void forget() override { desktop_.observer().forget(); }
     void roundTrip() override { desktop_.observer().roundTrip(); }
     using SessionDesk::waitUntil;
@@ -41,6 +43,8 @@ private:
     SnapDesktop desktop_;
     XPointer pointer_{desktop_.input()};
     bool tilesAtEdges_;
+    std::optional<Compositor> compositor_;
+    std::unique_ptr<ScreenColors> colors_;
 };
 
 }  // namespace lumatile::desktop
