@@ -16,6 +16,7 @@ namespace lumatile::desktop {
 namespace {
 
 constexpr int count = 100;
+constexpr std::size_t steps = 5;
 
 // A program of 100 windows, each in a place of its own.
 TEST(KWinManyWindows, areAllSteppedInOneGoAndKnownRightAfterwards) {
@@ -39,7 +40,7 @@ TEST(KWinManyWindows, areAllSteppedInOneGoAndKnownRightAfterwards) {
     }));
     desk.settle();
     double slowest = 0;  // Seconds.
-    for (std::size_t step = 0; step < ShiftingDesk::ring.size(); ++step) {
+    for (std::size_t step = 0; step < steps; ++step) {
         const auto before = std::chrono::steady_clock::now();
         EXPECT_EQ(vainSecondsFor([&] { desk.step(); }), 0) << "every window answers";
         const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - before;
