@@ -86,7 +86,10 @@ void KWinChannel::start() {
         runLoop_.post(lifeline_.guard([this] { lose(State::absent); }));
         setState(State::absent);
     });
-    setState(State::starting);
+    // One that has refused goes on doing so until it answers: the user reads why meanwhile.
+    if (state_ != State::refused) {
+        setState(State::starting);
+    }
     load();
 }
 

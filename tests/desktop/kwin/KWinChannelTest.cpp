@@ -262,6 +262,11 @@ TEST_F(KWinChannelTest, aKWinThatTakesNoScriptsIsSaidToRefuse) {
     KWinAccessibilityPlatform platform(*channel, screens, mouse);
     EXPECT_FALSE(platform.isTrusted(false));
     EXPECT_EQ(platform.trustObstacle(), TrustObstacle::windowManagerRefuses);
+    calls.clear();
+    runLoop.advance(1.5);
+    ASSERT_TRUE(serve([&] { return !calls.empty(); })) << "it is asked again";
+    EXPECT_EQ(platform.trustObstacle(), TrustObstacle::windowManagerRefuses)
+        << "what is in the way does not change while it is";
 }
 
 TEST_F(KWinChannelTest, aScriptThatSaysNothingIsSaidToBeRefused) {
