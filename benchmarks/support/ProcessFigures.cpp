@@ -34,7 +34,10 @@ ProcessFigures ProcessFigures::of(pid_t process) {
     const std::filesystem::path folder = "/proc/" + std::to_string(process);
     ProcessFigures figures;
     for (const auto& thread : std::filesystem::directory_iterator(folder / "task")) {
-        figures.wakeUps += numberNamed(thread.path() / "status", "voluntary_ctxt_switches:");
+        const std::uint64_t wakeUps =
+            numberNamed(thread.path() / "status", "voluntary_ctxt_switches:");
+        figures.wakeUps += wakeUps;
+        figures.wakeUpsOfThreads[thread.path().filename()] = wakeUps;
         // Its first number is the time on a processor; the ticks of "stat" are too coarse here.
         std::ifstream schedule(thread.path() / "schedstat");
         double nanoseconds = 0;
@@ -46,6 +49,15 @@ ProcessFigures ProcessFigures::of(pid_t process) {
     figures.residentKiB = numberNamed(folder / "smaps_rollup", "Rss:");
     figures.proportionalKiB = numberNamed(folder / "smaps_rollup", "Pss:");
     return figures;
+}
+
+std::uint64_t ProcessFigures::wakeUpsSince(const ProcessFigures& before) const {
+    std::uint64_t sum = 0;
+    for (const auto& [thread, now] : wakeUpsOfThreads) {
+        const auto found = before.wakeUpsOfThreads.find(thread);
+        sum += now - (found != before.wakeUpsOfThreads.end() ? found->second : 0);
+    }
+    return sum;
 }
 
 }  // namespace lumatile::benchmark
