@@ -26,7 +26,7 @@ struct SettingsServices {
     DesktopTiling& tiling;
     SharedStore& sharedStore;
     RunLoop& runLoop;
-    Saying say;           ///< From a catalogue to this computer's words.
+    Saying say;                             ///< From a catalogue to this computer's words.
     std::string version;                    ///< Of this build.
     std::vector<std::string> shortcomings;  ///< Of this session, a sentence each.
     std::function<std::vector<SnapCommand>()> menuCommands;

@@ -19,7 +19,8 @@ class DesktopTilingSettings final : public DesktopTiling {
 public:
     /// @param host asked before every answer: on which desktop the program runs
     /// @param session the user's bus; outlives this
-    /// @param isHeldBack whether the desktop's snapping rests while this program snaps; it counts as
+    /// @param isHeldBack whether the desktop's snapping rests while this program snaps; it counts
+    /// as
     ///        none then, since nobody has to switch it off
     DesktopTilingSettings(std::function<HostDesktop()> host, XdgFolders folders,
                           BusConnection& session, bool isHeldBack = false);
