@@ -41,14 +41,16 @@ NativeWindow::NativeWindow(PrivateSession& session, KWinProbe& probe, const Opti
     : process_(session.start(commandOf(options), options.applicationId,
                              {{"QT_QPA_PLATFORM", options.onX ? "xcb" : "wayland"},
                               {"GDK_BACKEND", options.onX ? "x11" : "wayland"}})) {
+    // Windows that come later would take the focus again.
     const bool shown = waitInSession([&] {
-        const auto found = probe.find([&](const WindowState& state) {
-            return state.pid == process_.pid() && state.caption == options.title;
-        });
-        if (found) {
-            window_.emplace(probe, found->id);
+        int count = 0;
+        for (const auto& [id, state] : probe.windows()) {
+            if (state.pid == process_.pid() && state.caption == options.title) {
+                window_.emplace(probe, id);
+                ++count;
+            }
         }
-        return found.has_value() || !process_.isRunning();
+        return count == options.count || !process_.isRunning();
     });
     if (!shown || !window_) {
         throw DesktopError("no window is shown:\n" + session.output(options.applicationId) +
