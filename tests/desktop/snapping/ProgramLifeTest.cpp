@@ -61,7 +61,7 @@ TEST(ProgramLife, saysInOneLineThatAWaylandSessionIsReachedInPart) {
     EXPECT_EQ(
         output,
         "Lumatile: This is a Wayland session: only the windows of X11 programs can be reached "
-        "so far\n");
+        "so far.\n");
     EXPECT_EQ(LumatileProcess::isClean(desktop.program().stop()), true);
 }
 
