@@ -5,8 +5,8 @@
 #include <memory>
 
 #include "tests/desktop/dragging/DropPlace.h"
-#include "tests/desktop/dragging/HighlightWatch.h"
 #include "tests/desktop/support/DragHand.h"
+#include "tests/desktop/support/HighlightWatch.h"
 #include "tests/desktop/support/SnapDesktop.h"
 
 namespace lumatile::desktop {

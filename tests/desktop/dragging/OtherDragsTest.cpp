@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "tests/desktop/dragging/DragTest.h"
+#include "tests/desktop/dragging/SessionDragTest.h"
 #include "tests/desktop/support/OuterFrame.h"
 #include "tests/desktop/support/WindowPlacing.h"
 
@@ -46,7 +47,11 @@ TEST_P(OtherDrags, aWindowThatDrawsItsOwnFrame) {
     }
 }
 
-TEST_P(OtherDrags, aResizeByACornerNeverSnaps) {
+INSTANTIATE_TEST_SUITE_P(Desktop, OtherDrags, testing::ValuesIn(WindowManager::kinds), nameOf);
+
+class Resizing : public SessionDragTest {};
+
+TEST_P(Resizing, byACornerNeverSnaps) {
     start();
     const struct {
         const char* corner;
@@ -58,15 +63,15 @@ TEST_P(OtherDrags, aResizeByACornerNeverSnaps) {
         SCOPED_TRACE(corner);
         ASSERT_TRUE(prepare());
         const PixelRect before = window().frame();
-        // Frames are as thin as a pixel, and rounded at the corners; kwin has its handles outside
-        // of the frame, but for the upper one.
+        const int out = desk().resizedAt();
+        // Above the frame no session has a handle.
         constexpr int inset = 2;
-        const int side = GetParam() == WindowManager::Kind::kwin ? -3 : inset;
-        ASSERT_TRUE(isUpperLeft ? hand().gripAt(window(), before.x + side, before.y + inset)
-                                : hand().gripAt(window(), before.right() - 1 - side,
-                                                before.bottom() - 1 - side));
+        const int startX = isUpperLeft ? before.x - out : before.right() - 1 + out;
+        const int startY = isUpperLeft ? before.y + inset : before.bottom() - 1 + out;
+        ASSERT_TRUE(desk().awaitSomethingAt(startX, startY));
+        ASSERT_TRUE(hand().gripAt(startX, startY, [&] { return window().frame() != before; }));
         hand().moveTo(x, y);
-        ASSERT_TRUE(XClient::waitUntil([&] {
+        ASSERT_TRUE(desk().waitUntil([&] {
             const PixelRect now = window().frame();
             return now.width > before.width && now.height > before.height;
         })) << "it must be a resize that is tested; it is at "
@@ -75,10 +80,10 @@ TEST_P(OtherDrags, aResizeByACornerNeverSnaps) {
         EXPECT_TRUE(isLeftAlone());
         EXPECT_EQ(highlight().timesShown(), 0);
     }
-    EXPECT_EQ(desktop().endProgram(), "");
+    EXPECT_EQ(desk().endProgram(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Desktop, OtherDrags, testing::ValuesIn(WindowManager::kinds), nameOf);
+INSTANTIATE_TEST_SUITE_P(Desktop, Resizing, testing::ValuesIn(sessionKinds()), nameOfSession);
 
 }  // namespace
 }  // namespace lumatile::desktop

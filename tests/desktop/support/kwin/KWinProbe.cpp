@@ -1,5 +1,6 @@
 #include "tests/desktop/support/kwin/KWinProbe.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "tests/desktop/support/DesktopError.h"
@@ -125,7 +126,14 @@ void KWinProbe::note(const Json& window) {
     if (frames.empty() || frames.back() != state.frame) {
         frames.push_back(state.frame);
     }
+    everSeen_[state.id] = state.pid;
     windows_[state.id] = std::move(state);
+}
+
+std::size_t KWinProbe::appearancesOf(pid_t pid) const {
+    return static_cast<std::size_t>(
+        std::count_if(everSeen_.begin(), everSeen_.end(),
+                      [pid](const auto& each) { return each.second == pid; }));
 }
 
 std::optional<WindowState> KWinProbe::window(const std::string& id) const {

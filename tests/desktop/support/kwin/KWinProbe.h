@@ -48,6 +48,9 @@ public:
     const std::vector<Rect>& framesOf(const std::string& id);
     void forgetFrames();
 
+    /// How many windows of a program have appeared so far.
+    std::size_t appearancesOf(pid_t pid) const;
+
     struct Screen {
         Rect whole;
         Rect usable;  ///< Without panels, where a maximized window lies.
@@ -81,6 +84,7 @@ private:
     MockService service_;
     std::map<std::string, WindowState> windows_;
     std::map<std::string, std::vector<Rect>> frames_;
+    std::map<std::string, pid_t> everSeen_;  // Their programs.
     bool isLoaded_ = false;
     int serial_ = 0;
     std::string next_;

@@ -128,6 +128,41 @@ std::unique_ptr<SessionWindow> KWinSessionDesk::open(const std::string& kind,
     return window;
 }
 
+std::optional<WindowState> KWinSessionDesk::Highlight::seen() const {
+    const pid_t program = desk_.program().pid();
+    return desk_.desktop_.probe().find(
+        [program](const WindowState& window) { return window.pid == program; });
+}
+
+bool KWinSessionDesk::Highlight::isShown() {
+    desk_.roundTrip();
+    return seen().has_value();
+}
+
+bool KWinSessionDesk::Highlight::waitUntilAt(const PixelRect& wanted) {
+    return desk_.waitUntil([&] {
+        const std::optional<WindowState> window = seen();
+        return window &&
+               window->frame == Rect{static_cast<double>(wanted.x), static_cast<double>(wanted.y),
+                                     static_cast<double>(wanted.width),
+                                     static_cast<double>(wanted.height)};
+    });
+}
+
+bool KWinSessionDesk::Highlight::waitUntilHidden() {
+    return desk_.waitUntil([this] { return !seen(); });
+}
+
+int KWinSessionDesk::Highlight::timesShown() {
+    desk_.roundTrip();
+    return static_cast<int>(desk_.desktop_.probe().appearancesOf(desk_.program().pid()) - before_);
+}
+
+void KWinSessionDesk::Highlight::forget() {
+    desk_.roundTrip();
+    before_ = desk_.desktop_.probe().appearancesOf(desk_.program().pid());
+}
+
 void KWinSessionDesk::press(const DefaultShortcut& shortcut) {
     desktop_.input().press(shortcut.modifiers(), shortcut.key);
 }

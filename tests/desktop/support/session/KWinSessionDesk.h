@@ -31,6 +31,8 @@ public:
     ScreenColor colorAt(int x, int y) override {
         return ScreenPicture::colorAt(desktop_.session(), x, y);
     }
+    SessionHighlight& highlight() override { return highlight_; }
+    int resizedAt() const override { return 3; }
     void forget() override { orders_.forget(); }
     void roundTrip() override { desktop_.probe().sync(); }
     using SessionDesk::waitUntil;
@@ -39,12 +41,30 @@ public:
     bool settle() override;
 
 private:
+    /// The program's layer surface, the only window that it has while nobody asks for others.
+    class Highlight final : public SessionHighlight {
+    public:
+        explicit Highlight(KWinSessionDesk& desk) : desk_(desk) {}
+        bool isShown() override;
+        bool waitUntilAt(const PixelRect& wanted) override;
+        bool waitUntilHidden() override;
+        int timesShown() override;
+        void forget() override;
+
+    private:
+        std::optional<WindowState> seen() const;
+
+        KWinSessionDesk& desk_;
+        std::size_t before_ = 0;  // Windows of the program that had appeared by then.
+    };
+
     KWinDesktop desktop_;
     OverheardOrders orders_;
     MonitorLayout layout_;
     ExpectedFrame expected_;
     std::unique_ptr<WaylandPanel> panel_;
     std::unique_ptr<LumatileProcess> program_;
+    Highlight highlight_{*this};
 };
 
 }  // namespace lumatile::desktop

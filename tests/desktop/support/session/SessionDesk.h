@@ -16,6 +16,7 @@
 #include "tests/desktop/support/MonitorLayout.h"
 #include "tests/desktop/support/Pointer.h"
 #include "tests/desktop/support/ScreenColors.h"
+#include "tests/desktop/support/session/SessionHighlight.h"
 #include "tests/desktop/support/session/SessionWindow.h"
 
 namespace lumatile::desktop {
@@ -58,6 +59,16 @@ public:
 
     /// What the screens show at a place, overlays included. For desks that are seen.
     virtual ScreenColor colorAt(int x, int y) = 0;
+
+    /// What a user sees of the program's highlight.
+    virtual SessionHighlight& highlight() = 0;
+
+    /// Waits until there is something to take at a place: what a window is resized by may come a
+    /// moment later than the window.
+    virtual bool awaitSomethingAt(int /*x*/, int /*y*/) { return true; }
+
+    /// How far outside of a frame's edge a window is taken to be resized, pixels; negative: inside.
+    virtual int resizedAt() const = 0;
 
     /// Forgets what the program asked for so far.
     virtual void forget() = 0;

@@ -11,15 +11,16 @@ const std::vector<SessionKind>& sessionKinds() {
     static const std::vector<SessionKind> all = [] {
         std::vector<SessionKind> result;
         for (const WindowManager::Kind kind : WindowManager::kinds) {
-            result.push_back({toString(kind), X11SessionDesk::windowKinds(), false,
+            result.push_back({toString(kind), X11SessionDesk::windowKinds(),
+                              X11SessionDesk::titledKinds(), false,
                               [kind](const SessionDesk::Setup& setup) {
                                   return std::make_unique<X11SessionDesk>(kind, setup);
                               }});
         }
-        result.push_back(
-            {"plasma", KWinSessionDesk::windowKinds(), true, [](const SessionDesk::Setup& setup) {
-                 return std::make_unique<KWinSessionDesk>(setup);
-             }});
+        result.push_back({"plasma", KWinSessionDesk::windowKinds(), KWinSessionDesk::windowKinds(),
+                          true, [](const SessionDesk::Setup& setup) {
+                              return std::make_unique<KWinSessionDesk>(setup);
+                          }});
         return result;
     }();
     return all;

@@ -14,7 +14,8 @@ struct SessionKind {
     std::string name;  ///< Part of the tests' names: "openbox", "plasma" …
     /// Of `SessionDesk::open`. The first is framed, and moved by its title bar.
     std::vector<std::string> windowKinds;
-    bool hasScales = false;  ///< Whether monitors can have a scale other than 1.
+    std::vector<std::string> titledKinds;  ///< Those of them that a title bar moves.
+    bool hasScales = false;                ///< Whether monitors can have a scale other than 1.
     std::function<std::unique_ptr<SessionDesk>(const SessionDesk::Setup&)> start;
 };
 

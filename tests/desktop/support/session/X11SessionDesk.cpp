@@ -86,7 +86,8 @@ SnapDesktop::Setup setupOf(WindowManager::Kind windowManager, const SessionDesk:
 }  // namespace
 
 X11SessionDesk::X11SessionDesk(WindowManager::Kind windowManager, const Setup& setup)
-    : desktop_(setupOf(windowManager, setup)),
+    : windowManager_(windowManager),
+      desktop_(setupOf(windowManager, setup)),
       tilesAtEdges_(setup.isForDrags && windowManager == WindowManager::Kind::kwin) {
     if (setup.isSeen && windowManager == WindowManager::Kind::openbox) {
         compositor_.emplace(desktop_.desktop().session());
@@ -108,6 +109,8 @@ std::vector<std::string> X11SessionDesk::windowKinds() {
     return names;
 }
 
+std::vector<std::string> X11SessionDesk::titledKinds() { return {"decorated", "sizeIncrement"}; }
+
 std::unique_ptr<SessionWindow> X11SessionDesk::open(const std::string& kind,
                                                     const PixelRect& area) {
     TestWindow::Options options;
@@ -115,6 +118,25 @@ std::unique_ptr<SessionWindow> X11SessionDesk::open(const std::string& kind,
     options.area = area;
     return std::make_unique<X11SessionWindow>(desktop_.desktop().openWindow(options), options.kind,
                                               desktop_.observer(), tilesAtEdges_);
+}
+
+bool X11SessionDesk::awaitSomethingAt(int x, int y) {
+    movePointer(x, y);
+    desktop_.input().roundTrip();
+    XClient& client = desktop_.observer();
+    return waitUntil(
+        [&client] {
+            const XReply<xcb_query_pointer_reply_t> pointer(xcb_query_pointer_reply(
+                client.connection(), xcb_query_pointer(client.connection(), client.root()),
+                nullptr));
+            return pointer && pointer->child != XCB_WINDOW_NONE;
+        },
+        Deadline::usual());
+}
+
+int X11SessionDesk::resizedAt() const {
+    // Frames are as thin as a pixel, and rounded at the corners; kwin has its handles outside.
+    return windowManager_ == WindowManager::Kind::kwin ? 3 : -2;
 }
 
 void X11SessionDesk::buttonUp(std::uint8_t button) {

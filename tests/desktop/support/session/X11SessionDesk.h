@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/desktop/support/Compositor.h"
+#include "tests/desktop/support/HighlightWatch.h"
 #include "tests/desktop/support/SnapDesktop.h"
 #include "tests/desktop/support/XPointer.h"
 #include "tests/desktop/support/session/SessionDesk.h"
@@ -14,6 +15,9 @@ public:
 
     /// Names of the kinds of windows that `open` knows.
     static std::vector<std::string> windowKinds();
+
+    /// Those of them that a title bar moves.
+    static std::vector<std::string> titledKinds();
 
     SnapDesktop& desktop() { return desktop_; }
 
@@ -30,6 +34,9 @@ public:
     void buttonUp(std::uint8_t button) override;
     void pressKey(std::uint8_t key) override { desktop_.input().press({}, key); }
     ScreenColor colorAt(int x, int y) override;
+    SessionHighlight& highlight() override { return highlight_; }
+    bool awaitSomethingAt(int x, int y) override;
+    int resizedAt() const override;
     void forget() override { desktop_.observer().forget(); }
     void roundTrip() override { desktop_.observer().roundTrip(); }
     using SessionDesk::waitUntil;
@@ -40,7 +47,22 @@ public:
     bool settle() override { return desktop_.settle(); }
 
 private:
+    class Highlight final : public SessionHighlight {
+    public:
+        explicit Highlight(const std::string& display) : watch_(display) {}
+        bool isShown() override { return watch_.isShown(); }
+        bool waitUntilAt(const PixelRect& wanted) override { return watch_.waitUntilAt(wanted); }
+        bool waitUntilHidden() override { return watch_.waitUntilHidden(); }
+        int timesShown() override { return watch_.timesShown(); }
+        void forget() override { watch_.forget(); }
+
+    private:
+        HighlightWatch watch_;
+    };
+
+    WindowManager::Kind windowManager_;
     SnapDesktop desktop_;
+    Highlight highlight_{desktop_.desktop().display()};
     XPointer pointer_{desktop_.input()};
     bool tilesAtEdges_;
     std::optional<Compositor> compositor_;

@@ -1,4 +1,4 @@
-#include "tests/desktop/dragging/HighlightWatch.h"
+#include "tests/desktop/support/HighlightWatch.h"
 
 #include <algorithm>
 #include <span>
