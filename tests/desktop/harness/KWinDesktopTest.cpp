@@ -126,10 +126,13 @@ TEST(KWinDesktop, keysAndPointerAreThoseOfAUser) {
     desktop.probe().shortcut("slotWindowQuickTileLeft");
     ASSERT_TRUE(waitInSession([&] { return !window->state().tiled; })) << window->state();
     window->place(usual);
-    // By its title bar.
+    // By its title bar, little by little as a hand does.
     desktop.input().movePointer(usual.x + 200, usual.y + 12);
     desktop.input().buttonDown();
-    desktop.input().movePointer(usual.x + 220, usual.y + 32);
+    for (int pulled = 2; pulled <= 20; pulled += 2) {
+        desktop.input().movePointer(usual.x + 200 + pulled, usual.y + 12 + pulled);
+        desktop.probe().sync();
+    }
     desktop.input().movePointer(usual.x + 300, usual.y + 62);
     EXPECT_TRUE(waitInSession([&] {
         return window->state().moving && window->frame() == Rect{300, 200, 700, 450};
