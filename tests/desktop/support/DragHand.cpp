@@ -62,19 +62,6 @@ bool DragHand::gripWithAlt(TestWindow& window) {
                         movesFromNow(window, window.id()));
 }
 
-bool DragHand::gripAt(TestWindow& window, int x, int y) {
-    input_.movePointer(x, y);
-    input_.roundTrip();
-    // What kwin resizes a window by are windows of their own, which follow it a moment later.
-    const auto isSomethingThere = [&] {
-        const XReply<xcb_query_pointer_reply_t> pointer(xcb_query_pointer_reply(
-            window.connection(), xcb_query_pointer(window.connection(), window.root()), nullptr));
-        return pointer && pointer->child != XCB_WINDOW_NONE;
-    };
-    return XClient::waitUntil(isSomethingThere) &&
-           hand_.gripAt(x, y, movesFromNow(window, window.id()));
-}
-
 void DragHand::letGo() {
     hand_.letGo();
     if (isAltHeld_) {

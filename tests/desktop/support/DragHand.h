@@ -22,6 +22,7 @@ public:
         : input_(input), hand_(pointer_, button, std::move(pressed)) {}
     DragHand(const DragHand&) = delete;
     DragHand& operator=(const DragHand&) = delete;
+    ~DragHand() = default;
 
     /// Takes the window by its title bar and moves it a little way, until it follows.
     /// @return false when it does not
@@ -36,9 +37,6 @@ public:
 
     /// Takes it anywhere, with Alt held.
     bool gripWithAlt(TestWindow& window);
-
-    /// Takes it at a place of the root, such as a corner that resizes it.
-    bool gripAt(TestWindow& window, int x, int y);
 
     /// Presses at a place of the root and expects nothing to follow.
     void press(int x, int y) { hand_.press(x, y); }

@@ -121,6 +121,7 @@ std::unique_ptr<SessionWindow> X11SessionDesk::open(const std::string& kind,
 }
 
 bool X11SessionDesk::awaitSomethingAt(int x, int y) {
+    // What kwin resizes a window by are windows of their own, which follow it a moment later.
     movePointer(x, y);
     desktop_.input().roundTrip();
     XClient& client = desktop_.observer();
