@@ -214,8 +214,7 @@ std::optional<Pid> KWinAccessibilityPlatform::pid(const Element& element) {
         return windowsOf(target->pid()).empty() ? std::nullopt : std::optional(target->pid());
     }
     const KWinWindow* window = windowOf(element);
-    return window != nullptr && window->record.pid > 0 ? std::optional(window->record.pid)
-                                                       : std::nullopt;
+    return window != nullptr ? std::optional(window->record.pid) : std::nullopt;
 }
 
 void KWinAccessibilityPlatform::setMessagingTimeout(const Element& element, double seconds) {

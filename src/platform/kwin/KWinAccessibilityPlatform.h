@@ -17,8 +17,8 @@
 namespace lumatile {
 
 /// The windows of a KWin session: reads are answered from the mirror, writes are orders to the
-/// script. Applications are processes; a window whose process is not known belongs to none. The
-/// windows of this program, and whatever a user cannot move, are not standard ones.
+/// script. Applications are processes; windows whose process is not known are one for each class of
+/// window. The windows of this program, and whatever a user cannot move, are not standard ones.
 class KWinAccessibilityPlatform final : public AccessibilityPlatform {
 public:
     /// All outlive the platform.

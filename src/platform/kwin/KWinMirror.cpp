@@ -1,9 +1,24 @@
 #include "platform/kwin/KWinMirror.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <functional>
 #include <utility>
 
 namespace lumatile {
+
+namespace {
+
+/// KWin does not know the process of every X11 program. The windows of one class are one
+/// application then, under a number that no process has, so that they are shifted or left alone as
+/// others are.
+Pid strangersOwner(const KWinWindowRecord& window) {
+    constexpr std::size_t numbers = std::size_t{1} << 30U;
+    const std::size_t hash = std::hash<std::string>{}(window.application.value_or(window.id));
+    return -1 - static_cast<Pid>(hash % numbers);
+}
+
+}  // namespace
 
 void KWinMirror::apply(const KWinEvent& event) {
     if (const auto* everything = std::get_if<KWinEverything>(&event)) {
@@ -47,6 +62,9 @@ std::vector<KWinWindow*> KWinMirror::windows() {
 KWinWindow* KWinMirror::active() { return active_ ? find(*active_) : nullptr; }
 
 void KWinMirror::take(KWinWindowRecord record) {
+    if (record.pid <= 0) {
+        record.pid = strangersOwner(record);
+    }
     const auto found = windows_.find(record.id);
     if (found == windows_.end()) {
         // The script's own bound, once more: memory goes by the windows that there can be.

@@ -13,8 +13,8 @@ namespace lumatile {
 
 /// What the script tells of a window. Frames are in KWin's space: logical pixels, y downwards.
 struct KWinWindowRecord {
-    std::string id;                          ///< KWin's own, never used again.
-    Pid pid = 0;                             ///< 0: not known.
+    std::string id;  ///< KWin's own, never used again.
+    Pid pid = 0;     ///< Of its program; 0: not known, in the mirror a negative number instead.
     std::optional<std::string> application;  ///< Desktop file id, else the window class.
     WindowKind kind = WindowKind::normal;
     Rect frame;  ///< What the user sees, decoration included.

@@ -4,18 +4,10 @@
 
 namespace lumatile {
 
-namespace {
-
-std::optional<Pid> ownerOf(const KWinWindow& window) {
-    return window.record.pid > 0 ? std::optional(window.record.pid) : std::nullopt;
-}
-
-}  // namespace
-
 std::optional<RunningApplication> KWinWorkspace::frontmostApplication() {
     const std::vector<ListedWindow> windows = listed();
     const KWinWindow* active = channel_.mirrorSoFar().active();
-    return active != nullptr ? applicationOf(windows, ownerOf(*active)) : std::nullopt;
+    return active != nullptr ? applicationOf(windows, active->record.pid) : std::nullopt;
 }
 
 std::optional<RunningApplication> KWinWorkspace::frontmostOtherApplication() {
@@ -34,7 +26,7 @@ std::vector<ListedWindow> KWinWorkspace::listed() {
     std::vector<ListedWindow> windows;
     for (const KWinWindow* window : channel_.mirror().windows()) {
         const KWinWindowRecord& record = window->record;
-        windows.push_back({ownerOf(*window), record.application, record.kind == WindowKind::normal,
+        windows.push_back({record.pid, record.application, record.kind == WindowKind::normal,
                            record.isMinimized, record.isElsewhere});
     }
     return windows;

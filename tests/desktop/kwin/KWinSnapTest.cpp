@@ -7,6 +7,7 @@
 
 #include "tests/desktop/kwin/PlasmaDesk.h"
 #include "tests/desktop/support/KeyPosition.h"
+#include "tests/desktop/support/kwin/ProbedWindow.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -79,6 +80,22 @@ TEST(KWinSnap, aMaximizedATiledAndAFullScreenWindow) {
     EXPECT_TRUE(reaches(*other, rightHalf));
     EXPECT_TRUE(window->state().fullScreen);
     EXPECT_LE(desk.probe().framesOf(window->id()).size(), 1U);
+}
+
+TEST(KWinSnap, aProgramThatDoesNotSayWhichProcessItIs) {
+    PlasmaDesk desk;
+    ChildProcess process = desk.desktop().session().start({"xlogo"}, "xlogo");
+    const auto shown = [&] {
+        return desk.probe().find(
+            [](const WindowState& state) { return state.windowClass == "xlogo"; });
+    };
+    ASSERT_TRUE(waitInSession([&] { return shown().has_value(); }));
+    EXPECT_LE(shown()->pid, 0);
+    const ProbedWindow logo(desk.probe(), shown()->id);
+    logo.activate();
+    desk.press("left");
+    EXPECT_TRUE(waitInSession([&] { return logo.frame() == leftHalf; })) << logo.state();
+    EXPECT_EQ(desk.endProgram(), "");
 }
 
 TEST(KWinSnap, aWindowIsDraggedToAnEdge) {

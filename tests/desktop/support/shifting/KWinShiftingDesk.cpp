@@ -100,28 +100,32 @@ void KWinShiftingDesk::advance(double seconds) {
 
 bool KWinShiftingDesk::isHeard(const WindowState& state) {
     AccessibilityPlatform& platform = adapters_->accessibility;
-    const Element application = platform.applicationElement(state.pid);
-    const auto windows =
-        AttributeReader::value<std::vector<Element>>(platform, application, AttributeName::windows);
-    return windows && std::any_of(windows->begin(), windows->end(), [&](const Element& window) {
-               const auto place =
-                   AttributeReader::value<Point>(platform, window, AttributeName::position);
-               const auto size =
-                   AttributeReader::value<Size>(platform, window, AttributeName::size);
-               const auto is = [&](std::string_view attribute) {
-                   return AttributeReader::boolean(platform, window, attribute).value_or(false);
-               };
-               return place == state.frame.origin() && size == state.frame.size() &&
-                      is(AttributeName::minimized) == state.minimized &&
-                      is(AttributeName::fullScreen) == state.fullScreen;
-           });
+    std::vector<Element> windows;
+    // All of them, since not every program says which process it is.
+    for (const RunningApplication& each : adapters_->workspace.runningApplications()) {
+        const auto its = AttributeReader::value<std::vector<Element>>(
+            platform, platform.applicationElement(each.pid), AttributeName::windows);
+        if (its) {
+            windows.insert(windows.end(), its->begin(), its->end());
+        }
+    }
+    return std::any_of(windows.begin(), windows.end(), [&](const Element& window) {
+        const auto place = AttributeReader::value<Point>(platform, window, AttributeName::position);
+        const auto size = AttributeReader::value<Size>(platform, window, AttributeName::size);
+        const auto is = [&](std::string_view attribute) {
+            return AttributeReader::boolean(platform, window, attribute).value_or(false);
+        };
+        return place == state.frame.origin() && size == state.frame.size() &&
+               is(AttributeName::minimized) == state.minimized &&
+               is(AttributeName::fullScreen) == state.fullScreen;
+    });
 }
 
 bool KWinShiftingDesk::isEverythingHeard() {
     const auto& windows = desktop_.probe().windows();
     const auto active = desktop_.probe().active();
     const auto front = adapters_->workspace.frontmostApplication();
-    return (!active || (front && front->pid == active->pid)) &&
+    return (!active || (front && (active->pid <= 0 || front->pid == active->pid))) &&
            std::all_of(windows.begin(), windows.end(),
                        [this](const auto& each) { return isHeard(each.second); });
 }
@@ -148,7 +152,11 @@ const std::vector<std::string>& KWinShiftingDesk::windowKinds() const { return k
 std::unique_ptr<ShiftedWindow> KWinShiftingDesk::open(const std::string& kind,
                                                       const PixelRect& frame) {
     if (kind == kinds[1]) {
-        return openOther(frame);
+        NativeWindow::Options onX;
+        onX.onX = true;
+        auto window = openNative(onX);
+        window->place(frame);
+        return window;
     }
     NativeWindow::Options options;
     options.toolkit = kind == kinds[2] ? NativeWindow::Toolkit::gtk : NativeWindow::Toolkit::qt;
@@ -165,9 +173,19 @@ std::unique_ptr<KWinShiftedWindow> KWinShiftingDesk::openNative(
 }
 
 std::unique_ptr<ShiftedWindow> KWinShiftingDesk::openOther(const PixelRect& frame) {
-    NativeWindow::Options options;
-    options.onX = true;
-    auto window = openNative(options);
+    const auto process =
+        std::make_shared<ChildProcess>(desktop_.session().start({"xlogo"}, "xlogo"));
+    // It does not say which process it is.
+    const auto shown = [&] {
+        return desktop_.probe().find(
+            [&](const WindowState& state) { return state.windowClass == otherId(); });
+    };
+    if (!waitInSession([&] { return shown() || !process->isRunning(); }) || !shown()) {
+        throw DesktopError("the program shows no window:\n" + desktop_.session().output("xlogo"));
+    }
+    auto window = std::make_unique<KWinShiftedWindow>(
+        forWindows(), ProbedWindow(desktop_.probe(), shown()->id), process);
+    window->activate();
     window->place(frame);
     return window;
 }

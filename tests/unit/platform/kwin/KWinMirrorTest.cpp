@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "platform/kwin/KWinMirror.h"
 
@@ -33,6 +35,30 @@ TEST(KWinMirror, holdsWhatTheScriptBeginsWithAndNothingElse) {
     ASSERT_NE(mirror.active(), nullptr);
     EXPECT_EQ(mirror.active()->record.id, "b");
     EXPECT_EQ(mirror.screens().size(), 1U);
+}
+
+TEST(KWinMirror, windowsOfOneClassWhoseProcessIsNotKnownAreOneApplication) {
+    KWinMirror mirror;
+    const auto stranger = [](const std::string& id, std::optional<std::string> application) {
+        KWinWindowRecord made = record(id);
+        made.pid = 0;
+        made.application = std::move(application);
+        return made;
+    };
+    mirror.apply(KWinEverything{{stranger("a", "logo"), stranger("b", "clock"), record("c"),
+                                 stranger("d", std::nullopt), stranger("e", std::nullopt)},
+                                {},
+                                "a",
+                                {}});
+    mirror.apply(KWinWindowChanged{stranger("f", "logo")});
+    const auto owner = [&](const char* id) { return mirror.find(id)->record.pid; };
+    EXPECT_EQ(owner("a"), owner("f"));
+    EXPECT_NE(owner("a"), owner("b"));
+    EXPECT_NE(owner("d"), owner("e")) << "nothing says that they belong together";
+    EXPECT_EQ(owner("c"), 7);
+    for (const char* id : {"a", "b", "d", "e", "f"}) {
+        EXPECT_LT(owner(id), 0) << "no process has this number";
+    }
 }
 
 TEST(KWinMirror, theWindowThatHadTheFocusLastComesFirst) {
