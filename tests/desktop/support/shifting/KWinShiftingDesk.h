@@ -20,6 +20,8 @@ namespace lumatile::desktop {
 class KWinShiftingDesk : public ShiftingDesk {
 public:
     explicit KWinShiftingDesk(const Setup& setup);
+    KWinShiftingDesk(const KWinShiftingDesk&) = delete;
+    KWinShiftingDesk& operator=(const KWinShiftingDesk&) = delete;
     ~KWinShiftingDesk() override { letGo(); }
 
     KWinDesktop& desktop() { return desktop_; }
