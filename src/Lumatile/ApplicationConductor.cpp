@@ -1,6 +1,7 @@
 #include "Lumatile/ApplicationConductor.h"
 
 #include <algorithm>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -33,6 +34,7 @@ ApplicationConductor::ApplicationConductor(Platform platform)
       snapExecution_({platform, store_, blacklist_, protection_.jitter(), protection_.orbit(),
                       [this]() -> const DisplayService& { return displays(); }}),
       hotkeys_(platform.hotKeys),
+      refusedShortcutLog_(platform.log, platform.keyCodes),
       dragToSnap_({platform, store_, protection_.jitter(), protection_.orbit(),
                    [this]() -> const DisplayService& { return displays(); }}),
       syncConflict_(platform.syncConflict) {
@@ -183,25 +185,32 @@ void ApplicationConductor::registerHotkeys() {
             alive->registerHotkeys();
         }
     };
+    std::vector<RefusedShortcutLog::Refused> refused;
+    std::set<KeyCombination> held;
     for (const SnapCommand& command : store_.hotkeyBindings()) {
-        const std::uint32_t id = hotkeys_.registerHotKey(
-            command.shortcut->carbonKeyCode, command.shortcut->carbonModifiers,
-            [conductor = weak_from_this(), command] {
-                if (const auto alive = conductor.lock()) {
-                    alive->performCommand(command);
-                }
-            },
-            {command.id.lowercaseText(), command.displayName()});
+        const KeyCombination combination{command.shortcut->carbonKeyCode,
+                                         command.shortcut->carbonModifiers};
+        const std::uint32_t id =
+            hotkeys_.registerHotKey(combination.keyCode, combination.modifiers,
+                                    [conductor = weak_from_this(), command] {
+                                        if (const auto alive = conductor.lock()) {
+                                            alive->performCommand(command);
+                                        }
+                                    },
+                                    {command.id.lowercaseText(), command.displayName()});
         hotkeyCommands_[id] = command.id;
-        if (!hotkeys_.holds(id)) {
-            refusedShortcuts_.push_back(command.id);
-            std::string holder = platform_.hotKeys.holder(
-                {command.shortcut->carbonKeyCode, command.shortcut->carbonModifiers});
-            if (!holder.empty()) {
-                shortcutHolders_[command.id] = std::move(holder);
-            }
+        if (hotkeys_.holds(id)) {
+            held.insert(combination);
+            continue;
         }
+        refusedShortcuts_.push_back(command.id);
+        const std::string holder = platform_.hotKeys.holder(combination);
+        if (!holder.empty()) {
+            shortcutHolders_[command.id] = holder;
+        }
+        refused.push_back({combination, holder});
     }
+    refusedShortcutLog_.note(refused, held);
     showRefusedShortcuts();
 }
 

@@ -10,6 +10,7 @@
 
 #include "Lumatile/DragToSnap.h"
 #include "Lumatile/PanelProtection.h"
+#include "Lumatile/RefusedShortcutLog.h"
 #include "Lumatile/SettingsSync.h"
 #include "Lumatile/SettingsViewModel.h"
 #include "Lumatile/SnapExecution.h"
@@ -147,6 +148,7 @@ private:
     PanelProtection protection_;
     SnapExecution snapExecution_;
     HotkeyService hotkeys_;
+    RefusedShortcutLog refusedShortcutLog_;
     DragToSnap dragToSnap_;
     std::shared_ptr<StatusMenuController> statusMenu_;  ///< None before start-up.
     std::unique_ptr<SettingsSync> sync_;                ///< None before it is needed.

@@ -3,7 +3,6 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "Lumatile/AppDelegate.h"
 #include "Lumatile/ApplicationControl.h"
@@ -85,19 +84,13 @@ int main(int argc, char** argv) {
     ProgramWindows windows({facts, session, services, preferences, sharedStore, runLoop, log});
 
     AppDelegate delegate({session.accessibility, session.screenList, session.hotKeys,
-                          session.workspace, runLoop, preferences, sharedStore, log,
-                          session.inputState, session.dimOverlays, session.mouseTaps, statusItem,
-                          windows.settings(), windows.onboarding(), windows.syncConflict(),
-                          services.tiling, highlight});
+                          session.keyCodes, session.workspace, runLoop, preferences, sharedStore,
+                          log, session.inputState, session.dimOverlays, session.mouseTaps,
+                          statusItem, windows.settings(), windows.onboarding(),
+                          windows.syncConflict(), services.tiling, highlight});
     windows.serve(delegate.app());
     startedAgain = [&delegate] { delegate.applicationShouldHandleReopen(); };
-    delegate.onStarted = [&] {
-        services.words.forget();
-        const std::vector<std::string> refused = session.refusedShortcuts();
-        if (!refused.empty()) {
-            log.write(MainTexts::program, MainTexts::refusedShortcuts(refused));
-        }
-    };
+    delegate.onStarted = [&services] { services.words.forget(); };
     ApplicationControl control(delegate.app().weak_from_this(), session.accessibility, runLoop,
                                facts.shortcomings);
     const ControlObject controlObject(sessionBus, facts.desktop, control, log);

@@ -4,7 +4,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace lumatile {
 
@@ -43,14 +42,11 @@ struct DesktopSession {
     MouseEventSource& mouseTaps;
     DimOverlays& dimOverlays;
     Translucency& translucency;  ///< Of the surface on which the highlight is drawn.
-    KeyCodes& keyCodes;          ///< Of the keys that windows of this program are told of.
+    KeyCodes& keyCodes;          ///< What the keys of this desktop are, and what is on them.
     SessionEvents events;
 
     /// What the window manager calls itself; empty when there is none or it does not say.
     std::function<std::string()> windowManagerName;
-
-    /// The shortcuts that belong to other programs, as a keyboard of this desktop prints them.
-    std::function<std::vector<std::string>()> refusedShortcuts;
 
     /// Calls `appeared`, now or later, when there is a bar of a kind that only this window system
     /// knows: one into which programs put small windows. Empty where there is no such kind.

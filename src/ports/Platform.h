@@ -11,6 +11,7 @@ class DimOverlays;
 class DragSnapHighlighting;
 class HotKeyPlatform;
 class InputState;
+class KeyCodes;
 class MouseEventSource;
 class OnboardingPresenter;
 class Preferences;
@@ -27,6 +28,7 @@ struct Platform {
     AccessibilityPlatform& accessibility;
     ScreenList& screenList;
     HotKeyPlatform& hotKeys;
+    KeyCodes& keyCodes;
     Workspace& workspace;
     RunLoop& runLoop;
     Preferences& preferences;

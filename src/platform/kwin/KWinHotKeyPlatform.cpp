@@ -42,7 +42,7 @@ void KWinHotKeyPlatform::installHandler(Handler handler) { handler_ = std::move(
 
 std::string KWinHotKeyPlatform::holder(const KeyCombination& combination) {
     for (const Refused& each : refused_) {
-        if (each.keyCode == combination.keyCode && each.modifiers == combination.modifiers) {
+        if (each.combination == combination) {
             return each.holder;
         }
     }
@@ -67,12 +67,9 @@ std::optional<HotKeyReference> KWinHotKeyPlatform::registerHotKey(std::uint32_t 
         registration.title = registration.action;
     }
     followService();
-    std::erase_if(refused_, [&](const Refused& each) {
-        return each.keyCode == keyCode && each.modifiers == modifiers;
-    });
-    // Without service or keyboard there is nothing that could refuse; it is taken as soon as there
-    // is.
-    if (channel_.connection() != nullptr && !take(registration)) {
+    const KeyCombination combination{keyCode, modifiers};
+    std::erase_if(refused_, [&](const Refused& each) { return each.combination == combination; });
+    if (channel_.connection() != nullptr ? !take(registration) : !takeUnasked(registration)) {
         return std::nullopt;
     }
     const HotKeyReference reference = nextReference_++;
@@ -99,7 +96,7 @@ void KWinHotKeyPlatform::unregisterHotKey(HotKeyReference reference) {
 bool KWinHotKeyPlatform::take(const Registration& registration) {
     const auto symbol = symbolAt_(registration.keyCode);
     if (!symbol) {
-        return true;  // The keyboard is not known yet.
+        return takeUnasked(registration);  // The keyboard is not known yet.
     }
     const auto key = KWinKey::of(*symbol, registration.modifiers);
     if (!key) {
@@ -113,7 +110,7 @@ bool KWinHotKeyPlatform::take(const Registration& registration) {
         return true;
     }
     if (isSilent_) {
-        return true;  // Each question would hold the program up.
+        return takeUnasked(registration);  // Each question would hold the program up.
     }
     // One that is about to be given back is not in the way.
     giveUnwantedBack(*key);
@@ -126,11 +123,15 @@ bool KWinHotKeyPlatform::take(const Registration& registration) {
     KWinGlobalShortcuts::Outcome outcome =
         shortcuts.take(registration.action, registration.title, *key);
     if (outcome.taking == Taking::silent) {
-        // Nobody has refused anything; that it is given is not known either.
-        taken_[registration.action] = {0, registration.title, true};
+        const bool isHeld = takeUnasked(registration);
+        // It may still be given.
+        taken_[registration.action] = {0, registration.title, isHeld};
+        if (!isHeld) {
+            giveUnwantedBackLater();
+        }
         isSilent_ = true;
         awaitAnswer(*key);
-        return true;
+        return isHeld;
     }
     if (outcome.taking == Taking::refused) {
         const auto kept = taken_.find(registration.action);
@@ -142,7 +143,19 @@ bool KWinHotKeyPlatform::take(const Registration& registration) {
         return false;
     }
     taken_[registration.action] = {*key, registration.title, true};
+    lastRefused_.erase({registration.keyCode, registration.modifiers});
     return true;
+}
+
+/// While nobody can be asked, everything counts as held but what was refused the last time; all is
+/// taken as soon as somebody can.
+bool KWinHotKeyPlatform::takeUnasked(const Registration& registration) {
+    const auto last = lastRefused_.find({registration.keyCode, registration.modifiers});
+    if (last == lastRefused_.end()) {
+        return true;
+    }
+    noteRefused(registration, 0, last->second);
+    return false;
 }
 
 bool KWinHotKeyPlatform::isTakenForAnother(const Registration& registration,
@@ -154,7 +167,9 @@ bool KWinHotKeyPlatform::isTakenForAnother(const Registration& registration,
 
 void KWinHotKeyPlatform::noteRefused(const Registration& registration, std::int32_t key,
                                      std::string holder) {
-    refused_.push_back({registration.keyCode, registration.modifiers, std::move(holder), key});
+    const KeyCombination combination{registration.keyCode, registration.modifiers};
+    lastRefused_[combination] = holder;
+    refused_.push_back({combination, std::move(holder), key});
     if (!look_) {
         look_ = runLoop_.repeat(betweenLooks, [this] { lookAgain(); });
     }

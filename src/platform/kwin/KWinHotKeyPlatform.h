@@ -26,14 +26,6 @@ public:
     /// the keyboard is not known.
     using SymbolAt = std::function<std::optional<std::uint32_t>(std::uint32_t virtualKeyCode)>;
 
-    /// A combination that this program wants and does not have.
-    struct Refused {
-        std::uint32_t keyCode = 0;    ///< Virtual key code.
-        std::uint32_t modifiers = 0;  ///< Classic modifier mask.
-        std::string holder;           ///< Who has it; empty: not known.
-        std::int32_t key = 0;         ///< As of `KWinKey`; 0: no key of this keyboard has it.
-    };
-
     /// @param channel and `runLoop` outlive the platform
     KWinHotKeyPlatform(KWinChannel& channel, RunLoop& runLoop, SymbolAt symbolAt);
     KWinHotKeyPlatform(const KWinHotKeyPlatform&) = delete;
@@ -51,8 +43,6 @@ public:
                                                   HotKeyID id) override;
     void unregisterHotKey(HotKeyReference reference) override;
 
-    std::vector<Refused> refusedRegistrations() const { return refused_; }
-
     /// The layout is another one: the combinations follow their keys.
     void followKeyboard();
 
@@ -65,6 +55,13 @@ private:
         std::string title;
     };
 
+    /// A combination that this program wants and does not have.
+    struct Refused {
+        KeyCombination combination;
+        std::string holder;    // Empty: not known.
+        std::int32_t key = 0;  // As of `KWinKey`; 0: no key of this keyboard has it.
+    };
+
     /// What the service has of this program.
     struct Taken {
         std::int32_t key = 0;
@@ -73,6 +70,7 @@ private:
     };
 
     bool take(const Registration& registration);
+    bool takeUnasked(const Registration& registration);
     bool isTakenForAnother(const Registration& registration, std::int32_t key) const;
     void noteRefused(const Registration& registration, std::int32_t key, std::string holder);
     void takeAnew();
@@ -100,6 +98,7 @@ private:
     std::map<HotKeyReference, Registration> registrations_;  // In the order of registration.
     std::map<std::string, Taken> taken_;                     // By action.
     std::vector<Refused> refused_;
+    std::map<KeyCombination, std::string> lastRefused_;  // By whom, when the service was asked.
     HotKeyReference nextReference_ = 1;
     LoneBusConnection* listening_ = nullptr;  // Where presses are heard; compared, never used.
     bool isGivingBack_ = false;

@@ -7,11 +7,9 @@
 #include <functional>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "platform/freedesktop/bus/BusConnection.h"
 #include "platform/freedesktop/bus/LoneBusConnection.h"
-#include "platform/keyboard/ShortcutText.h"
 #include "platform/kwin/KWinAccessibilityPlatform.h"
 #include "platform/kwin/KWinChannel.h"
 #include "platform/kwin/KWinEdgeTiling.h"
@@ -101,19 +99,6 @@ struct KWinSession::Adapters {
     WaylandDimOverlays dimOverlays{connection, layers, outputs};
     WaylandHighlight highlight{connection, layers, outputs, [this] { return screenList.origin(); }};
     AlwaysTranslucent translucency;
-
-    std::vector<std::string> refusedShortcuts() {
-        std::vector<std::string> texts;
-        const auto& refused = hotKeys.refusedRegistrations();
-        texts.reserve(refused.size());
-        const auto legends =
-            refused.empty() ? std::map<std::uint32_t, std::string>() : keyboard.legends();
-        for (const KWinHotKeyPlatform::Refused& each : refused) {
-            texts.push_back(KWinTexts::refused(shortcutText(each.keyCode, each.modifiers, legends),
-                                               each.holder));
-        }
-        return texts;
-    }
 };
 
 std::unique_ptr<PresentSession> KWinSession::find() {
@@ -157,7 +142,6 @@ DesktopSession KWinSession::enter(RunLoop& runLoop, SystemLog& /*log*/) {
             {connection.fileDescriptor(), [&connection] { connection.dispatch(); },
              [&connection] { return connection.isLost(); }},
             [] { return std::string(KWinTexts::windowManager); },
-            [&own] { return own.refusedShortcuts(); },
             {},
             adapters,
             &own.highlight,

@@ -24,12 +24,6 @@ inline std::string holder(std::string_view title, std::string_view program) {
     return std::string(title) + " of " + std::string(program);
 }
 
-/// A refused combination for the log.
-inline std::string refused(std::string_view keys, std::string_view holder) {
-    return holder.empty() ? std::string(keys)
-                          : std::string(keys) + " (" + std::string(holder) + ")";
-}
-
 // What is less than under X11.
 inline constexpr std::string_view buttonsUnknown =
     "A held mouse button is known here only while a window is moved or resized. While you hold one "

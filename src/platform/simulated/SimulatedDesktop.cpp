@@ -19,9 +19,9 @@ SimulatedDesktop::SimulatedDesktop()
       workspace(programs) {}
 
 Platform SimulatedDesktop::platform() {
-    return {accessibility,  screens,    hotKeys,        workspace,   runLoop,  preferences,
-            sharedStore,    log,        input,          dimOverlays, mouse,    statusItem,
-            settingsWindow, onboarding, conflictPrompt, tiling,      highlight};
+    return {accessibility, screens,        hotKeys,    keyCodes,       workspace,   runLoop,
+            preferences,   sharedStore,    log,        input,          dimOverlays, mouse,
+            statusItem,    settingsWindow, onboarding, conflictPrompt, tiling,      highlight};
 }
 
 WindowID SimulatedDesktop::open(ApplicationID application, SimulatedWindowTraits traits) {

@@ -13,6 +13,7 @@
 #include "platform/simulated/SimulatedHighlight.h"
 #include "platform/simulated/SimulatedHotKeys.h"
 #include "platform/simulated/SimulatedInput.h"
+#include "platform/simulated/SimulatedKeyCodes.h"
 #include "platform/simulated/SimulatedLog.h"
 #include "platform/simulated/SimulatedMouse.h"
 #include "platform/simulated/SimulatedOnboarding.h"
@@ -94,6 +95,7 @@ public:
     SimulatedSharedFolder sharedFolder;
     SimulatedSharedStore& sharedStore;  ///< This computer's, without a location at first.
     SimulatedHotKeys hotKeys;
+    SimulatedKeyCodes keyCodes;
     SimulatedStatusItem statusItem;
     SimulatedSettings settingsWindow;
     SimulatedOnboarding onboarding;

@@ -146,13 +146,28 @@ void X11HotKeyPlatform::followKeyboard() {
     keyboardChanged_ = false;
     keyboard_.read();
     heldKeys_.setRepeat(keyboard_.repeat());
+    const std::vector<Refused> before = refusedRegistrations();
     for (auto& [reference, registration] : registrations_) {
         registration.base = baseOf(registration.combination);
         if (registration.base && !take(*registration.base)) {
             registration.base.reset();
         }
     }
+    const bool mayBeHad = mayHaveRefused();
     releaseUnused();
+    // A copy, since who is told registers anew.
+    const AvailabilityChanged changed = availabilityChanged_;
+    if (changed && (mayBeHad || refusedRegistrations() != before)) {
+        changed();
+    }
+}
+
+/// Whether something that was refused is free on the keyboard as it is now.
+bool X11HotKeyPlatform::mayHaveRefused() {
+    return std::any_of(refused_.begin(), refused_.end(), [this](const Refused& combination) {
+        const std::optional<Grab> base = baseOf(combination);
+        return base && take(*base);
+    });
 }
 
 void X11HotKeyPlatform::noteEvent(const xcb_generic_event_t& event) {

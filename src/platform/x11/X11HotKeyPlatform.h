@@ -34,6 +34,12 @@ public:
 
     void installHandler(Handler handler) override;
 
+    /// Told when the keyboard has become another one, and that has taken a combination away or
+    /// makes one to be had that was refused.
+    void installAvailabilityChanged(const AvailabilityChanged& changed) override {
+        availabilityChanged_ = changed;
+    }
+
     /// Absent also for a code that no key of this keyboard has, and for a combination that this
     /// program has registered already.
     std::optional<HotKeyReference> registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
@@ -65,6 +71,7 @@ private:
     bool take(const Grab& base);
     void releaseUnused();
     void followKeyboard();
+    bool mayHaveRefused();
     void noteEvent(const xcb_generic_event_t& event);
     void notePress(const xcb_key_press_event_t& event);
     void deliver(HotKeyReference reference);
@@ -73,6 +80,7 @@ private:
     X11Keyboard keyboard_;
     X11HeldKeys heldKeys_;
     Handler handler_;
+    AvailabilityChanged availabilityChanged_;
     std::map<HotKeyReference, Registration> registrations_;  // In the order of registration.
     std::set<Grab> grabs_;                                   // What the server has given.
     std::set<Refused> refused_;

@@ -6,7 +6,6 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/keyboard/ShortcutText.h"
 #include "platform/x11/X11AccessibilityPlatform.h"
 #include "platform/x11/X11DimOverlays.h"
 #include "platform/x11/X11HotKeyPlatform.h"
@@ -64,18 +63,6 @@ struct X11Session::Adapters {
         return windowManagerName(connection, mirror.windowManager());
     }
 
-    std::vector<std::string> refusedShortcuts() {
-        std::vector<std::string> texts;
-        const auto refused = hotKeys.refusedRegistrations();
-        texts.reserve(refused.size());
-        const auto legends =
-            refused.empty() ? std::map<std::uint32_t, std::string>() : keyCodes.legends();
-        for (const auto& [keyCode, modifiers] : refused) {
-            texts.push_back(shortcutText(keyCode, modifiers, legends));
-        }
-        return texts;
-    }
-
     void watchTray(const std::function<void()>& appeared) {
         tray.emplace(connection, appeared);
         if (tray->isPresent()) {
@@ -122,7 +109,6 @@ DesktopSession X11Session::enter(RunLoop& runLoop, SystemLog& log) {
             {connection.fileDescriptor(), [&connection] { connection.dispatch(); },
              [&connection] { return connection.isLost(); }},
             [&own] { return own.nameOfWindowManager(); },
-            [&own] { return own.refusedShortcuts(); },
             [&own](const std::function<void()>& appeared) { own.watchTray(appeared); },
             adapters};
 }

@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
+#include "Lumatile/ShortcutWords.h"
 #include "commands/BuiltInCommands.h"
 #include "commands/Shortcut.h"
-#include "platform/keyboard/ShortcutText.h"
 #include "tests/desktop/hotkeys/HotKeyDesk.h"
 #include "tests/desktop/support/InputDriver.h"
 #include "tests/desktop/support/PrivateServer.h"
@@ -85,7 +85,7 @@ TEST_P(BuiltInShortcutsTest, eachRunsOnceWhateverIsLocked) {
     ASSERT_EQ(shortcuts.size(), 19U);
     for (std::uint32_t i = 0; i < shortcuts.size(); ++i) {
         EXPECT_TRUE(desk.want(shortcuts[i].carbonKeyCode, shortcuts[i].carbonModifiers, i + 1))
-            << shortcutText(shortcuts[i].carbonKeyCode, shortcuts[i].carbonModifiers);
+            << ShortcutWords::of(shortcuts[i], {});
     }
     EXPECT_THAT(desk.hotKeys().refusedRegistrations(), IsEmpty());
     for (unsigned locks = 0; locks < 8; ++locks) {
@@ -141,19 +141,19 @@ TEST_P(OwnBindingsTest, whatTheWindowManagerHasIsRefusedAndTheRestWorks) {
         if (desk.want(keyCode, modifiers, i + 1)) {
             expected.push_back(i + 1);
         } else {
-            refused.insert(shortcutText(keyCode, modifiers));
+            refused.insert(ShortcutWords::of({keyCode, modifiers, true}, {}));
         }
     }
     EXPECT_EQ(refused, ownBindings.at(GetParam()));
     std::set<std::string> listed;
     for (const auto& [keyCode, modifiers] : desk.hotKeys().refusedRegistrations()) {
-        listed.insert(shortcutText(keyCode, modifiers));
+        listed.insert(ShortcutWords::of({keyCode, modifiers, true}, {}));
     }
     EXPECT_EQ(listed, refused);
     // The window manager's own come last: some open a view of the workspaces that takes all keys.
     const auto press = [&](bool ownOnes) {
         for (const auto& [keyCode, modifiers, enabled] : shortcuts) {
-            if (refused.contains(shortcutText(keyCode, modifiers)) == ownOnes) {
+            if (refused.contains(ShortcutWords::of({keyCode, modifiers, true}, {})) == ownOnes) {
                 input.press(modifierKeys(modifiers), keyPlaces.at(keyCode));
             }
         }

@@ -94,6 +94,8 @@ TEST_F(HotKeyTest, aCombinationLostInAChangeIsTriedAgainAtTheNext) {
     // Alt becomes what the other program has.
     changeKeyboard({"xmodmap", "-e", "clear Mod1", "-e", "clear Mod4", "-e", "add Mod4 = Alt_L"});
     ASSERT_TRUE(desk_.runUntil(lost));
+    const int tellings = desk_.tellings();
+    EXPECT_GT(tellings, 0);
     input_.press(controlAltKeys, KeyPosition::left);
     input_.press(controlAltKeys, KeyPosition::u);
     EXPECT_THAT(desk_.presses(), ElementsAre(2));
@@ -101,8 +103,27 @@ TEST_F(HotKeyTest, aCombinationLostInAChangeIsTriedAgainAtTheNext) {
     owner.giveBack(KeyPosition::left, controlMod4);
     changeKeyboard({"xmodmap", "-e", "add Mod5 = F12"});
     ASSERT_TRUE(desk_.runUntil([&] { return !lost(); }));
+    EXPECT_GT(desk_.tellings(), tellings);
     input_.press(controlAltKeys, KeyPosition::left);
     EXPECT_THAT(desk_.presses(), ElementsAre(2, 1));
+}
+
+TEST_F(HotKeyTest, aRefusedCombinationThatIsFreeOnAnotherKeyboardIsTold) {
+    OtherProgram owner(server_.display());
+    ASSERT_TRUE(owner.take(KeyPosition::left, controlAlt));
+    EXPECT_FALSE(desk_.want(leftArrow, controlOption, 1));
+    changeKeyboard({"xmodmap", "-e", "add Mod5 = F12"});
+    EXPECT_EQ(desk_.tellings(), 0) << "it is as it was";
+    // Alt becomes another modifier.
+    changeKeyboard({"xmodmap", "-e", "clear Mod1", "-e", "clear Mod4", "-e", "add Mod4 = Alt_L"});
+    ASSERT_TRUE(desk_.runUntil([&] { return desk_.tellings() > 0; }));
+    OtherProgram third(server_.display());
+    constexpr unsigned controlMod4 = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_4;
+    ASSERT_TRUE(third.take(KeyPosition::left, controlMod4)) << "nothing is kept unasked";
+    third.giveBack(KeyPosition::left, controlMod4);
+    ASSERT_TRUE(desk_.want(leftArrow, controlOption, 2));
+    input_.press(controlAltKeys, KeyPosition::left);
+    EXPECT_THAT(desk_.presses(), ElementsAre(2));
 }
 
 TEST_F(HotKeyTest, aPressBetweenTheChangeAndItsFollowingIsNotLost) {

@@ -17,6 +17,7 @@ HotKeyDesk::HotKeyDesk(const std::string& display) : connection_(X11Connection::
         delivered_.push_back(id ? id->id : 0);
         return 0;
     });
+    hotKeys_->installAvailabilityChanged([this] { ++tellings_; });
     const int xkbEvent = xcb_get_extension_data(connection_->get(), &xcb_xkb_id)->first_event;
     subscription_ = connection_->observe([this, xkbEvent](const xcb_generic_event_t& event) {
         const int type = event.response_type & 0x7f;

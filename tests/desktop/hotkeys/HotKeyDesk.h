@@ -39,6 +39,9 @@ public:
     /// Key presses that the server sent to the connection, repeats included.
     std::size_t pressesSent() const { return pressesSent_; }
 
+    /// How often it was told that combinations may be had or have been lost.
+    int tellings() const { return tellings_; }
+
     /// True when the keyboard was read anew since the last call.
     bool keyboardChanged();
 
@@ -52,6 +55,7 @@ private:
     std::unique_ptr<X11HotKeyPlatform> hotKeys_;
     std::vector<std::uint32_t> delivered_;
     std::size_t pressesSent_ = 0;
+    int tellings_ = 0;
     bool keyboardChanged_ = false;
     X11Connection::Subscription subscription_;
 };

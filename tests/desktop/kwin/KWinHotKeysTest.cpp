@@ -18,6 +18,7 @@ namespace lumatile::desktop {
 namespace {
 
 namespace Key = KeyPosition;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
@@ -73,6 +74,20 @@ TEST(KWinHotKeys, whatAnotherProgramHasIsNamedAndTakenWhenItLetsGo) {
     window->place(usual);
     desk.press("left");
     EXPECT_TRUE(reaches(*window, leftHalf));
+
+    // On another layout one of the program's becomes what somebody else has.
+    ASSERT_TRUE(shortcuts.take("Player", "Eject", PlasmaShortcuts::controlAlt('H')));
+    desk.setLayouts("us", "dvorak");
+    EXPECT_TRUE(waitInSession([&] {
+        return desk.program().output().find("Ctrl+Alt+H (Eject of Player)") != std::string::npos;
+    }));
+    EXPECT_THAT(desk.program().output(),
+                EndsWith("\nLumatile: shortcuts that belong to other programs here: "
+                         "Ctrl+Alt+Left (Rewind of Player)\n"
+                         "Lumatile: shortcuts that other programs have let go and that work now: "
+                         "Ctrl+Alt+Left\n"
+                         "Lumatile: shortcuts that belong to other programs here: "
+                         "Ctrl+Alt+H (Eject of Player)\n"));
 
     EXPECT_EQ(desk.endProgram(), "");
     EXPECT_THAT(shortcuts.actionsOf("lumatile"), IsEmpty()) << "everything has been given back";

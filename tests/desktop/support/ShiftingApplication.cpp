@@ -20,6 +20,7 @@ ShiftingApplication::ShiftingApplication(VirtualTime& time, const Adapters& adap
     conductor_ = std::make_shared<ApplicationConductor>(Platform{adapters.accessibility,
                                                                  adapters.screenList,
                                                                  hotKeys_,
+                                                                 keyCodes_,
                                                                  adapters.workspace,
                                                                  runLoop_,
                                                                  preferences_,

@@ -10,6 +10,7 @@
 #include "platform/simulated/SimulatedDimOverlays.h"
 #include "platform/simulated/SimulatedHotKeys.h"
 #include "platform/simulated/SimulatedInput.h"
+#include "platform/simulated/SimulatedKeyCodes.h"
 #include "platform/simulated/SimulatedLog.h"
 #include "platform/simulated/SimulatedOnboarding.h"
 #include "platform/simulated/SimulatedPreferences.h"
@@ -58,6 +59,7 @@ private:
     SimulatedPreferences preferences_;
     SimulatedSharedFolder sharedFolder_;
     SimulatedHotKeys hotKeys_;
+    SimulatedKeyCodes keyCodes_;
     SimulatedInput input_;
     SimulatedStatusItem statusItem_;
     SimulatedSettings settings_;

@@ -16,7 +16,6 @@
 #include "onboarding/Vocabulary.h"
 #include "platform/simulated/SimulatedDesktop.h"
 #include "ports/DesktopTiling.h"
-#include "ports/KeyCodes.h"
 #include "ports/LoginItem.h"
 #include "ports/UpdateController.h"
 
@@ -83,25 +82,17 @@ public:
         int checks = 0;
         bool isAutomatic = true;
     };
-    /// Every key is the one of its own number, but for one that has none.
-    struct Keys final : KeyCodes {
-        static constexpr std::uint32_t withoutCode = 200;
-        std::optional<std::uint32_t> virtualKeyCode(std::uint32_t nativeScanCode) override {
-            return nativeScanCode != withoutCode ? std::optional(nativeScanCode) : std::nullopt;
-        }
-    };
 
     Tiling tiling;
     Login login;
     std::shared_ptr<Updates> updates = std::make_shared<Updates>();
-    Keys keys;
     std::vector<SnapCommand> ran;
     int quits = 0;
     Vocabulary vocabulary = Vocabulary::reference();
 
 private:
     SettingsServices services() {
-        return {keys,
+        return {desktop_.keyCodes,
                 desktop_.preferences,
                 launchAtLogin_,
                 updater_,

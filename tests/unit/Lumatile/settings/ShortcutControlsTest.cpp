@@ -86,7 +86,7 @@ TEST_F(SettingsControls, aKeyWithoutACodeSaysThatItCannotBeUsed) {
     selectBuiltIn(0);
     auto* field = named<RecorderField>(SettingsTexts::shortcut);
     beginRecording();
-    press(*field, Qt::Key_LaunchMail, Qt::ControlModifier, SettingsStage::Keys::withoutCode);
+    press(*field, Qt::Key_LaunchMail, Qt::ControlModifier, SimulatedKeyCodes::withoutCode);
     EXPECT_FALSE(field->isRecording());
     EXPECT_TRUE(shows(SettingsTexts::unusableKey));
     EXPECT_EQ(commandChanges, 0);
