@@ -11,6 +11,7 @@
 #include "ports/InputState.h"
 #include "ports/Workspace.h"
 #include "windows/AXBridge.h"
+#include "windows/WriteBatch.h"
 
 namespace lumatile {
 
@@ -39,8 +40,11 @@ void PanelProtection::apply(const OLEDSettings& settings, bool exaggerated) {
     settings_ = settings;
     exaggerated_ = exaggerated;
     jitter_ = settings.jitterPolicy(exaggerated);
-    orbit_.setConfig(settings.orbitConfig(exaggerated));
-    orbit_.setJitter(settings.jitterEnabled ? std::optional(jitter_) : std::nullopt);
+    {
+        const WriteBatch together(platform_.accessibility);
+        orbit_.setConfig(settings.orbitConfig(exaggerated));
+        orbit_.setJitter(settings.jitterEnabled ? std::optional(jitter_) : std::nullopt);
+    }
     if (dimmer_) {
         dimmer_->config = dimmerConfig();
     }
@@ -71,7 +75,10 @@ void PanelProtection::stop() {
     if (std::exchange(oledRunning_, false)) {
         meetReturnedWindows();
     }
-    homes_.stop();
+    {
+        const WriteBatch together(platform_.accessibility);
+        homes_.stop();
+    }
     platform_.inputState.expectDimming(std::nullopt);
     if (dimSurface_) {
         dimSurface_->setLevel(0);
@@ -149,6 +156,7 @@ void PanelProtection::step(double now) {
     orbit_.setBounds([screens = platform_.screenList.screens()](const Rect& frame) {
         return visibleFrameOfScreenContaining(screens, frame.center());
     });
+    const WriteBatch together(platform_.accessibility);
     homes_.step(now);
 }
 

@@ -102,6 +102,7 @@ void OrbitScheduler::step(double now) {
     for (const AXElementKey& key : trackedKeys()) {
         stepWindow(key, offset, now);
     }
+    readBack();
 }
 
 void OrbitScheduler::noteSnapped(const std::shared_ptr<WindowControlling>& window,
@@ -126,6 +127,7 @@ void OrbitScheduler::restoreHomes() {
     for (const AXElementKey& key : trackedKeys()) {
         restoreHome(key);
     }
+    readBack();
     stepIndex_ = 0;
 }
 
@@ -180,7 +182,7 @@ void OrbitScheduler::stepWindow(const AXElementKey& key, const Offset& offset, d
     } else {
         entry->window->setPosition(target.origin());
     }
-    setLastApplied(key, entry->window->frame().value_or(target));
+    noteWritten(key, target);
     lastShift_ = OrbitShift{offset, now};
 }
 
@@ -199,12 +201,24 @@ void OrbitScheduler::restoreHome(const AXElementKey& key) {
     } else {
         entry->window->setFrame(entry->home);
     }
-    setLastApplied(key, entry->window->frame().value_or(entry->home));
+    noteWritten(key, entry->home);
 }
 
-void OrbitScheduler::setLastApplied(const AXElementKey& key, const Rect& frame) {
+void OrbitScheduler::noteWritten(const AXElementKey& key, const Rect& frame) {
     if (const auto found = tracked_.find(key); found != tracked_.end()) {
         found->second.lastApplied = frame;
+        written_.push_back(key);
+    }
+}
+
+// Where reading waits for what was written, it does so once for all windows.
+void OrbitScheduler::readBack() {
+    for (const AXElementKey& key : std::exchange(written_, {})) {
+        const std::optional<Tracked> entry = tracked(key);
+        const std::optional<Rect> current = entry ? entry->window->frame() : std::nullopt;
+        if (const auto found = tracked_.find(key); found != tracked_.end() && current) {
+            found->second.lastApplied = *current;
+        }
     }
 }
 

@@ -107,7 +107,8 @@ private:
     std::vector<AXElementKey> trackedKeys() const;
     void stepWindow(const AXElementKey& key, const Offset& offset, double now);
     void restoreHome(const AXElementKey& key);
-    void setLastApplied(const AXElementKey& key, const Rect& frame);
+    void noteWritten(const AXElementKey& key, const Rect& frame);
+    void readBack();
 
     OrbitConfig config_;
     std::optional<JitterPolicy> jitter_;
@@ -115,6 +116,7 @@ private:
     std::vector<Offset> path_;
     std::optional<OrbitShift> lastShift_;
     std::unordered_map<AXElementKey, Tracked> tracked_;
+    std::vector<AXElementKey> written_;  // Not read back yet.
     std::size_t stepIndex_ = 0;
 };
 

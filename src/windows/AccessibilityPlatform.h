@@ -59,6 +59,15 @@ public:
     /// Returns as a write does: when the desktop has answered or the time-out is over.
     virtual void endJoinedWrites() {}
 
+    /// Says that the writes up to `endWriteBatch`, to however many elements, do not build on one
+    /// another, so that a platform that has to wait for answers may ask for all of it first and wait
+    /// once. A write between the two tells whether its value can be asked for, not what came of it;
+    /// a read of an element that was written to comes after all of them. Through `WriteBatch`.
+    virtual void beginWriteBatch() {}
+
+    /// Returns when the desktop has answered all of it or the longest of the time-outs is over.
+    virtual void endWriteBatch() {}
+
     /// Whether a background mover may write the attribute; absent when that cannot be told.
     virtual std::optional<bool> isSettable(const Element& element, std::string_view attribute) = 0;
 

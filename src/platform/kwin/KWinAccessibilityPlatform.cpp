@@ -2,10 +2,10 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
-#include "platform/kwin/KWinPlacing.h"
 #include "platform/kwin/KWinReport.h"
 #include "platform/windows/WindowReading.h"
 #include "windows/AttributeName.h"
@@ -37,9 +37,10 @@ KWinAccessibilityPlatform::KWinAccessibilityPlatform(KWinChannel& channel, KWinS
       screens_(screens),
       mouse_(mouse),
       ownPid_(getpid()),
-      writes_(KWinReport::farthest, [this](const Element& element, const PlacingWish& wish) {
-          return carryOut(element, wish);
-      }) {}
+      writes_(KWinReport::farthest,
+              [this](const std::vector<PlacingWrites::Placement>& placements) {
+                  return carryOut(placements);
+              }) {}
 
 bool KWinAccessibilityPlatform::isTrusted(bool /*prompt*/) {
     channel_.mirror();
@@ -82,7 +83,7 @@ std::optional<AttributeValue> KWinAccessibilityPlatform::read(const Element& ele
     if (target == nullptr) {
         return std::nullopt;
     }
-    writes_.carryOut();
+    writes_.carryOut(element);
     KWinMirror& mirror = channel_.mirror();
     switch (target->kind()) {
         case KWinElement::Kind::systemWide: {
@@ -146,55 +147,76 @@ bool KWinAccessibilityPlatform::write(const Element& element, std::string_view a
     return writes_.write(element, attribute, value);
 }
 
-bool KWinAccessibilityPlatform::carryOut(const Element& element, const PlacingWish& wish) {
-    const KWinWindow* window = windowOf(element);
-    return window != nullptr && place(window->record.id, wish);
+bool KWinAccessibilityPlatform::carryOut(const std::vector<PlacingWrites::Placement>& placements) {
+    bool areAllThere = true;
+    std::vector<Asked> asked;
+    double patience = 0;
+    channel_.mirror();
+    for (const auto& [element, wish] : placements) {
+        KWinWindow* window = channel_.mirrorSoFar().find(known(element)->id());
+        const auto placing =
+            window != nullptr ? KWinPlacing::plan(*window, wish, screens_.origin()) : std::nullopt;
+        if (placing && placing->isSo) {
+            window->written = placing->outcome(*window);
+            continue;
+        }
+        const std::uint64_t order = placing ? channel_.give(placing->order(*window)) : 0;
+        if (order == 0) {
+            areAllThere = false;
+            continue;
+        }
+        patience = std::max(patience, timeouts_.of(window->timeout, window->record.pid));
+        const bool isInVain =
+            placing->withSize &&
+            window->unmet == KWinUnmetSize{placing->target.size(), window->frames};
+        asked.push_back({window->record.id, *placing, order, window->frames, isInVain});
+    }
+    if (!asked.empty()) {
+        std::size_t answered = 0;
+        channel_.waitUntil(
+            [&] {
+                while (answered < asked.size() && isAnswered(asked[answered])) {
+                    ++answered;
+                }
+                return answered == asked.size();
+            },
+            patience);
+    }
+    for (const Asked& one : asked) {
+        areAllThere = conclude(one) && areAllThere;
+    }
+    return areAllThere;
 }
 
-// The id is a copy: the window that it was taken from may go while it is waited for.
-// NOLINTNEXTLINE(performance-unnecessary-value-param)
-bool KWinAccessibilityPlatform::place(std::string id, const PlacingWish& wish) {
-    KWinWindow* window = channel_.mirror().find(id);
-    if (window == nullptr) {
-        return false;
-    }
-    const std::optional<KWinPlacing> placing = KWinPlacing::plan(*window, wish, screens_.origin());
-    if (!placing) {
-        return false;
-    }
-    if (placing->isSo) {
-        window->written = placing->outcome(*window);
-        return true;
-    }
-    const std::uint64_t framesBefore = window->frames;
-    const std::uint64_t order = channel_.give(placing->order(*window));
-    if (order == 0) {
-        return false;
-    }
-    std::optional<KWinDone::Result> result;
-    // A program that has been asked for a size answers with the frame that it takes.
-    const auto isAnswered = [&] {
-        result = channel_.resultOf(order);
-        const KWinWindow* now = channel_.mirrorSoFar().find(id);
-        return now == nullptr ||
-               (result && (*result != KWinDone::Result::asked ||
-                           now->record.frame == placing->target || now->frames != framesBefore));
-    };
-    channel_.waitUntil(isAnswered, timeouts_.of(window->timeout, window->record.pid));
-    window = channel_.mirrorSoFar().find(id);
+/// A program that has been asked for a size answers with the frame that it takes.
+bool KWinAccessibilityPlatform::isAnswered(const Asked& asked) {
+    const auto result = channel_.resultOf(asked.order);
+    const KWinWindow* window = channel_.mirrorSoFar().find(asked.id);
+    return window == nullptr || (result && (*result != KWinDone::Result::asked || asked.isInVain ||
+                                            window->record.frame == asked.placing.target ||
+                                            window->frames != asked.framesBefore));
+}
+
+/// @return whether the window is where it was to be
+bool KWinAccessibilityPlatform::conclude(const Asked& asked) {
+    KWinWindow* window = channel_.mirrorSoFar().find(asked.id);
+    const auto result = channel_.resultOf(asked.order);
     if (window == nullptr ||
         (result && (*result == KWinDone::Result::refused || *result == KWinDone::Result::failed))) {
         return false;
     }
-    const bool isUnderWay =
-        !result || (*result == KWinDone::Result::asked && window->frames == framesBefore);
-    window->written = isUnderWay ? placing->expectation() : placing->outcome(*window);
-    return window->record.frame == placing->target;
+    const bool isUnmet = result == KWinDone::Result::asked && window->frames == asked.framesBefore;
+    window->unmet = isUnmet
+                        ? std::optional(KWinUnmetSize{asked.placing.target.size(), window->frames})
+                        : std::nullopt;
+    const bool isUnderWay = !result || isUnmet;
+    window->written = isUnderWay ? asked.placing.expectation() : asked.placing.outcome(*window);
+    return window->record.frame == asked.placing.target;
 }
 
 std::optional<bool> KWinAccessibilityPlatform::isSettable(const Element& element,
                                                           std::string_view attribute) {
-    writes_.carryOut();
+    writes_.carryOut(element);
     const KWinWindow* window = windowOf(element);
     if (window == nullptr) {
         return std::nullopt;

@@ -1,13 +1,15 @@
 #pragma once
 
-#include <memory>
+#include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/kwin/KWinChannel.h"
 #include "platform/kwin/KWinElement.h"
 #include "platform/kwin/KWinMouseEventSource.h"
+#include "platform/kwin/KWinPlacing.h"
 #include "platform/kwin/KWinScreenList.h"
 #include "platform/windows/PlacingWrites.h"
 #include "platform/windows/WriteTimeouts.h"
@@ -48,6 +50,10 @@ public:
     void beginJoinedWrites(const Element& element) override { writes_.begin(element); }
     void endJoinedWrites() override { writes_.end(); }
 
+    /// Writes to many windows reach KWin together.
+    void beginWriteBatch() override { writes_.beginBatch(); }
+    void endWriteBatch() override { writes_.endBatch(); }
+
     /// Position and size: no for one that is maximized or full-screen; writing takes it out of the
     /// first all the same.
     std::optional<bool> isSettable(const Element& element, std::string_view attribute) override;
@@ -56,12 +62,22 @@ public:
     void setMessagingTimeout(const Element& element, double seconds) override;
 
 private:
+    // A window that KWin has been asked to place.
+    struct Asked {
+        std::string id;
+        KWinPlacing placing;
+        std::uint64_t order = 0;
+        std::uint64_t framesBefore = 0;
+        bool isInVain = false;  // The program has been asked for the same size before, and hangs.
+    };
+
     KWinWindow* windowOf(const Element& element);
     std::vector<KWinWindow*> windowsOf(Pid pid);
     bool isOwn(const KWinWindow& window) const { return window.record.pid == ownPid_; }
     Rect frameOf(const KWinWindow& window) const;
-    bool carryOut(const Element& element, const PlacingWish& wish);
-    bool place(std::string id, const PlacingWish& wish);
+    bool carryOut(const std::vector<PlacingWrites::Placement>& placements);
+    bool isAnswered(const Asked& asked);
+    bool conclude(const Asked& asked);
     std::optional<AttributeValue> readApplication(Pid pid, std::string_view attribute);
     std::optional<AttributeValue> readWindow(const KWinWindow& window, std::string_view attribute);
 

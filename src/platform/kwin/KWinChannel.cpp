@@ -40,8 +40,11 @@ constexpr double longestRetry = 30;
 // Of texts that have arrived.
 constexpr auto longestTurn = std::chrono::milliseconds(10);
 
-// More results than anybody waits for at once.
-constexpr std::size_t mostResults = 64;
+// More results than anybody waits for at once: one for each window.
+constexpr std::size_t mostResults = KWinReport::mostWindows;
+
+// Orders that KWin carries out in one go. It draws and hears nothing meanwhile.
+constexpr std::ptrdiff_t mostTogether = 16;
 
 LoneBusConnection::Method scripting(const char* name) {
     return {service, "/Scripting", "org.kde.kwin.Scripting", name};
@@ -246,7 +249,7 @@ void KWinChannel::take(const std::string& text) {
             if (results_.size() == mostResults) {
                 results_.erase(results_.begin());
             }
-            results_.push_back(*done);
+            results_[done->order] = done->result;
         }
         events_.notify(event);
     }
@@ -256,7 +259,10 @@ void KWinChannel::answerNow() {
     if (question_ == nullptr) {
         return;
     }
-    const std::string text = kwinOrdersText(std::exchange(orders_, {}));
+    const auto end =
+        orders_.begin() + std::min(mostTogether, static_cast<std::ptrdiff_t>(orders_.size()));
+    const std::string text = kwinOrdersText({orders_.begin(), end});
+    orders_.erase(orders_.begin(), end);
     g_dbus_method_invocation_return_value(std::exchange(question_, nullptr),
                                           g_variant_new("(s)", text.c_str()));
     expectQuestion();
@@ -276,10 +282,8 @@ std::uint64_t KWinChannel::give(KWinOrder order) {
 }
 
 std::optional<KWinDone::Result> KWinChannel::resultOf(std::uint64_t number) const {
-    const auto found =
-        std::find_if(results_.begin(), results_.end(),
-                     [number](const KWinDone& done) { return done.order == number; });
-    return found != results_.end() ? std::optional(found->result) : std::nullopt;
+    const auto found = results_.find(number);
+    return found != results_.end() ? std::optional(found->second) : std::nullopt;
 }
 
 bool KWinChannel::waitUntil(const std::function<bool()>& isDone, double seconds) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <variant>
@@ -121,8 +122,8 @@ private:
     GDBusMethodInvocation* question_ = nullptr;  // Of the script, unanswered.
     std::vector<KWinNumberedOrder> orders_;      // Not fetched yet.
     std::uint64_t lastOrder_ = 0;
-    std::vector<KWinDone> results_;           // Of the last orders.
-    std::unique_ptr<RunLoopTimer> patience_;  // Until something is overdue.
+    std::map<std::uint64_t, KWinDone::Result> results_;  // Of the last orders.
+    std::unique_ptr<RunLoopTimer> patience_;             // Until something is overdue.
     std::unique_ptr<RunLoopTimer> retry_;
     double retryAfter_;  // Seconds.
     ObserverList<const KWinEvent&> events_;

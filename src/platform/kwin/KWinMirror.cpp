@@ -71,7 +71,7 @@ void KWinMirror::take(KWinWindowRecord record) {
         if (windows_.size() < KWinReport::mostWindows) {
             order_.push_back(record.id);
             std::string id = record.id;
-            windows_.emplace(std::move(id), KWinWindow{std::move(record), {}, {}, 1});
+            windows_.emplace(std::move(id), KWinWindow{std::move(record), {}, {}, 1, {}});
         }
         return;
     }

@@ -6,6 +6,7 @@
 
 #include "geometry/Point.h"
 #include "geometry/Rect.h"
+#include "geometry/Size.h"
 #include "platform/windows/WindowKind.h"
 #include "windows/AccessibilityPlatform.h"
 
@@ -35,12 +36,21 @@ struct KWinWrittenFrame {
     Rect became;  ///< As KWin had it then.
 };
 
+/// A size that a program was asked for and gave no answer to.
+struct KWinUnmetSize {
+    Size size;
+    std::uint64_t frames = 0;  ///< Of the window at that time; it has answered when there are more.
+
+    bool operator==(const KWinUnmetSize&) const = default;
+};
+
 /// A window of the mirror.
 struct KWinWindow {
     KWinWindowRecord record;
     std::optional<KWinWrittenFrame> written;
     std::optional<double> timeout;  ///< Of a write, seconds; absent: the longest.
     std::uint64_t frames = 0;       ///< Counts the frames that it was told to have.
+    std::optional<KWinUnmetSize> unmet;
 };
 
 }  // namespace lumatile

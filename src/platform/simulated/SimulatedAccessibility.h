@@ -41,6 +41,8 @@ public:
                const AttributeValue& value) override;
     void beginJoinedWrites(const Element& element) override { joinedElement_ = element; }
     void endJoinedWrites() override { joinedElement_.reset(); }
+    void beginWriteBatch() override { isBatching_ = true; }
+    void endWriteBatch() override { isBatching_ = false; }
     std::optional<bool> isSettable(const Element& element, std::string_view attribute) override;
     std::optional<Pid> pid(const Element& element) override;
     void setMessagingTimeout(const Element& element, double seconds) override;
@@ -59,6 +61,9 @@ public:
     /// The element whose writes belong together for now; empty when there is none. They are carried
     /// out one by one all the same.
     const Element& joinedElement() const { return joinedElement_; }
+
+    /// Whether writes may be put off for now. None is.
+    bool isBatching() const { return isBatching_; }
 
     /// How often the program asked whether it is trusted.
     std::size_t trustQuestions() const { return trustQuestions_; }
@@ -104,6 +109,7 @@ private:
     SimulatedWindowManager& windowManager_;
     SimulatedTraffic& traffic_;
     Element joinedElement_;
+    bool isBatching_ = false;
     std::size_t promptsShown_ = 0;
     std::size_t trustQuestions_ = 0;
     bool isTrusted_ = true;

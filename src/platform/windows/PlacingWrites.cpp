@@ -1,5 +1,6 @@
 #include "platform/windows/PlacingWrites.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/windows/RoundedEdges.h"
@@ -9,19 +10,31 @@ namespace lumatile {
 
 void PlacingWrites::begin(const Element& window) {
     end();
-    joined_ = Joined{window, {}};
+    joined_ = window;
 }
 
 void PlacingWrites::end() {
-    carryOut();
+    if (!isBatch_) {
+        carryOut();
+    }
     joined_.reset();
 }
 
+void PlacingWrites::endBatch() {
+    isBatch_ = false;
+    carryOut();
+}
+
 void PlacingWrites::carryOut() {
-    if (joined_ && !joined_->wish.isEmpty()) {
-        // Copies: placing may turn over a connection, and whoever is called meanwhile may end it.
-        const Element window = joined_->window;
-        place_(window, std::exchange(joined_->wish, {}));
+    // Placing may turn over a connection, and whoever is called meanwhile may come back here.
+    if (const auto placements = std::exchange(putOff_, {}); !placements.empty()) {
+        place_(placements);
+    }
+}
+
+void PlacingWrites::carryOut(const Element& window) {
+    if (find(window) != putOff_.end()) {
+        carryOut();
     }
 }
 
@@ -31,12 +44,26 @@ bool PlacingWrites::write(const Element& window, std::string_view attribute,
     if (wish.isEmpty()) {
         return false;
     }
-    if (joined_ && window->equals(*joined_->window)) {
-        joined_->wish = joined_->wish.followedBy(wish);
-        return true;
+    if (!isBatch_ && !isJoined(window)) {
+        carryOut();
+        return place_({{window, wish}});
     }
-    carryOut();
-    return place_(window, wish);
+    if (const auto found = find(window); found != putOff_.end()) {
+        found->wish = found->wish.followedBy(wish);
+    } else {
+        putOff_.push_back({window, wish});
+    }
+    return true;
+}
+
+std::vector<PlacingWrites::Placement>::iterator PlacingWrites::find(const Element& window) {
+    return std::find_if(putOff_.begin(), putOff_.end(), [&window](const Placement& placement) {
+        return placement.window->equals(*window);
+    });
+}
+
+bool PlacingWrites::isJoined(const Element& window) const {
+    return joined_ && joined_->equals(*window);
 }
 
 PlacingWish PlacingWrites::wishFor(std::string_view attribute, const AttributeValue& value) const {

@@ -42,8 +42,12 @@ X11AccessibilityPlatform::X11AccessibilityPlatform(X11Connection& connection, X1
       mirror_(mirror),
       writer_(connection, monitors, mirror, longestTimeout),
       writes_(X11PixelRect::coordinateLimit,
-              [this](const Element& element, const PlacingWish& wish) {
-                  return carryOut(*known(element), wish);
+              [this](const std::vector<PlacingWrites::Placement>& placements) {
+                  bool areAllThere = true;
+                  for (const auto& [element, wish] : placements) {
+                      areAllThere = carryOut(*known(element), wish) && areAllThere;
+                  }
+                  return areAllThere;
               }) {}
 
 bool X11AccessibilityPlatform::isTrusted(bool /*prompt*/) {

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <vector>
@@ -223,6 +224,26 @@ TEST_F(KWinChannelTest, ordersGoOutWithTheAnswerToTheQuestion) {
                             R"(,"result":"placed"}])");
     ASSERT_TRUE(serve([&] { return channel->resultOf(number).has_value(); }));
     EXPECT_EQ(channel->resultOf(number), KWinDone::Result::placed);
+}
+
+TEST_F(KWinChannelTest, manyOrdersGoOutAFewAtATime) {
+    // KWin carries out in one go what it is given at once, and draws nothing meanwhile.
+    loadAndGreet();
+    for (int order = 0; order < 40; ++order) {
+        channel->give(KWinPlaceOrder{"a", 1.0 * order, 2, {}, {}});
+    }
+    std::vector<std::size_t> sizes;
+    std::size_t next = 0;
+    while (next < 40) {
+        ASSERT_TRUE(serve([&] { return script->orders.size() > sizes.size(); }));
+        const auto orders = nlohmann::json::parse(script->orders.back());
+        sizes.push_back(orders.size());
+        for (const auto& order : orders) {
+            EXPECT_EQ(order.at("x"), next++);
+        }
+        script->say("Next", "[]");
+    }
+    EXPECT_EQ(sizes, (std::vector<std::size_t>{1, 16, 16, 7})) << "the first waits for none";
 }
 
 TEST_F(KWinChannelTest, aQuestionIsAnsweredBeforeItGrowsOld) {

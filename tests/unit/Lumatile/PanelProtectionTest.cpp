@@ -195,6 +195,33 @@ TEST(PanelProtection, theSeamOfTwoHalvesMovesWithTheHour) {
         << "an hour's seam is seldom another's";
 }
 
+TEST(PanelProtection, theWritesOfAStepAndOfTheWayHomeMayGoTogether) {
+    DesktopUnderProtection desk;
+    desk.open(desk.editor, opened);
+    desk.advance(0.1);
+    const auto isTogether = [&](const std::function<void()>& move) {
+        bool isBatch = false;
+        desk.traffic.before(AccessKind::write, "AXPosition", 1,
+                            [&] { isBatch = desk.accessibility.isBatching(); });
+        move();
+        EXPECT_EQ(desk.traffic.openOrders(), 0U) << "nothing was written";
+        return isBatch;
+    };
+    const auto step = [&] { desk.advance(5); };
+    EXPECT_TRUE(isTogether(step));
+    EXPECT_FALSE(desk.accessibility.isBatching());
+    EXPECT_TRUE(isTogether([&] {
+        OLEDSettings settings = desk.conductor->oledSettings();
+        settings.orbitEnabled = false;
+        desk.conductor->changeOLEDSettings(settings);
+        settings.orbitEnabled = true;
+        desk.conductor->changeOLEDSettings(settings);
+    }));
+    EXPECT_TRUE(isTogether(step));
+    EXPECT_TRUE(isTogether([&] { desk.conductor->stopFeatures(); }));
+    EXPECT_FALSE(desk.accessibility.isBatching());
+}
+
 // --- Start and stop ---
 
 TEST(PanelProtection, stopBringsWindowsHomeAndStartWalksAnew) {

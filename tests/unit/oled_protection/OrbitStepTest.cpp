@@ -51,6 +51,26 @@ TEST(OrbitStep, allWindowsShareTheOffset) {
     EXPECT_EQ(c->current, (Rect{-51, 698, 30, 20}));
 }
 
+TEST(OrbitStep, everyWindowIsWrittenBeforeAnyIsReadBack) {
+    // Where an answer takes a while, it is waited for once.
+    OrbitScheduler orbit;
+    std::string asked;
+    std::vector<std::shared_ptr<WindowControlling>> windows;
+    for (int id = 0; id < 3; ++id) {
+        const auto window = makeWindow({100.0 * id, 100, 300, 200}, id);
+        window->onRead = [&asked] { asked += 'r'; };
+        window->onWrite = [&asked] { asked += 'w'; };
+        windows.push_back(window);
+    }
+    orbit.sync(windows);
+    asked.clear();
+    orbit.step(1);
+    EXPECT_EQ(asked, "rwrwrwrrr");
+    asked.clear();
+    orbit.restoreHomes();
+    EXPECT_EQ(asked, "rwrwrwrrr");
+}
+
 TEST(OrbitStep, recordsTheShift) {
     OrbitScheduler orbit;
     orbit.sync({makeWindow()});

@@ -70,7 +70,7 @@ const longestSilence = 20000;
 // A window that is to come in front and has not come by then has been given up.
 const longestComing = 3000;
 
-const known = new Map();  // Of windows, by id: the last report as text, what is connected.
+const known = new Map();  // Of windows, by id: the window, the last report as text.
 const events = [];        // That the program has not been told yet.
 let isBatching = false;
 let isAsking = false;
@@ -311,7 +311,7 @@ function watch(window) {
     if (known.has(id)) {
         return;
     }
-    known.set(id, {text: ""});
+    known.set(id, {window: window, text: ""});
     const changed = () => tellWindow(window);
     const connect = (signal, work) => {
         if (signal) {
@@ -367,7 +367,8 @@ function forget(window) {
 }
 
 function find(id) {
-    return desk.windows().find((window) => idOf(window) === id && !window.deleted);
+    const entry = known.get(id);
+    return entry !== undefined && !entry.window.deleted ? entry.window : undefined;
 }
 
 // A program that grows in steps, as terminals do, takes whole ones by itself where it was given

@@ -128,6 +128,20 @@ std::vector<std::string> OverheardOrders::otherThanMoves(const std::string& id) 
     return result;
 }
 
+std::size_t OverheardOrders::messages() {
+    catchUp();
+    std::size_t count = 0;
+    for (const std::string& text : texts()) {
+        const Json orders = Json::parse(text, nullptr, false);
+        if (orders.is_array() && std::any_of(orders.begin(), orders.end(), [](const Json& order) {
+                return order.is_object() && order.contains("id");
+            })) {
+            ++count;
+        }
+    }
+    return count;
+}
+
 void OverheardOrders::forget() {
     catchUp();
     const std::scoped_lock lock(mutex_);

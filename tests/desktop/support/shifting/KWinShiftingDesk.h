@@ -25,6 +25,7 @@ public:
     ~KWinShiftingDesk() override { letGo(); }
 
     KWinDesktop& desktop() { return desktop_; }
+    OverheardOrders& orders() { return orders_; }
 
     ApplicationConductor& conductor() override { return application_->conductor(); }
     SimulatedInput& input() override { return application_->input(); }

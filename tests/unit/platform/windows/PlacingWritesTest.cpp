@@ -32,8 +32,12 @@ protected:
 
     std::vector<Placed> placed;
     bool takes = true;
-    PlacingWrites writes{farthest, [this](const Element& window, const PlacingWish& wish) {
-                             placed.push_back({numberOf(window), wish});
+    std::vector<std::size_t> together;  // How many windows went at once.
+    PlacingWrites writes{farthest, [this](const std::vector<PlacingWrites::Placement>& placements) {
+                             together.push_back(placements.size());
+                             for (const auto& [window, wish] : placements) {
+                                 placed.push_back({numberOf(window), wish});
+                             }
                              return takes;
                          }};
 };
@@ -90,6 +94,50 @@ TEST_F(PlacingWritesTest, endingWithoutAWriteAsksForNothing) {
     EXPECT_TRUE(placed.empty());
 }
 
+TEST_F(PlacingWritesTest, theWritesOfABatchGoTogetherEachWindowOnce) {
+    writes.beginBatch();
+    EXPECT_TRUE(writePosition(1, {5, 6}));
+    EXPECT_TRUE(writePosition(2, {7, 8}));
+    writes.begin(NumberedElement::of(3));
+    EXPECT_TRUE(writePosition(3, {1, 1}));
+    EXPECT_TRUE(writeSize(3, {50, 60}));
+    EXPECT_TRUE(writePosition(3, {2, 2}));
+    writes.end();
+    EXPECT_TRUE(writePosition(1, {9, 9}));
+    EXPECT_TRUE(placed.empty());
+    writes.endBatch();
+    EXPECT_EQ(together, (std::vector<std::size_t>{3}));
+    ASSERT_EQ(placed.size(), 3U);
+    EXPECT_EQ(placed[0].window, 1);
+    EXPECT_EQ(placed[0].wish.position, (Point{9, 9}));
+    EXPECT_EQ(placed[1].window, 2);
+    EXPECT_EQ(placed[2].wish.position, (Point{2, 2}));
+    EXPECT_EQ(placed[2].wish.size, (Size{50, 60}));
+    writePosition(1, {5, 6});
+    EXPECT_EQ(together.size(), 2U) << "after the batch each is placed at once";
+}
+
+TEST_F(PlacingWritesTest, aLookAtAWindowWaitsForABatchThatHoldsIt) {
+    writes.beginBatch();
+    writePosition(1, {5, 6});
+    writePosition(2, {7, 8});
+    writes.carryOut(NumberedElement::of(3));
+    EXPECT_TRUE(placed.empty()) << "nothing was put off for that window";
+    writes.carryOut(NumberedElement::of(2));
+    EXPECT_EQ(together, (std::vector<std::size_t>{2}));
+    writePosition(2, {9, 9});
+    EXPECT_EQ(placed.size(), 2U) << "the batch goes on";
+    writes.endBatch();
+    EXPECT_EQ(together, (std::vector<std::size_t>{2, 1}));
+}
+
+TEST_F(PlacingWritesTest, aBatchWithoutAWriteAsksForNothing) {
+    writes.beginBatch();
+    EXPECT_FALSE(writePosition(1, {farthest + 1, 0})) << "told at once";
+    writes.endBatch();
+    EXPECT_TRUE(together.empty());
+}
+
 TEST_F(PlacingWritesTest, refusesOtherAttributesAndOtherValues) {
     const Element window = NumberedElement::of(1);
     EXPECT_FALSE(writes.write(window, AttributeName::minimized, AttributeValue(true)));
@@ -110,10 +158,11 @@ TEST_F(PlacingWritesTest, refusesNumbersThatNobodyCouldBeAskedFor) {
 TEST(PlacingWrites, whoeverEndsThemWhileTheyArePlacedEndsThemOnce) {
     int calls = 0;
     PlacingWrites* all = nullptr;
-    PlacingWrites writes{farthest, [&](const Element& window, const PlacingWish&) {
+    PlacingWrites writes{farthest, [&](const std::vector<PlacingWrites::Placement>& placements) {
                              ++calls;
                              all->end();
-                             return numberOf(window) == 1;
+                             all->endBatch();
+                             return placements.size() == 1;
                          }};
     all = &writes;
     writes.begin(NumberedElement::of(1));
