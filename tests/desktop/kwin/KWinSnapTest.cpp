@@ -62,7 +62,9 @@ TEST(KWinSnap, aMaximizedATiledAndAFullScreenWindow) {
     ASSERT_TRUE(waitInSession([&] { return window->state().maximizedVertically; }));
     desk.press("left");
     EXPECT_TRUE(reaches(*window, leftHalf));
-    EXPECT_FALSE(window->state().maximizedHorizontally || window->state().maximizedVertically);
+    EXPECT_TRUE(waitInSession([&] {
+        return !window->state().maximizedHorizontally && !window->state().maximizedVertically;
+    })) << window->state();
 
     desk.probe().shortcut("slotWindowQuickTileRight");
     ASSERT_TRUE(waitInSession([&] { return window->state().tiled; })) << window->state();
