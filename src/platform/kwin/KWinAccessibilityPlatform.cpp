@@ -222,7 +222,7 @@ std::optional<bool> KWinAccessibilityPlatform::isSettable(const Element& element
         return std::nullopt;
     }
     const KWinWindowRecord& record = window->record;
-    const bool isFree = !record.isMaximized && !record.isFullScreen;
+    const bool isFree = !record.isMaximized && !record.isFullScreen && !record.isShaded;
     return (attribute == AttributeName::position && record.isMovable && isFree) ||
            (attribute == AttributeName::size && record.isResizable && isFree);
 }

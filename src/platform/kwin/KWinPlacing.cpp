@@ -13,7 +13,8 @@ Rect KWinPlacing::frameOf(const KWinWindow& window) {
 std::optional<KWinPlacing> KWinPlacing::plan(const KWinWindow& window, const PlacingWish& wish,
                                              const Point& origin) {
     const KWinWindowRecord& record = window.record;
-    if (record.isFullScreen || !record.isMovable || wish.isEmpty()) {
+    if (record.isFullScreen || !record.isMovable || (record.isShaded && !wish.size) ||
+        wish.isEmpty()) {
         return std::nullopt;
     }
     KWinPlacing placing;
@@ -41,7 +42,8 @@ std::optional<KWinPlacing> KWinPlacing::plan(const KWinWindow& window, const Pla
         }
         placing.target = {*left, *top, record.frame.width, record.frame.height};
     }
-    placing.isSo = record.frame == placing.target && !record.isMaximized && !record.isTiled;
+    placing.isSo = record.frame == placing.target && !record.isMaximized && !record.isTiled &&
+                   !record.isShaded;
     return placing;
 }
 

@@ -23,7 +23,8 @@ struct KWinPlacing {
     static Rect frameOf(const KWinWindow& window);
 
     /// @param origin of the accessibility space in KWin's
-    /// @return nothing when it cannot be asked for: full screen, not movable, no number, out of
+    /// @return nothing when it cannot be asked for: full screen, not movable, rolled up and
+    ///         to be moved only, no number, out of
     ///         reach, narrower than a pixel
     static std::optional<KWinPlacing> plan(const KWinWindow& window, const PlacingWish& wish,
                                            const Point& origin);

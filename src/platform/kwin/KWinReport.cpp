@@ -113,11 +113,12 @@ std::optional<KWinWindowRecord> windowIn(const json& value) {
     const auto fullScreen = flag(value, "isFullScreen");
     const auto maximized = flag(value, "isMaximized");
     const auto tiled = flag(value, "isTiled");
+    const auto shaded = flag(value, "isShaded");
     const auto elsewhere = flag(value, "isElsewhere");
     const auto movable = flag(value, "isMovable");
     const auto resizable = flag(value, "isResizable");
     if (!id || !pid || !frame || !kind || !minimized || !fullScreen || !maximized || !tiled ||
-        !elsewhere || !movable || !resizable) {
+        !shaded || !elsewhere || !movable || !resizable) {
         return std::nullopt;
     }
     // A name that is too long is none.
@@ -131,7 +132,8 @@ std::optional<KWinWindowRecord> windowIn(const json& value) {
     return KWinWindowRecord{*std::move(id), *pid,       std::move(application),
                             *kind,          *frame,     *minimized,
                             *fullScreen,    *maximized, *tiled,
-                            *elsewhere,     *movable,   *resizable};
+                            *shaded,        *elsewhere, *movable,
+                            *resizable};
 }
 
 std::optional<KWinScreen> screenIn(const json& value) {

@@ -23,6 +23,7 @@ struct KWinWindowRecord {
     bool isFullScreen = false;
     bool isMaximized = false;  ///< On one axis or both.
     bool isTiled = false;
+    bool isShaded = false;     ///< Rolled up to its title bar.
     bool isElsewhere = false;  ///< On a virtual desktop or an activity that is not shown.
     bool isMovable = false;
     bool isResizable = false;

@@ -42,8 +42,8 @@ constexpr const char* everything =
     R"("area":{"x":0,"y":0,"width":1920,"height":1040}}],"borders":{"tiling":true,"maximize":true},)"
     R"("windows":[{"id":"a","pid":77,"application":"editor","class":"","kind":"normal",)"
     R"("frame":{"x":10,"y":20,"width":300,"height":200},"isMinimized":false,"isFullScreen":false,)"
-    R"("isMaximized":false,"isTiled":false,"isElsewhere":false,"isMovable":true,)"
-    R"("isResizable":true}]}])";
+    R"("isMaximized":false,"isTiled":false,"isShaded":false,"isElsewhere":false,)"
+    R"("isMovable":true,"isResizable":true}]}])";
 
 /// Somebody on the bus who calls the program's object.
 class Caller {

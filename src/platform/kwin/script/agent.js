@@ -148,8 +148,8 @@ function recordOf(window) {
         isMaximized: isMaximized(window),
         isTiled: Boolean(window.tile),
         isElsewhere: !desk.isHere(window),
-        // Rolled up to its title bar it stays where it is.
-        isMovable: Boolean(window.moveable) && !window.shade,
+        isShaded: Boolean(window.shade),
+        isMovable: Boolean(window.moveable),
         isResizable: Boolean(window.resizeable),
     };
 }
@@ -382,8 +382,12 @@ function place(order) {
     if (window === undefined) {
         return "gone";
     }
-    if (window.fullScreen || !window.moveable || window.shade) {
+    // Rolled up to its title bar it is not moved, but one that gets a size is rolled down.
+    if (window.fullScreen || !window.moveable || (window.shade && order.width === undefined)) {
         return "refused";
+    }
+    if (window.shade) {
+        window.shade = false;
     }
     if (isMaximized(window)) {
         window.setMaximize(false, false);

@@ -223,13 +223,17 @@ TEST_P(AgentScript, givesAWindowThatGrowsInStepsWholeOnes) {
     EXPECT_EQ(frameOf("w"), R"({"x":30,"y":40,"width":796,"height":198})");
 }
 
-TEST_P(AgentScript, leavesAWindowThatIsRolledUpToItsTitleBar) {
+TEST_P(AgentScript, movesNoWindowThatIsRolledUpToItsTitleBarAndRollsItDownForASize) {
     run("var w = user.opens({shade: true});");
     load();
-    EXPECT_FALSE(heardOf<KWinEverything>().at(0).windows.at(0).isMovable);
-    give({{1, KWinPlaceOrder{first, 10, 20, 800, 600}}});
+    EXPECT_TRUE(heardOf<KWinEverything>().at(0).windows.at(0).isShaded);
+    give({{1, KWinPlaceOrder{first, 10, 20, std::nullopt, std::nullopt}}});
     EXPECT_EQ(heardOf<KWinDone>().at(0).result, KWinDone::Result::refused);
     EXPECT_EQ(frameOf("w"), R"({"x":100,"y":100,"width":400,"height":300})");
+    give({{2, KWinPlaceOrder{first, 10, 20, 800, 600}}});
+    EXPECT_EQ(heardOf<KWinDone>().at(0).result, KWinDone::Result::placed);
+    EXPECT_EQ(frameOf("w"), R"({"x":10,"y":20,"width":800,"height":600})");
+    EXPECT_EQ(run("String(w.shade)"), "false");
 }
 
 TEST_P(AgentScript, takesAWindowThatBelongsToAnotherForADialogUnlessXSaysWhatItIs) {

@@ -58,10 +58,14 @@ TEST(KWinPlacing, whatCannotBeAskedForIsNotAskedFor) {
     fullScreen.record.isFullScreen = true;
     KWinWindow fixed = window();
     fixed.record.isMovable = false;
+    KWinWindow shaded = window();
+    shaded.record.isShaded = true;
     const PlacingWish wish{Point{1, 2}, Size{30, 40}};
     EXPECT_TRUE(KWinPlacing::plan(window(), wish, {}));
     EXPECT_FALSE(KWinPlacing::plan(fullScreen, wish, {}));
     EXPECT_FALSE(KWinPlacing::plan(fixed, wish, {}));
+    EXPECT_TRUE(KWinPlacing::plan(shaded, wish, {})) << "it is rolled down";
+    EXPECT_FALSE(KWinPlacing::plan(shaded, {Point{1, 2}, std::nullopt}, {}));
     EXPECT_FALSE(KWinPlacing::plan(window(), {}, {}));
     constexpr double none = std::numeric_limits<double>::quiet_NaN();
     EXPECT_FALSE(KWinPlacing::plan(window(), {Point{none, 2}, std::nullopt}, {}));
@@ -79,6 +83,9 @@ TEST(KWinPlacing, nothingIsLeftToAskWhereTheWindowIsThere) {
     KWinWindow tiled = window();
     tiled.record.isTiled = true;
     EXPECT_FALSE(KWinPlacing::plan(tiled, wish, {})->isSo);
+    KWinWindow shaded = window();
+    shaded.record.isShaded = true;
+    EXPECT_FALSE(KWinPlacing::plan(shaded, wish, {})->isSo);
 }
 
 TEST(KWinPlacing, readsTheUnroundedFrameAsLongAsTheWindowIsWhatItBecame) {

@@ -11,8 +11,8 @@ std::string windowText(const std::string& member = "", const std::string& value 
     std::string text =
         R"({"event":"window","window":{"id":"a1","pid":12,"application":"","class":"xterm",)"
         R"("kind":"normal","frame":{"x":1.5,"y":-2,"width":30,"height":40},"isMinimized":false,)"
-        R"("isFullScreen":false,"isMaximized":false,"isTiled":false,"isElsewhere":false,)"
-        R"("isMovable":true,"isResizable":true}})";
+        R"("isFullScreen":false,"isMaximized":false,"isTiled":false,"isShaded":false,)"
+        R"("isElsewhere":false,"isMovable":true,"isResizable":true}})";
     if (!member.empty()) {
         const auto key = text.find("\"" + member + "\":");
         const auto begin = key + member.size() + 3;
@@ -52,7 +52,7 @@ TEST(KWinReport, leavesOutAWindowWithAnythingOfTheWrongType) {
           std::pair("frame", R"({"x":1e9,"y":2,"width":3,"height":4})"),
           std::pair("frame", R"({"x":"1","y":2,"width":3,"height":4})"),
           std::pair("frame", R"({"y":2,"width":3,"height":4})"), std::pair("isMinimized", "0"),
-          std::pair("isMovable", "\"true\"")}) {
+          std::pair("isShaded", "1"), std::pair("isMovable", "\"true\"")}) {
         EXPECT_EQ(count(windowText(member, value)), 0U) << member << " " << value;
     }
 }
