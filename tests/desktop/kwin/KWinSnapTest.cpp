@@ -7,7 +7,6 @@
 
 #include "tests/desktop/kwin/PlasmaDesk.h"
 #include "tests/desktop/support/KeyPosition.h"
-#include "tests/desktop/support/kwin/ProbedWindow.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -51,52 +50,6 @@ TEST(KWinSnap, theFrontWindowTakesTheLeftHalf) {
         desk.press("restore");
         EXPECT_TRUE(reaches(*window, leftHalf));
     }
-    EXPECT_EQ(desk.endProgram(), "");
-}
-
-TEST(KWinSnap, aMaximizedATiledAndAFullScreenWindow) {
-    PlasmaDesk desk;
-    const auto window = desk.desktop().openWindow(of(qt));
-    window->place(usual);
-    desk.probe().maximize(window->id(), true, true);
-    ASSERT_TRUE(waitInSession([&] { return window->state().maximizedVertically; }));
-    desk.press("left");
-    EXPECT_TRUE(reaches(*window, leftHalf));
-    EXPECT_TRUE(waitInSession([&] {
-        return !window->state().maximizedHorizontally && !window->state().maximizedVertically;
-    })) << window->state();
-
-    desk.probe().shortcut("slotWindowQuickTileRight");
-    ASSERT_TRUE(waitInSession([&] { return window->state().tiled; })) << window->state();
-    desk.press("left");
-    EXPECT_TRUE(reaches(*window, leftHalf));
-    EXPECT_FALSE(window->state().tiled);
-
-    desk.probe().fullScreen(window->id(), true);
-    ASSERT_TRUE(waitInSession([&] { return window->state().fullScreen; }));
-    desk.probe().forgetFrames();
-    desk.press("left");
-    // A window that comes afterwards has been snapped: the press before was dealt with.
-    const auto other = desk.desktop().openWindow(of(qt));
-    desk.press("right");
-    EXPECT_TRUE(reaches(*other, rightHalf));
-    EXPECT_TRUE(window->state().fullScreen);
-    EXPECT_LE(desk.probe().framesOf(window->id()).size(), 1U);
-}
-
-TEST(KWinSnap, aProgramThatDoesNotSayWhichProcessItIs) {
-    PlasmaDesk desk;
-    ChildProcess process = desk.desktop().session().start({"xlogo"}, "xlogo");
-    const auto shown = [&] {
-        return desk.probe().find(
-            [](const WindowState& state) { return state.windowClass == "xlogo"; });
-    };
-    ASSERT_TRUE(waitInSession([&] { return shown().has_value(); }));
-    EXPECT_LE(shown()->pid, 0);
-    const ProbedWindow logo(desk.probe(), shown()->id);
-    logo.activate();
-    desk.press("left");
-    EXPECT_TRUE(waitInSession([&] { return logo.frame() == leftHalf; })) << logo.state();
     EXPECT_EQ(desk.endProgram(), "");
 }
 

@@ -7,7 +7,7 @@
 #include <ostream>
 
 #include "tests/desktop/support/KeyPosition.h"
-#include "tests/desktop/support/session/SessionKinds.h"
+#include "tests/desktop/support/session/SharedDesk.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -64,17 +64,13 @@ public:
     void movesToTheNeighbouringDisplayAndBack();
 
 protected:
-    static void TearDownTestSuite() { drop(); }
+    static void TearDownTestSuite() { shared.drop(); }
 
     void SetUp() override {
-        if (!shared || sharedFor != std::pair(GetParam().session, GetParam().arrangement)) {
-            drop();
-            SessionDesk::Setup setup;
-            setup.layout = arrangement().layout;
-            setup.panel = arrangement().panel;
-            shared = GetParam().session->start(setup);
-            sharedFor = {GetParam().session, GetParam().arrangement};
-        }
+        SessionDesk::Setup setup;
+        setup.layout = arrangement().layout;
+        setup.panel = arrangement().panel;
+        desk_ = &shared.of(*GetParam().session, arrangement().name, setup);
         const PixelRect screen = desk().expected().visible(monitor());
         window_ = desk().open(GetParam().windowKind, {screen.x + 200, screen.y + 150, 640, 400});
         window_->place(free());
@@ -83,18 +79,11 @@ protected:
     void TearDown() override {
         window_.reset();
         if (HasFailure()) {
-            drop();  // The next case shall not suffer from this one.
+            shared.drop();
         }
     }
 
-    static void drop() {
-        if (shared) {
-            EXPECT_EQ(shared->endProgram(), "");
-            shared.reset();
-        }
-    }
-
-    SessionDesk& desk() { return *shared; }
+    SessionDesk& desk() { return *desk_; }
     SessionWindow& window() { return *window_; }
     const Arrangement& arrangement() { return *GetParam().arrangement; }
     std::size_t monitor() { return arrangement().monitor; }
@@ -131,9 +120,9 @@ protected:
     }
 
 private:
-    static inline std::unique_ptr<SessionDesk> shared;
-    static inline std::pair<const SessionKind*, const Arrangement*> sharedFor;
+    static inline SharedDesk shared;
 
+    SessionDesk* desk_ = nullptr;
     std::unique_ptr<SessionWindow> window_;
     int presses_ = 0;
 };

@@ -1,121 +1,128 @@
-// Windows that are not simply standing there when a shortcut is pressed.
+// Windows that are not simply standing there when a shortcut is pressed, on every session.
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
 
-#include <algorithm>
 #include <memory>
 
-#include "tests/desktop/support/SnapDesktop.h"
+#include "tests/desktop/support/session/SharedDesk.h"
 
 namespace lumatile::desktop {
 namespace {
 
-using Kind = TestWindow::Kind;
+constexpr PixelRect usual{200, 180, 600, 450};
 
-const std::string vertically = "_NET_WM_STATE_MAXIMIZED_VERT";
-const std::string horizontally = "_NET_WM_STATE_MAXIMIZED_HORZ";
-const std::vector<std::string> maximized{vertically, horizontally};
-const std::string shaded = "_NET_WM_STATE_SHADED";
-const std::string fullScreen = "_NET_WM_STATE_FULLSCREEN";
-
-class WindowStates : public OnEveryWindowManager {
+class WindowStates : public OnSharedSession {
 protected:
-    void SetUp() override {
-        SnapDesktop::Setup setup;
-        setup.windowManager = GetParam();
-        desktop_ = std::make_unique<SnapDesktop>(setup);
-    }
-
-    void TearDown() override { EXPECT_EQ(desktop_->endProgram(), ""); }
-
-    std::unique_ptr<TestWindow> open(Kind kind) {
-        TestWindow::Options options;
-        options.kind = kind;
-        auto window = desktop_->desktop().openWindow(options);
-        window->place({200, 180, 600, 450});
+    std::unique_ptr<SessionWindow> open(const std::string& kind) {
+        auto window = desk().open(kind, usual);
+        window->place(usual);
         return window;
     }
+    std::unique_ptr<SessionWindow> open() { return open(GetParam().windowKinds.front()); }
 
     PixelRect target(std::string_view command) {
-        return desktop_->expected().area(defaultShortcut(command), 0);
+        return desk().expected().area(defaultShortcut(command), 0);
     }
 
     // The state is left first, and the place is exact although the frame changes on the way.
-    void expectSnapOutOf(const std::vector<std::string>& states) {
-        for (const Kind kind : {Kind::decorated, Kind::undecorated, Kind::clientSide}) {
+    void expectSnapOutOf(SpecialState state, SessionWindow& window, std::string_view command) {
+        SCOPED_TRACE(command);
+        window.place(usual);
+        window.enter(state);
+        desk().press(command);
+        // Maximized on both axes it fills the target already, and may stay.
+        const bool isThere = command == "maximize" && state == SpecialState::maximized;
+        ASSERT_TRUE(desk().waitUntil([&] {
+            return window.isAt(target(command)) && (isThere || !window.isIn(state));
+        })) << "the window became "
+            << window.frame() << " instead of " << target(command);
+        ASSERT_TRUE(desk().settle(window));
+        EXPECT_TRUE(window.isAt(target(command))) << window.frame();
+    }
+};
+
+TEST_P(WindowStates, aSnapTakesAWindowOutOfItsState) {
+    for (const std::string& kind : GetParam().windowKinds) {
+        SCOPED_TRACE(kind);
+        for (const SpecialState state : GetParam().leftStates) {
+            SCOPED_TRACE(testing::Message() << state);
+            // What it becomes by the last command it may keep.
+            const auto window = open(kind);
             for (const std::string_view command : {"leftThird", "bottomRight", "maximize"}) {
-                SCOPED_TRACE(std::string(command) + " of kind " +
-                             std::to_string(static_cast<int>(kind)));
-                const auto window = open(kind);
-                window->setState(states, true);
-                desktop_->press(command);
-                // Maximized on both axes it fills the target already, and stays.
-                const bool isThere = command == "maximize" && states == maximized;
-                ASSERT_TRUE(XClient::waitUntil([&] {
-                    return window->frame() == target(command) &&
-                           (isThere ||
-                            std::none_of(states.begin(), states.end(), [&](const auto& state) {
-                                return window->hasState(state);
-                            }));
-                })) << "the window became "
-                    << window->frame() << " instead of " << target(command);
-                ASSERT_TRUE(desktop_->settle(*window));
-                EXPECT_EQ(window->frame(), target(command));
+                ASSERT_NO_FATAL_FAILURE(expectSnapOutOf(state, *window, command));
             }
         }
     }
-
-    std::unique_ptr<SnapDesktop> desktop_;
-};
-
-TEST_P(WindowStates, aMaximizedWindowSnaps) { expectSnapOutOf(maximized); }
-
-TEST_P(WindowStates, aWindowMaximizedOnOneAxisSnaps) {
-    expectSnapOutOf({vertically});
-    expectSnapOutOf({horizontally});
 }
 
-TEST_P(WindowStates, aShadedWindowSnaps) {
-    const auto window = open(Kind::decorated);
-    window->setState({shaded}, true);
-    desktop_->press("leftThird");
-    ASSERT_TRUE(reaches(*window, target("leftThird")));
-    EXPECT_TRUE(XClient::waitUntil([&] { return !window->hasState(shaded); }));
+TEST_P(WindowStates, aRolledUpWindowSnaps) {
+    for (const std::string& kind : GetParam().rolledUpKinds) {
+        SCOPED_TRACE(kind);
+        const auto window = open(kind);
+        window->enter(SpecialState::shaded);
+        desk().press("leftThird");
+        ASSERT_TRUE(desk().reaches(*window, target("leftThird")));
+        EXPECT_TRUE(desk().waitUntil([&] { return !window->isIn(SpecialState::shaded); }));
+    }
 }
 
 TEST_P(WindowStates, aFullScreenWindowIsNeverMoved) {
-    const auto window = open(Kind::decorated);
-    window->setState({fullScreen}, true);
     const PixelRect screen{0, 0, 1920, 1080};
-    ASSERT_TRUE(XClient::waitUntil([&] { return window->client() == screen; }));
-    desktop_->observer().forget();
-    desktop_->press("leftThird");
-    desktop_->press("nextDisplay");
-    ASSERT_TRUE(desktop_->settle(*window));
-    EXPECT_TRUE(window->hasState(fullScreen));
-    EXPECT_TRUE(XClient::waitUntil([&] { return window->client() == screen; }));
-    EXPECT_EQ(desktop_->observer().messages(window->id(), "_NET_MOVERESIZE_WINDOW").size(), 0U);
-    EXPECT_EQ(desktop_->observer().messages(window->id(), "_NET_WM_STATE").size(), 0U);
+    for (const std::string& kind : GetParam().windowKinds) {
+        SCOPED_TRACE(kind);
+        const auto window = open(kind);
+        window->enter(SpecialState::fullScreen);
+        ASSERT_TRUE(desk().reaches(*window, screen));
+        desk().forget();
+        desk().press("leftThird");
+        desk().press("center");
+        desk().press("nextDisplay");
+        ASSERT_TRUE(desk().settle(*window));
+        EXPECT_TRUE(window->isIn(SpecialState::fullScreen));
+        EXPECT_TRUE(desk().reaches(*window, screen));
+        EXPECT_EQ(window->timesAsked(), 0U);
+        EXPECT_THAT(window->otherThanPlaces(), testing::IsEmpty());
+    }
+}
+
+TEST_P(WindowStates, aMinimizedWindowIsLeftToItself) {
+    const auto other = open();
+    for (const std::string& kind : GetParam().windowKinds) {
+        SCOPED_TRACE(kind);
+        const auto window = open(kind);
+        window->enter(SpecialState::minimized);
+        other->activate();
+        other->place(usual);
+        desk().forget();
+        desk().press("leftThird");
+        ASSERT_TRUE(desk().reaches(*other, target("leftThird")));
+        ASSERT_TRUE(desk().settle(*other));
+        EXPECT_TRUE(window->isIn(SpecialState::minimized));
+        EXPECT_EQ(window->timesAsked(), 0U);
+        EXPECT_THAT(window->otherThanPlaces(), testing::IsEmpty());
+    }
 }
 
 TEST_P(WindowStates, aStoppedProgramsWindowSnapsAndDelaysNoOther) {
-    auto terminal = desktop_->desktop().openProgram({"xterm", "-e", "exec sleep 1000"}, "XTerm");
-    const auto frame = [&] {
-        return outerFrame(desktop_->observer(), terminal.window).value_or(PixelRect{});
-    };
-    terminal.process.signal(SIGSTOP);
-    desktop_->press("topRight");
-    EXPECT_TRUE(XClient::waitUntil([&] {
-        return frame().x == target("topRight").x && frame().y == target("topRight").y;
-    })) << frame();
-    const auto window = open(Kind::decorated);
-    desktop_->press("left");
-    EXPECT_TRUE(reaches(*window, target("left")));
-    terminal.process.signal(SIGCONT);
+    for (const SessionProgram& program : GetParam().programs) {
+        SCOPED_TRACE(program.name);
+        const RunningProgram stopped = desk().openProgram(program);
+        stopped.process.signal(SIGSTOP);
+        desk().press("topRight");
+        if (!program.drawsItsSize) {
+            EXPECT_TRUE(desk().reaches(*stopped.window, target("topRight")));
+        }
+        const auto window = open();
+        desk().press("left");
+        EXPECT_TRUE(desk().reaches(*window, target("left")));
+        stopped.process.signal(SIGCONT);
+        EXPECT_TRUE(desk().reaches(*stopped.window, target("topRight")));
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(Desktop, WindowStates, testing::ValuesIn(WindowManager::kinds), nameOf);
+INSTANTIATE_TEST_SUITE_P(Desktop, WindowStates, testing::ValuesIn(sessionKinds()), nameOfSession);
 
 }  // namespace
 }  // namespace lumatile::desktop

@@ -92,9 +92,10 @@ std::array<std::uint32_t, 12> TestDesktop::panelStrut(const PixelRect& panel) co
 }
 
 TestDesktop::Program TestDesktop::openProgram(const std::vector<std::string>& command,
-                                              const std::string& windowClass) {
+                                              const std::string& windowClass,
+                                              const Environment& further) {
     Program program;
-    program.process = session_.start(command, windowClass);
+    program.process = session_.start(command, windowClass, further);
     const bool shown = XClient::waitUntil(
         [&] {
             program.window = observer_.windowOfClass(windowClass);

@@ -54,7 +54,9 @@ public:
         xcb_window_t window = XCB_WINDOW_NONE;
     };
     /// @param windowClass WM_CLASS class of the window to wait for
-    Program openProgram(const std::vector<std::string>& command, const std::string& windowClass);
+    /// @param further variables beside the session's
+    Program openProgram(const std::vector<std::string>& command, const std::string& windowClass,
+                        const Environment& further = {});
 
 private:
     PixelRect panelArea(std::size_t monitor, int height) const;

@@ -150,9 +150,10 @@ std::vector<std::uint32_t> TestWindow::shadowNow() {
     if (kind_ != Kind::clientSide || !isKnown) {
         return {};
     }
-    // A maximized window casts none either.
+    // A window that fills the screen casts none either.
     const bool isWhole =
-        hasState("_NET_WM_STATE_MAXIMIZED_VERT") && hasState("_NET_WM_STATE_MAXIMIZED_HORZ");
+        hasState("_NET_WM_STATE_FULLSCREEN") ||
+        (hasState("_NET_WM_STATE_MAXIMIZED_VERT") && hasState("_NET_WM_STATE_MAXIMIZED_HORZ"));
     return isWhole ? std::vector<std::uint32_t>(4)
                    : std::vector<std::uint32_t>(shadow.begin(), shadow.end());
 }

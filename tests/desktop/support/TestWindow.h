@@ -51,6 +51,7 @@ public:
     ~TestWindow() override;
 
     xcb_window_t id() const { return window_; }
+    Kind kind() const { return kind_; }
 
     /// Shows it and waits until the window manager has taken it over.
     /// @throws DesktopError when it does not

@@ -142,6 +142,16 @@ std::size_t OverheardOrders::messages() {
     return count;
 }
 
+std::vector<std::string> OverheardOrders::otherThanPlacings(const std::string& id) {
+    std::vector<std::string> result;
+    for (const Json& order : ordersAbout(id)) {
+        if (order.value("do", "") != "place") {
+            result.push_back(order.dump());
+        }
+    }
+    return result;
+}
+
 void OverheardOrders::forget() {
     catchUp();
     const std::scoped_lock lock(mutex_);

@@ -40,6 +40,9 @@ public:
     /// size, as it went over the bus.
     std::vector<std::string> otherThanMoves(const std::string& id);
 
+    /// Everything else alone.
+    std::vector<std::string> otherThanPlacings(const std::string& id);
+
     /// In how many messages everything went since then that was asked about windows.
     std::size_t messages();
 

@@ -1,11 +1,12 @@
 #include "tests/desktop/support/session/KWinSessionDesk.h"
 
 #include <algorithm>
-#include <cmath>
+#include <cctype>
 #include <utility>
 
 #include "tests/desktop/support/DesktopError.h"
 #include "tests/desktop/support/kwin/SessionWait.h"
+#include "tests/desktop/support/session/KWinSessionWindow.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -18,45 +19,6 @@ Rect rectOf(const PixelRect& rect) {
     return {static_cast<double>(rect.x), static_cast<double>(rect.y),
             static_cast<double>(rect.width), static_cast<double>(rect.height)};
 }
-
-PixelRect pixelsOf(const Rect& rect) {
-    return {static_cast<int>(std::floor(rect.x)), static_cast<int>(std::floor(rect.y)),
-            static_cast<int>(std::floor(rect.width)), static_cast<int>(std::floor(rect.height))};
-}
-
-/// Any window of the desktop; its program lives as long as this.
-class KWinSessionWindow : public SessionWindow {
-public:
-    KWinSessionWindow(ProbedWindow window, OverheardOrders& orders)
-        : window_(std::move(window)), orders_(orders) {}
-
-    PixelRect frame() override { return pixelsOf(window_.frame()); }
-    bool isAt(const PixelRect& wanted) override { return window_.frame() == rectOf(wanted); }
-    void place(const PixelRect& wanted) override { window_.place(rectOf(wanted)); }
-    void activate() override { window_.activate(); }
-    bool isActive() override { return window_.state().active; }
-    std::optional<PixelRect> asked(const PixelRect& before) override {
-        const auto placings = orders_.placings(window_.id());
-        if (placings.empty()) {
-            return std::nullopt;
-        }
-        Rect asked = rectOf(before);
-        for (const OverheardOrders::Placing& placing : placings) {
-            asked = placing.appliedTo(asked);
-        }
-        return pixelsOf(asked);
-    }
-    std::size_t timesAsked() override { return orders_.placings(window_.id()).size(); }
-
-    void keep(std::unique_ptr<NativeWindow> program) { native_ = std::move(program); }
-    void keep(std::unique_ptr<TestWindow> window) { onX_ = std::move(window); }
-
-private:
-    ProbedWindow window_;
-    OverheardOrders& orders_;
-    std::unique_ptr<NativeWindow> native_;
-    std::unique_ptr<TestWindow> onX_;
-};
 
 KWinDesktop::Options optionsOf(const SessionDesk::Setup& setup) {
     const MonitorLayout& layout = setup.layout;
@@ -126,6 +88,29 @@ std::unique_ptr<SessionWindow> KWinSessionDesk::open(const std::string& kind,
         window->keep(std::move(native));
     }
     return window;
+}
+
+RunningProgram KWinSessionDesk::openProgram(const SessionProgram& program) {
+    KWinProbe& probe = desktop_.probe();
+    ChildProcess process =
+        desktop_.session().start(program.command, program.name, program.environment);
+    // Old programs do not say which process they are; classes are told in small letters.
+    std::string lowered = program.windowClass;
+    std::transform(lowered.begin(), lowered.end(), lowered.begin(),
+                   [](unsigned char letter) { return std::tolower(letter); });
+    const auto shown = [&] {
+        return probe.find([&](const WindowState& state) {
+            return state.pid == process.pid() || (state.pid <= 0 && state.windowClass == lowered);
+        });
+    };
+    if (!waitInSession([&] { return shown() || !process.isRunning(); }) || !shown()) {
+        throw DesktopError(program.name + " shows no window:\n" +
+                           desktop_.session().output(program.name));
+    }
+    auto window = std::make_unique<KWinSessionWindow>(ProbedWindow(probe, shown()->id), orders_);
+    window->heedStepsOf(program);
+    window->activate();
+    return {std::move(process), std::move(window)};
 }
 
 std::optional<WindowState> KWinSessionDesk::Highlight::seen() const {

@@ -20,7 +20,9 @@ public:
 
     const ExpectedFrame& expected() const override { return expected_; }
     LumatileProcess& program() override { return *program_; }
+    PrivateSession& session() override { return desktop_.session(); }
     std::unique_ptr<SessionWindow> open(const std::string& kind, const PixelRect& area) override;
+    RunningProgram openProgram(const SessionProgram& program) override;
     using SessionDesk::press;
     void press(const DefaultShortcut& shortcut) override;
     bool setLock(std::uint8_t lockKey, bool on) override;

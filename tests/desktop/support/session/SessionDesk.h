@@ -15,8 +15,10 @@
 #include "tests/desktop/support/LumatileProcess.h"
 #include "tests/desktop/support/MonitorLayout.h"
 #include "tests/desktop/support/Pointer.h"
+#include "tests/desktop/support/PrivateSession.h"
 #include "tests/desktop/support/ScreenColors.h"
 #include "tests/desktop/support/session/SessionHighlight.h"
+#include "tests/desktop/support/session/SessionProgram.h"
 #include "tests/desktop/support/session/SessionWindow.h"
 
 namespace lumatile::desktop {
@@ -35,16 +37,24 @@ public:
         bool isForDrags = false;
         /// Whether it is looked at, `colorAt`: overlays are translucent then.
         bool isSeen = false;
+        /// Whether windows are composited where the desktop can do without.
+        bool isComposited = false;
     };
 
     static constexpr int panelHeight = 37;  ///< Odd, so that halves do not come out even.
 
     virtual const ExpectedFrame& expected() const = 0;
     virtual LumatileProcess& program() = 0;
+    virtual PrivateSession& session() = 0;
 
     /// A new window of one of the session's kinds, active, somewhere near `area`.
     /// @param kind of `SessionKind::windowKinds`
     virtual std::unique_ptr<SessionWindow> open(const std::string& kind, const PixelRect& area) = 0;
+
+    /// A real program, its window shown and active.
+    /// @param program of `SessionKind::programs`
+    /// @throws DesktopError when it shows none
+    virtual RunningProgram openProgram(const SessionProgram& program) = 0;
 
     /// Presses the default shortcut of the command.
     virtual void press(const DefaultShortcut& shortcut) = 0;

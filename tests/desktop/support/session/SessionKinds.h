@@ -16,6 +16,12 @@ struct SessionKind {
     std::vector<std::string> windowKinds;
     std::vector<std::string> titledKinds;  ///< Those of them that a title bar moves.
     bool hasScales = false;                ///< Whether monitors can have a scale other than 1.
+    /// The states out of which a snap takes a window.
+    std::vector<SpecialState> leftStates;
+    std::vector<std::string> rolledUpKinds;  ///< Of `windowKinds`, those that can be rolled up.
+    /// With and without a compositor, as far as there is a choice.
+    std::vector<bool> compositings{false, true};
+    std::vector<SessionProgram> programs;
     std::function<std::unique_ptr<SessionDesk>(const SessionDesk::Setup&)> start;
 };
 

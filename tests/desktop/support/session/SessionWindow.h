@@ -2,8 +2,11 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "tests/desktop/support/PixelRect.h"
+#include "tests/desktop/support/session/SpecialState.h"
 
 namespace lumatile::desktop {
 
@@ -37,6 +40,11 @@ public:
     virtual void activate() = 0;
     virtual bool isActive() = 0;
 
+    /// Gets it into a state, as a user does, and waits for it.
+    /// @throws DesktopError when it does not get there, or the desktop has no such state
+    virtual void enter(SpecialState state) = 0;
+    virtual bool isIn(SpecialState state) = 0;
+
     /// The frame that the program has asked for since `SessionDesk::forget`; fields that it did not
     /// name are those of `before`.
     /// @return absent when nothing was asked
@@ -44,6 +52,17 @@ public:
 
     /// How often the program has asked for a frame since `SessionDesk::forget`.
     virtual std::size_t timesAsked() = 0;
+
+    /// What else the program has asked about it since then: anything but a place and
+    /// the focus.
+    virtual std::vector<std::string> otherThanPlaces() = 0;
+
+    /// The different frames that a user saw it take since `forgetFrames`, the first of them where
+    /// it was.
+    virtual std::vector<PixelRect> frames() = 0;
+    /// The different sizes since then of what the program draws into, as rectangles at 0, 0.
+    virtual std::vector<PixelRect> sizes() = 0;
+    virtual void forgetFrames() = 0;
 };
 
 }  // namespace lumatile::desktop

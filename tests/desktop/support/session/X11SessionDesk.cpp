@@ -4,7 +4,6 @@
 #include <array>
 #include <utility>
 
-#include "tests/desktop/support/AskedFrame.h"
 #include "tests/desktop/support/DesktopError.h"
 
 namespace lumatile::desktop {
@@ -29,48 +28,6 @@ Kind kindOf(const std::string& name) {
     return found->second;
 }
 
-class X11SessionWindow : public SessionWindow {
-public:
-    /// @param isPutOutOfItsTile whether a window that the window manager has tiled by itself goes
-    ///        nowhere before it was maximized and restored
-    X11SessionWindow(std::unique_ptr<TestWindow> window, Kind kind, DesktopObserver& observer,
-                     bool isPutOutOfItsTile)
-        : window_(std::move(window)),
-          kind_(kind),
-          observer_(observer),
-          isPutOutOfItsTile_(isPutOutOfItsTile) {}
-
-    PixelRect frame() override { return window_->frame(); }
-    bool isAt(const PixelRect& wanted) override { return mayBecome(window_->frame(), wanted); }
-    bool mayBecome(const PixelRect& frame, const PixelRect& wanted) const override {
-        return hasSteps() ? TestWindow::isStepped(frame, wanted) : frame == wanted;
-    }
-    bool hasSteps() const override { return kind_ == Kind::sizeIncrement; }
-    void place(const PixelRect& wanted) override {
-        if (isPutOutOfItsTile_) {
-            const std::vector<std::string> maximized{"_NET_WM_STATE_MAXIMIZED_VERT",
-                                                     "_NET_WM_STATE_MAXIMIZED_HORZ"};
-            window_->setState(maximized, true);
-            window_->setState(maximized, false);
-        }
-        window_->place(wanted);
-    }
-    void activate() override { window_->activate(); }
-    bool isActive() override { return window_->isActive(); }
-    std::optional<PixelRect> asked(const PixelRect& before) override {
-        return askedFrame(observer_, window_->id(), before);
-    }
-    std::size_t timesAsked() override {
-        return observer_.messages(window_->id(), "_NET_MOVERESIZE_WINDOW").size();
-    }
-
-private:
-    std::unique_ptr<TestWindow> window_;
-    Kind kind_;
-    DesktopObserver& observer_;
-    bool isPutOutOfItsTile_;
-};
-
 SnapDesktop::Setup setupOf(WindowManager::Kind windowManager, const SessionDesk::Setup& setup) {
     SnapDesktop::Setup result;
     result.windowManager = windowManager;
@@ -79,7 +36,7 @@ SnapDesktop::Setup setupOf(WindowManager::Kind windowManager, const SessionDesk:
     result.settings = setup.settings;
     // Metacity's own tile cannot be undone by any message.
     result.options.edgeTiling = !setup.isForDrags || windowManager != WindowManager::Kind::metacity;
-    result.options.compositing = setup.isSeen;
+    result.options.compositing = setup.isSeen || setup.isComposited;
     return result;
 }
 
@@ -88,7 +45,8 @@ SnapDesktop::Setup setupOf(WindowManager::Kind windowManager, const SessionDesk:
 X11SessionDesk::X11SessionDesk(WindowManager::Kind windowManager, const Setup& setup)
     : windowManager_(windowManager),
       desktop_(setupOf(windowManager, setup)),
-      tilesAtEdges_(setup.isForDrags && windowManager == WindowManager::Kind::kwin) {
+      forWindows_{desktop_.desktop().display(), &desktop_.observer(),
+                  setup.isForDrags && windowManager == WindowManager::Kind::kwin} {
     if (setup.isSeen && windowManager == WindowManager::Kind::openbox) {
         compositor_.emplace(desktop_.desktop().session());
     }
@@ -116,8 +74,14 @@ std::unique_ptr<SessionWindow> X11SessionDesk::open(const std::string& kind,
     TestWindow::Options options;
     options.kind = kindOf(kind);
     options.area = area;
-    return std::make_unique<X11SessionWindow>(desktop_.desktop().openWindow(options), options.kind,
-                                              desktop_.observer(), tilesAtEdges_);
+    return std::make_unique<X11SessionWindow>(forWindows_, desktop_.desktop().openWindow(options));
+}
+
+RunningProgram X11SessionDesk::openProgram(const SessionProgram& program) {
+    TestDesktop::Program running =
+        desktop_.desktop().openProgram(program.command, program.windowClass, program.environment);
+    auto window = std::make_unique<X11SessionWindow>(forWindows_, running.window, program);
+    return {std::move(running.process), std::move(window)};
 }
 
 bool X11SessionDesk::awaitSomethingAt(int x, int y) {

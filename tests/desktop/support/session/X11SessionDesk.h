@@ -5,6 +5,7 @@
 #include "tests/desktop/support/SnapDesktop.h"
 #include "tests/desktop/support/XPointer.h"
 #include "tests/desktop/support/session/SessionDesk.h"
+#include "tests/desktop/support/session/X11SessionWindow.h"
 
 namespace lumatile::desktop {
 
@@ -23,7 +24,9 @@ public:
 
     const ExpectedFrame& expected() const override { return desktop_.expected(); }
     LumatileProcess& program() override { return desktop_.program(); }
+    PrivateSession& session() override { return desktop_.desktop().session(); }
     std::unique_ptr<SessionWindow> open(const std::string& kind, const PixelRect& area) override;
+    RunningProgram openProgram(const SessionProgram& program) override;
     using SessionDesk::press;
     void press(const DefaultShortcut& shortcut) override { desktop_.press(shortcut); }
     bool setLock(std::uint8_t lockKey, bool on) override {
@@ -64,7 +67,7 @@ private:
     SnapDesktop desktop_;
     Highlight highlight_{desktop_.desktop().display()};
     XPointer pointer_{desktop_.input()};
-    bool tilesAtEdges_;
+    X11SessionWindow::Desk forWindows_;
     std::optional<Compositor> compositor_;
     std::unique_ptr<ScreenColors> colors_;
 };
