@@ -1,5 +1,5 @@
-// What a snap costs: the writes asked of the window manager, beside the geometry changes that the
-// window went through.
+// What a snap costs on an X server: the messages to the window manager, beside the reports that the
+// client window gets of its geometry.
 
 #include <gtest/gtest.h>
 
@@ -81,23 +81,6 @@ TEST_P(Writes, anOrdinarySnapAsksOnceAndIsReportedAFewTimes) {
             window->place(usual);
         }
     }
-    EXPECT_EQ(desktop.endProgram(), "");
-}
-
-TEST_P(Writes, aSnapToWhereTheWindowIsAsksForNothing) {
-    SnapDesktop::Setup setup;
-    setup.windowManager = GetParam();
-    SnapDesktop desktop(setup);
-    const auto window = desktop.desktop().openWindow({});
-    desktop.press("rightThird");
-    ASSERT_TRUE(reaches(*window, desktop.expected().area(defaultShortcut("rightThird"), 0)));
-    ASSERT_TRUE(desktop.settle(*window));
-    desktop.observer().forget();
-    window->forgetConfigurations();
-    desktop.press("rightThird");
-    ASSERT_TRUE(desktop.settle(*window));
-    EXPECT_EQ(desktop.observer().messages(window->id(), "_NET_MOVERESIZE_WINDOW").size(), 0U);
-    EXPECT_EQ(window->frame(), desktop.expected().area(defaultShortcut("rightThird"), 0));
     EXPECT_EQ(desktop.endProgram(), "");
 }
 

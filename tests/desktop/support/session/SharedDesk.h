@@ -18,8 +18,8 @@ public:
 
     /// The one of this session, started where there is none, or one of another session or setup.
     /// @param setupName what tells the setup from the suite's others
-    SessionDesk& of(const SessionKind& session, const std::string& setupName = {},
-                    const SessionDesk::Setup& setup = {});
+    SessionDesk& of(const SessionKind& session, const std::string& setupName,
+                    const SessionDesk::Setup& setup);
 
     /// Ends the program and the desktop, and expects the program to end without complaint. After a
     /// case that has failed, so that the next one does not suffer from it, and after the last.
@@ -31,16 +31,19 @@ private:
     std::string servedSetup_;
 };
 
-/// Cases that share the ordinary desktop of a session.
+/// Cases that share a desktop of a session.
 class OnSharedSession : public OnEverySession {
 protected:
     static void TearDownTestSuite() { shared.drop(); }
-    void SetUp() override { desk_ = &shared.of(GetParam()); }
+    void SetUp() override { desk_ = &shared.of(GetParam(), {}, setup()); }
     void TearDown() override {
         if (HasFailure()) {
             shared.drop();
         }
     }
+
+    /// The same for all cases of a suite.
+    virtual SessionDesk::Setup setup() const { return {}; }
 
     SessionDesk& desk() { return *desk_; }
 
