@@ -112,6 +112,9 @@ void TestWindow::describe(const Options& options) {
             setCardinals(window_, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, {0xffffffff});
             break;
     }
+    if (!options.type.empty()) {
+        type(("_NET_WM_WINDOW_TYPE_" + options.type).c_str());
+    }
 }
 
 void TestWindow::setStrut(const std::array<std::uint32_t, 12>& strut) {

@@ -30,6 +30,8 @@ public:
         std::string title = "test window";
         std::string windowClass = "TestWindow";
         bool statesPid = true;
+        /// The window type that it states instead of its kind's: "UTILITY" …
+        std::string type{};
         /// _NET_WM_STRUT_PARTIAL of a dock: left, right, top, bottom and their spans.
         std::array<std::uint32_t, 12> strut{};
         std::uint32_t color = 0x3a6ea5;

@@ -46,6 +46,8 @@ KWinDesktop::Options optionsOf(const SessionDesk::Setup& setup) {
 
 KWinSessionDesk::KWinSessionDesk(const Setup& setup)
     : desktop_(optionsOf(setup)),
+      outputs_(optionsOf(setup).outputs),
+      panelMonitor_(setup.panel),
       orders_(desktop_.session(), desktop_.probe()),
       layout_(setup.layout),
       expected_(setup.layout) {
@@ -64,30 +66,115 @@ std::vector<std::string> KWinSessionDesk::windowKinds() {
     return {nativeDecorated, nativeClientSide, decoratedOnX};
 }
 
+std::unique_ptr<KWinSessionWindow> KWinSessionDesk::openOnX(const TestWindow::Options& options) {
+    auto onX = std::make_shared<TestWindow>(desktop_.server().display(), options);
+    const auto seen = [&] {
+        return desktop_.probe().find(
+            [&](const WindowState& state) { return state.xid == onX->id(); });
+    };
+    if (!onX->tryMap(Deadline::usual()) || !waitInSession([&] { return seen().has_value(); })) {
+        throw DesktopError("KWin does not take the window over");
+    }
+    auto window =
+        std::make_unique<KWinSessionWindow>(ProbedWindow(desktop_.probe(), seen()->id), orders_);
+    window->keep(std::move(onX));
+    return window;
+}
+
+std::unique_ptr<KWinSessionWindow> KWinSessionDesk::openNative(
+    const NativeWindow::Options& options) {
+    std::shared_ptr<NativeWindow> native = desktop_.openWindow(options);
+    auto window =
+        std::make_unique<KWinSessionWindow>(ProbedWindow(desktop_.probe(), native->id()), orders_);
+    window->keep(std::move(native));
+    return window;
+}
+
 std::unique_ptr<SessionWindow> KWinSessionDesk::open(const std::string& kind,
                                                      const PixelRect& area) {
-    std::unique_ptr<KWinSessionWindow> window;
     if (kind == decoratedOnX) {
         TestWindow::Options options;
         options.area = area;
-        auto onX = desktop_.openXWindow(options);
-        const auto seen =
-            desktop_.probe().find([&](const WindowState& state) { return state.xid == onX->id(); });
-        window = std::make_unique<KWinSessionWindow>(
-            ProbedWindow(desktop_.probe(), seen.value().id), orders_);
-        window->keep(std::move(onX));
-    } else {
-        NativeWindow::Options options;
-        options.toolkit =
-            kind == nativeClientSide ? NativeWindow::Toolkit::gtk : NativeWindow::Toolkit::qt;
-        options.width = area.width;
-        options.height = area.height;
-        auto native = desktop_.openWindow(options);
-        window = std::make_unique<KWinSessionWindow>(ProbedWindow(desktop_.probe(), native->id()),
-                                                     orders_);
-        window->keep(std::move(native));
+        auto window = openOnX(options);
+        window->activate();
+        return window;
     }
-    return window;
+    NativeWindow::Options options;
+    options.toolkit =
+        kind == nativeClientSide ? NativeWindow::Toolkit::gtk : NativeWindow::Toolkit::qt;
+    options.width = area.width;
+    options.height = area.height;
+    return openNative(options);
+}
+
+std::array<std::unique_ptr<SessionWindow>, 2> KWinSessionDesk::openPair() {
+    NativeWindow::Options options;
+    options.count = 2;
+    const std::shared_ptr<NativeWindow> native = desktop_.openWindow(options);
+    const auto other = desktop_.probe().find([&](const WindowState& state) {
+        return state.pid == native->state().pid && state.id != native->id();
+    });
+    std::array<std::unique_ptr<SessionWindow>, 2> pair;
+    std::size_t index = 0;
+    for (const std::string& id : {other.value().id, native->id()}) {
+        auto window =
+            std::make_unique<KWinSessionWindow>(ProbedWindow(desktop_.probe(), id), orders_);
+        window->keep(native);
+        pair.at(index++) = std::move(window);
+    }
+    return pair;
+}
+
+std::unique_ptr<SessionWindow> KWinSessionDesk::openTyped(const std::string& type) {
+    if (type == "nativeDialog") {
+        NativeWindow::Options options;
+        options.dialog = true;
+        return openNative(options);
+    }
+    TestWindow::Options options;
+    options.type = type;
+    return openOnX(options);
+}
+
+SessionWindow& KWinSessionDesk::panel() {
+    if (!panelWindow_) {
+        const PixelRect screen = layout_.monitors.at(panelMonitor_.value());
+        const PixelRect lies{screen.x, screen.bottom() - panelHeight, screen.width, panelHeight};
+        const auto seen = [&] {
+            return desktop_.probe().find(
+                [&](const WindowState& state) { return state.frame == rectOf(lies); });
+        };
+        if (!waitInSession([&] { return seen().has_value(); })) {
+            throw DesktopError("KWin shows no panel");
+        }
+        panelWindow_ = std::make_unique<KWinSessionWindow>(
+            ProbedWindow(desktop_.probe(), seen()->id), orders_);
+    }
+    return *panelWindow_;
+}
+
+void KWinSessionDesk::arrange(const MonitorLayout& layout) {
+    std::vector<ArrangedOutput> outputs = optionsOf({layout}).outputs;
+    // An output that the layout does not have stays where it was, switched off.
+    while (outputs.size() < outputs_.size()) {
+        outputs.push_back(outputs_[outputs.size()]);
+        outputs.back().enabled = false;
+    }
+    outputs_ = std::move(outputs);
+    desktop_.arrange(outputs_, layout.primary);
+    layout_ = layout;
+    expected_ = ExpectedFrame(layout);
+}
+
+void KWinSessionDesk::unplug(std::size_t monitor) {
+    outputs_.at(monitor).enabled = false;
+    layout_.monitors.erase(layout_.monitors.begin() + static_cast<std::ptrdiff_t>(monitor));
+    layout_.primary = 0;
+    std::size_t primary = 0;
+    while (!outputs_.at(primary).enabled) {
+        ++primary;
+    }
+    desktop_.arrange(outputs_, primary);
 }
 
 RunningProgram KWinSessionDesk::openProgram(const SessionProgram& program) {
@@ -161,7 +248,11 @@ bool KWinSessionDesk::waitUntil(const std::function<bool()>& condition, Deadline
 }
 
 bool KWinSessionDesk::settle() {
-    const PixelRect whole = expected_.area(defaultShortcut("maximize"), 0);
+    ExpectedFrame now(layout_);
+    if (panelMonitor_) {
+        now.reserve(*panelMonitor_, panelHeight);
+    }
+    const PixelRect whole = now.area(defaultShortcut("maximize"), 0);
     const PixelRect& screen = layout_.monitors.front();
     TestWindow::Options options;
     options.area = {screen.x + 300, screen.y + 200, 400, 300};

@@ -4,6 +4,7 @@
 #include "tests/desktop/support/kwin/OverheardOrders.h"
 #include "tests/desktop/support/kwin/ScreenPicture.h"
 #include "tests/desktop/support/kwin/WaylandPanel.h"
+#include "tests/desktop/support/session/KWinSessionWindow.h"
 #include "tests/desktop/support/session/SessionDesk.h"
 
 namespace lumatile::desktop {
@@ -22,6 +23,9 @@ public:
     LumatileProcess& program() override { return *program_; }
     PrivateSession& session() override { return desktop_.session(); }
     std::unique_ptr<SessionWindow> open(const std::string& kind, const PixelRect& area) override;
+    std::array<std::unique_ptr<SessionWindow>, 2> openPair() override;
+    std::unique_ptr<SessionWindow> openTyped(const std::string& type) override;
+    SessionWindow& panel() override;
     RunningProgram openProgram(const SessionProgram& program) override;
     using SessionDesk::press;
     void press(const DefaultShortcut& shortcut) override;
@@ -30,6 +34,8 @@ public:
     void buttonDown(std::uint8_t button) override { desktop_.input().buttonDown(button); }
     void buttonUp(std::uint8_t button) override { desktop_.input().buttonUp(button); }
     void pressKey(std::uint8_t key) override { desktop_.input().press({}, key); }
+    void arrange(const MonitorLayout& layout) override;
+    void unplug(std::size_t monitor) override;
     ScreenColor colorAt(int x, int y) override {
         return ScreenPicture::colorAt(desktop_.session(), x, y);
     }
@@ -43,6 +49,9 @@ public:
     bool settle() override;
 
 private:
+    std::unique_ptr<KWinSessionWindow> openOnX(const TestWindow::Options& options);
+    std::unique_ptr<KWinSessionWindow> openNative(const NativeWindow::Options& options);
+
     /// The program's layer surface, the only window that it has while nobody asks for others.
     class Highlight final : public SessionHighlight {
     public:
@@ -61,10 +70,13 @@ private:
     };
 
     KWinDesktop desktop_;
+    std::vector<ArrangedOutput> outputs_;
+    std::optional<std::size_t> panelMonitor_;
     OverheardOrders orders_;
-    MonitorLayout layout_;
+    MonitorLayout layout_;  // As it is now.
     ExpectedFrame expected_;
     std::unique_ptr<WaylandPanel> panel_;
+    std::unique_ptr<KWinSessionWindow> panelWindow_;
     std::unique_ptr<LumatileProcess> program_;
     Highlight highlight_{*this};
 };

@@ -31,6 +31,7 @@ public:
     void place(const PixelRect& wanted) override;
     void activate() override { window_.activate(); }
     bool isActive() override { return window_.state().active; }
+    void askForFocus() override { window_.probe().activate(window_.id()); }
     void enter(SpecialState state) override;
     bool isIn(SpecialState state) override;
     std::optional<PixelRect> asked(const PixelRect& before) override;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -51,6 +52,16 @@ public:
     /// @param kind of `SessionKind::windowKinds`
     virtual std::unique_ptr<SessionWindow> open(const std::string& kind, const PixelRect& area) = 0;
 
+    /// Two windows of one program; the second is active.
+    virtual std::array<std::unique_ptr<SessionWindow>, 2> openPair() = 0;
+
+    /// A window of a type, shown; whether it is active is up to the desktop.
+    /// @param type of `SessionKind::placedTypes` or `leftTypes`
+    virtual std::unique_ptr<SessionWindow> openTyped(const std::string& type) = 0;
+
+    /// For desks that have one.
+    virtual SessionWindow& panel() = 0;
+
     /// A real program, its window shown and active.
     /// @param program of `SessionKind::programs`
     /// @throws DesktopError when it shows none
@@ -66,6 +77,14 @@ public:
 
     /// Presses and releases a key.
     virtual void pressKey(std::uint8_t key) = 0;
+
+    /// Changes the monitors, and waits until the desktop has followed, as far as it says so. The
+    /// expectations are those of the new ones from then on.
+    virtual void arrange(const MonitorLayout& layout) = 0;
+
+    /// Takes one monitor away and leaves everything else as it is, as far as the desktop can. The
+    /// expectations stay.
+    virtual void unplug(std::size_t monitor) = 0;
 
     /// What the screens show at a place, overlays included. For desks that are seen.
     virtual ScreenColor colorAt(int x, int y) = 0;

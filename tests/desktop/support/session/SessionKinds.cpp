@@ -50,6 +50,8 @@ SessionKind kindOn(WindowManager::Kind windowManager) {
     kind.titledKinds = X11SessionDesk::titledKinds();
     kind.leftStates = {SpecialState::maximized, SpecialState::maximizedVertically,
                        SpecialState::maximizedHorizontally};
+    kind.placedTypes = {"DIALOG", "UTILITY", "SPLASH", "TOOLBAR", "NOTIFICATION"};
+    kind.leftTypes = {"DESKTOP"};
     kind.rolledUpKinds = {kind.windowKinds.front()};
     kind.programs = programsOnX() +
                     programsOfToolkits({{"GDK_BACKEND", "x11"}, {"QT_QPA_PLATFORM", "xcb"}}, false);
@@ -67,6 +69,9 @@ SessionKind plasma() {
     kind.hasScales = true;
     kind.leftStates = {SpecialState::maximized, SpecialState::maximizedVertically,
                        SpecialState::maximizedHorizontally, SpecialState::tiled};
+    kind.placedTypes = {"nativeDialog", "DIALOG", "UTILITY", "TOOLBAR"};
+    // KWin gives a splash screen no focus, and lets nobody move a notification.
+    kind.leftTypes = {"DESKTOP", "SPLASH", "NOTIFICATION"};
     // Programs of Wayland cannot be rolled up.
     kind.rolledUpKinds = {kind.windowKinds.back()};
     kind.compositings = {true};

@@ -18,6 +18,11 @@ struct SessionKind {
     bool hasScales = false;                ///< Whether monitors can have a scale other than 1.
     /// The states out of which a snap takes a window.
     std::vector<SpecialState> leftStates;
+    /// Types of windows that a snap places as any other, and types that it leaves alone: what the
+    /// desktop itself consists of, and what gets no focus or can be moved by nobody there. Of
+    /// `SessionDesk::openTyped`.
+    std::vector<std::string> placedTypes;
+    std::vector<std::string> leftTypes;
     std::vector<std::string> rolledUpKinds;  ///< Of `windowKinds`, those that can be rolled up.
     /// With and without a compositor, as far as there is a choice.
     std::vector<bool> compositings{false, true};

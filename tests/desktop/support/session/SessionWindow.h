@@ -40,6 +40,9 @@ public:
     virtual void activate() = 0;
     virtual bool isActive() = 0;
 
+    /// Asks for the focus and does not wait: whether a window takes it may be up to the desktop.
+    virtual void askForFocus() = 0;
+
     /// Gets it into a state, as a user does, and waits for it.
     /// @throws DesktopError when it does not get there, or the desktop has no such state
     virtual void enter(SpecialState state) = 0;

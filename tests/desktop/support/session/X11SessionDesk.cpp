@@ -45,6 +45,7 @@ SnapDesktop::Setup setupOf(WindowManager::Kind windowManager, const SessionDesk:
 X11SessionDesk::X11SessionDesk(WindowManager::Kind windowManager, const Setup& setup)
     : windowManager_(windowManager),
       desktop_(setupOf(windowManager, setup)),
+      expected_(desktop_.expected()),
       forWindows_{desktop_.desktop().display(), &desktop_.observer(),
                   setup.isForDrags && windowManager == WindowManager::Kind::kwin} {
     if (setup.isSeen && windowManager == WindowManager::Kind::openbox) {
@@ -75,6 +76,33 @@ std::unique_ptr<SessionWindow> X11SessionDesk::open(const std::string& kind,
     options.kind = kindOf(kind);
     options.area = area;
     return std::make_unique<X11SessionWindow>(forWindows_, desktop_.desktop().openWindow(options));
+}
+
+std::array<std::unique_ptr<SessionWindow>, 2> X11SessionDesk::openPair() {
+    const PixelRect anywhere{200, 150, 640, 400};
+    auto first = open("decorated", anywhere);
+    auto second = open("decorated", anywhere);
+    return {std::move(first), std::move(second)};
+}
+
+std::unique_ptr<SessionWindow> X11SessionDesk::openTyped(const std::string& type) {
+    TestWindow::Options options;
+    options.type = type;
+    auto window = std::make_unique<TestWindow>(desktop_.desktop().display(), options);
+    window->map();
+    return std::make_unique<X11SessionWindow>(forWindows_, std::move(window));
+}
+
+SessionWindow& X11SessionDesk::panel() {
+    if (!panel_) {
+        panel_.emplace(forWindows_, desktop_.panel().id(), SessionProgram{});
+    }
+    return *panel_;
+}
+
+void X11SessionDesk::arrange(const MonitorLayout& layout) {
+    desktop_.desktop().arrange(layout);
+    expected_ = ExpectedFrame(layout);
 }
 
 RunningProgram X11SessionDesk::openProgram(const SessionProgram& program) {

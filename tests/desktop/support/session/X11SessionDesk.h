@@ -22,10 +22,13 @@ public:
 
     SnapDesktop& desktop() { return desktop_; }
 
-    const ExpectedFrame& expected() const override { return desktop_.expected(); }
+    const ExpectedFrame& expected() const override { return expected_; }
     LumatileProcess& program() override { return desktop_.program(); }
     PrivateSession& session() override { return desktop_.desktop().session(); }
     std::unique_ptr<SessionWindow> open(const std::string& kind, const PixelRect& area) override;
+    std::array<std::unique_ptr<SessionWindow>, 2> openPair() override;
+    std::unique_ptr<SessionWindow> openTyped(const std::string& type) override;
+    SessionWindow& panel() override;
     RunningProgram openProgram(const SessionProgram& program) override;
     using SessionDesk::press;
     void press(const DefaultShortcut& shortcut) override { desktop_.press(shortcut); }
@@ -36,6 +39,8 @@ public:
     void buttonDown(std::uint8_t button) override { pointer_.buttonDown(button); }
     void buttonUp(std::uint8_t button) override;
     void pressKey(std::uint8_t key) override { desktop_.input().press({}, key); }
+    void arrange(const MonitorLayout& layout) override;
+    void unplug(std::size_t monitor) override { desktop_.desktop().server().unplug(monitor); }
     ScreenColor colorAt(int x, int y) override;
     SessionHighlight& highlight() override { return highlight_; }
     bool awaitSomethingAt(int x, int y) override;
@@ -67,7 +72,9 @@ private:
     SnapDesktop desktop_;
     Highlight highlight_{desktop_.desktop().display()};
     XPointer pointer_{desktop_.input()};
+    ExpectedFrame expected_;
     X11SessionWindow::Desk forWindows_;
+    std::optional<X11SessionWindow> panel_;
     std::optional<Compositor> compositor_;
     std::unique_ptr<ScreenColors> colors_;
 };

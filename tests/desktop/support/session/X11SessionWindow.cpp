@@ -65,6 +65,12 @@ void X11SessionWindow::activate() { activateWindow(*desk_.observer, id_); }
 
 bool X11SessionWindow::isActive() { return desk_.observer->activeWindow() == id_; }
 
+void X11SessionWindow::askForFocus() {
+    constexpr std::uint32_t fromPager = 2;
+    desk_.observer->ask(id_, "_NET_ACTIVE_WINDOW", {fromPager, XCB_CURRENT_TIME, 0});
+    desk_.observer->roundTrip();
+}
+
 bool X11SessionWindow::hasState(const char* name) {
     const std::vector<std::uint32_t> states = desk_.observer->cardinals(id_, "_NET_WM_STATE");
     return std::find(states.begin(), states.end(), desk_.observer->atom(name)) != states.end();

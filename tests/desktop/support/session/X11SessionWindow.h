@@ -22,6 +22,7 @@ public:
     };
 
     X11SessionWindow(Desk desk, std::unique_ptr<TestWindow> window);
+    /// Somebody else's.
     X11SessionWindow(Desk desk, xcb_window_t window, const SessionProgram& program);
 
     PixelRect frame() override;
@@ -31,6 +32,7 @@ public:
     void place(const PixelRect& wanted) override;
     void activate() override;
     bool isActive() override;
+    void askForFocus() override;
     void enter(SpecialState state) override;
     bool isIn(SpecialState state) override;
     std::optional<PixelRect> asked(const PixelRect& before) override;
