@@ -12,7 +12,9 @@ namespace lumatile {
 /// An application with at least one window on the desktop.
 struct RunningApplication {
     Pid pid = 0;
-    std::optional<std::string> applicationId;  ///< Desktop file id, else the window class.
+    /// The id of its desktop file, else its window class in small letters: the same in every
+    /// session.
+    std::optional<std::string> applicationId;
     bool isRegular = false;  ///< Has at least one ordinary window, as opposed to panels and tools.
     bool isHidden = false;   ///< None of its windows can be seen.
 };

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/BoundedJSON.h"
+#include "platform/freedesktop/files/DesktopEntries.h"
 
 namespace lumatile {
 
@@ -125,6 +126,9 @@ std::optional<KWinWindowRecord> windowIn(const json& value) {
     auto application = text(value, "application", longestName);
     if (!application || application->empty()) {
         application = text(value, "class", longestName);
+        if (application) {
+            application = DesktopEntries::inSmallLetters(*application);  // As KWin 5 does.
+        }
     }
     if (application && application->empty()) {
         application.reset();

@@ -26,8 +26,9 @@ std::vector<ListedWindow> KWinWorkspace::listed() {
     std::vector<ListedWindow> windows;
     for (const KWinWindow* window : channel_.mirror().windows()) {
         const KWinWindowRecord& record = window->record;
-        windows.push_back({record.pid, record.application, record.kind == WindowKind::normal,
-                           record.isMinimized, record.isElsewhere});
+        windows.push_back({record.pid, applicationIn(entries_, record.application),
+                           record.kind == WindowKind::normal, record.isMinimized,
+                           record.isElsewhere});
     }
     return windows;
 }

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/freedesktop/files/DesktopEntries.h"
 #include "platform/kwin/KWinChannel.h"
 #include "platform/windows/ListedWindow.h"
 #include "ports/Workspace.h"
@@ -31,6 +32,7 @@ private:
     std::vector<ListedWindow> listed();
 
     KWinChannel& channel_;
+    DesktopEntries entries_ = DesktopEntries::ofEnvironment();
 };
 
 }  // namespace lumatile

@@ -6,6 +6,11 @@
 
 namespace lumatile {
 
+std::optional<std::string> applicationIn(DesktopEntries& entries,
+                                         const std::optional<std::string>& stated) {
+    return stated ? std::optional(entries.idOf(*stated)) : std::nullopt;
+}
+
 std::vector<RunningApplication> applicationsOf(const std::vector<ListedWindow>& windows) {
     std::vector<RunningApplication> applications;
     std::unordered_map<Pid, std::size_t> places;

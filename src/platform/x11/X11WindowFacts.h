@@ -32,8 +32,8 @@ struct X11WindowFacts {
     bool statesShadow = false;  ///< Draws its own decoration; a maximized one has no shadow.
     X11SizeHints sizeHints;
 
-    std::optional<Pid> statedPid;  ///< By its own word.
-    std::optional<std::string> windowClass;
+    std::optional<Pid> statedPid;            ///< By its own word.
+    std::optional<std::string> windowClass;  ///< In small letters.
     std::optional<std::string> gtkApplication;
     std::optional<std::string> desktopFile;
 

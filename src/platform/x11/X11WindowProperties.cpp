@@ -4,6 +4,7 @@
 #include <limits>
 #include <string_view>
 
+#include "platform/freedesktop/files/DesktopEntries.h"
 #include "platform/x11/X11PlainText.h"
 
 namespace lumatile {
@@ -40,14 +41,15 @@ std::optional<std::string> desktopFileId(std::string_view text) {
     return X11PlainText::of(text);
 }
 
-/// The second of the two texts, which end with a zero byte each.
+/// The second of the two texts, which end with a zero byte each, in small letters: sessions under
+/// Wayland know it so.
 std::optional<std::string> className(std::string_view bytes) {
     const std::size_t end = bytes.find('\0');
     if (end == std::string_view::npos) {
         return std::nullopt;
     }
     const std::string_view rest = bytes.substr(end + 1);
-    return X11PlainText::of(rest.substr(0, rest.find('\0')));
+    return X11PlainText::of(DesktopEntries::inSmallLetters(rest.substr(0, rest.find('\0'))));
 }
 
 void tellWmState(const X11WindowProperties& /*properties*/, const X11Property& property,

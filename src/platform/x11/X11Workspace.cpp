@@ -27,7 +27,7 @@ std::vector<ListedWindow> X11Workspace::listed() {
     std::vector<ListedWindow> windows;
     for (const xcb_window_t id : mirror_.stacking()) {
         if (const X11Window* window = mirror_.find(id)) {
-            windows.push_back({window->owner(), window->facts.identifier(),
+            windows.push_back({window->owner(), applicationIn(entries_, window->facts.identifier()),
                                window->facts.kind() == WindowKind::normal,
                                mirror_.isMinimized(*window) || mirror_.isShowingDesktop(),
                                mirror_.isElsewhere(*window)});

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/freedesktop/files/DesktopEntries.h"
 #include "platform/windows/ListedWindow.h"
 #include "platform/x11/X11WindowMirror.h"
 #include "ports/Workspace.h"
@@ -34,6 +35,7 @@ private:
     std::vector<ListedWindow> listed();
 
     X11WindowMirror& mirror_;
+    DesktopEntries entries_ = DesktopEntries::ofEnvironment();
 };
 
 }  // namespace lumatile

@@ -26,7 +26,7 @@ protected:
         return {[kind] {
                     return HostDesktop{kind, true};
                 },
-                {folder.path() / "home", {folder.path() / "system"}},
+                {folder.path() / "home", {folder.path() / "system"}, {}},
                 bus,
                 isHeldBack};
     }

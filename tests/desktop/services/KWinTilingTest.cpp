@@ -19,7 +19,7 @@ namespace {
 class KWinTilingTest : public testing::Test {
 protected:
     XdgFolders folders() const {
-        return {folder.path() / "home", {folder.path() / "site", folder.path() / "system"}};
+        return {folder.path() / "home", {folder.path() / "site", folder.path() / "system"}, {}};
     }
     void user(const std::string& text) const { folder.write("home/kwinrc", text); }
     void system(const std::string& text) const { folder.write("system/kwinrc", text); }

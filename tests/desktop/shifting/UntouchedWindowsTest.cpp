@@ -3,11 +3,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <stdlib.h>
+
 #include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
 #include <ostream>
+#include <string>
 #include <utility>
 
 #include "tests/desktop/support/shifting/ShiftingDesk.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -83,6 +90,30 @@ INSTANTIATE_TEST_SUITE_P(Shifting, UntouchedWindows, testing::ValuesIn(stillCase
                              return each.param.session.name + "_" + each.param.name;
                          });
 
+/// The folder of the user's data, as long as this lives.
+class UserData {
+public:
+    explicit UserData(const std::filesystem::path& folder) {
+        if (const char* const before = std::getenv(name)) {
+            before_ = before;
+        }
+        setenv(name, folder.c_str(), 1);
+    }
+    UserData(const UserData&) = delete;
+    UserData& operator=(const UserData&) = delete;
+    ~UserData() {
+        if (before_) {
+            setenv(name, before_->c_str(), 1);
+        } else {
+            unsetenv(name);
+        }
+    }
+
+private:
+    static constexpr const char* name = "XDG_DATA_HOME";
+    std::optional<std::string> before_;
+};
+
 class BlacklistedWindows : public ShiftingTest {};
 
 TEST_P(BlacklistedWindows, areNotEvenAskedWhileTheBlacklistNamesThem) {
@@ -92,13 +123,30 @@ TEST_P(BlacklistedWindows, areNotEvenAskedWhileTheBlacklistNamesThem) {
     desk->step();
     EXPECT_EQ(other->frame(), shifted(home, ShiftingDesk::ring[0]))
         << "what the blacklist takes out moves without it";
-    desk->conductor().blacklist().addToUserList(desk->otherId());
+    desk->conductor().blacklist().addToUserList(ShiftingDesk::otherId);
     const PixelRect frame = other->frame();
     desk->forget();
     desk->step(3);
     EXPECT_EQ(other->frame(), frame);
     EXPECT_EQ(other->timesAsked(), 0U);
     EXPECT_THAT(other->otherThanMoves(), IsEmpty());
+}
+
+TEST_P(BlacklistedWindows, areNamedByTheirDesktopEntryInEverySession) {
+    const TemporaryFolder data;
+    data.write("applications/org.lumatile.test.Logo.desktop",
+               "[Desktop Entry]\nType=Application\nName=Logo\nExec=xlogo\nStartupWMClass=XLogo\n");
+    const UserData userData(data.path());
+    const auto desk = start();
+    const PixelRect home{700, 600, 300, 280};
+    const auto other = desk->openOther(home);
+    desk->conductor().blacklist().addToUserList(ShiftingDesk::otherId);
+    desk->step();
+    EXPECT_EQ(other->frame(), shifted(home, ShiftingDesk::ring[0])) << "it is not that any more";
+    desk->conductor().blacklist().addToUserList("org.lumatile.test.Logo");
+    const PixelRect frame = other->frame();
+    desk->step(2);
+    EXPECT_EQ(other->frame(), frame);
 }
 
 INSTANTIATE_TEST_SUITE_P(Shifting, BlacklistedWindows, testing::ValuesIn(shiftingKinds()),

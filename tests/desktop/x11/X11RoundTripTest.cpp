@@ -88,7 +88,7 @@ TEST_P(X11RoundTrips, twoHundredWindowsAreEnumeratedInThree) {
     fresh.connection->synchronize();
     const ReplyWaits waits(fresh.connection->get());
     EXPECT_EQ(enumerate(fresh), count);
-    EXPECT_EQ(fresh.workspace.runningApplications().front().applicationId, "New");
+    EXPECT_EQ(fresh.workspace.runningApplications().front().applicationId, "new");
     EXPECT_EQ(waits.roundTrips(), 1U) << "all changes together";
 }
 

@@ -26,27 +26,42 @@ std::filesystem::path home() {
                                                       : std::filesystem::path(user->pw_dir);
 }
 
-}  // namespace
-
-XdgFolders XdgFolders::fromEnvironment() {
-    XdgFolders folders;
-    folders.configuration = variable("XDG_CONFIG_HOME");
-    if (!folders.configuration.is_absolute()) {
-        const std::filesystem::path base = home();
-        folders.configuration = base.is_absolute() ? base / ".config" : std::filesystem::path();
+/// The folder that a variable names, else one below the home; empty where there is neither.
+std::filesystem::path ofUser(const char* name, const char* belowHome) {
+    std::filesystem::path named = variable(name);
+    if (named.is_absolute()) {
+        return named;
     }
-    std::string_view list = variable("XDG_CONFIG_DIRS");
+    const std::filesystem::path base = home();
+    return base.is_absolute() ? base / belowHome : std::filesystem::path();
+}
+
+void addList(const char* name, std::string_view usual,
+             std::vector<std::filesystem::path>& folders) {
+    std::string_view list = variable(name);
     if (list.empty()) {
-        list = "/etc/xdg";
+        list = usual;
     }
     while (!list.empty()) {
         const std::size_t length = std::min(list.find(':'), list.size());
         std::filesystem::path folder = list.substr(0, length);
         if (folder.is_absolute()) {
-            folders.systemConfigurations.push_back(std::move(folder));
+            folders.push_back(std::move(folder));
         }
         list.remove_prefix(std::min(length + 1, list.size()));
     }
+}
+
+}  // namespace
+
+XdgFolders XdgFolders::fromEnvironment() {
+    XdgFolders folders;
+    folders.configuration = ofUser("XDG_CONFIG_HOME", ".config");
+    addList("XDG_CONFIG_DIRS", "/etc/xdg", folders.systemConfigurations);
+    if (std::filesystem::path own = ofUser("XDG_DATA_HOME", ".local/share"); !own.empty()) {
+        folders.data.push_back(std::move(own));
+    }
+    addList("XDG_DATA_DIRS", "/usr/local/share:/usr/share", folders.data);
     return folders;
 }
 

@@ -178,7 +178,7 @@ std::unique_ptr<ShiftedWindow> KWinShiftingDesk::openOther(const PixelRect& fram
     // It does not say which process it is.
     const auto shown = [&] {
         return desktop_.probe().find(
-            [&](const WindowState& state) { return state.windowClass == otherId(); });
+            [&](const WindowState& state) { return state.windowClass == otherId; });
     };
     if (!waitInSession([&] { return shown() || !process->isRunning(); }) || !shown()) {
         throw DesktopError("the program shows no window:\n" + desktop_.session().output("xlogo"));

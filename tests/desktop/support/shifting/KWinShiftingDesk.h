@@ -37,7 +37,6 @@ public:
     using ShiftingDesk::open;
     std::unique_ptr<ShiftedWindow> open(const std::string& kind, const PixelRect& frame) override;
     std::unique_ptr<ShiftedWindow> openOther(const PixelRect& frame) override;
-    std::string otherId() const override { return "xlogo"; }
     std::unique_ptr<ShiftedWindow> openTerminal(int x, int y) override;
     bool heedsSteps() const override { return true; }
     std::unique_ptr<ShiftedWindow> openStill(StillWindow kind, const PixelRect& frame) override;

@@ -62,7 +62,7 @@ std::unique_ptr<ShiftedWindow> X11ShiftingDesk::open(const std::string& kind,
 
 std::unique_ptr<ShiftedWindow> X11ShiftingDesk::openOther(const PixelRect& frame) {
     auto logo = std::make_unique<X11ShiftedWindow>(
-        desktop_, desktop_.desktop().openProgram({"xlogo"}, otherId()));
+        desktop_, desktop_.desktop().openProgram({"xlogo"}, "XLogo"));
     logo->place(frame);
     return logo;
 }

@@ -9,7 +9,7 @@ namespace {
 
 std::string windowText(const std::string& member = "", const std::string& value = "") {
     std::string text =
-        R"({"event":"window","window":{"id":"a1","pid":12,"application":"","class":"xterm",)"
+        R"({"event":"window","window":{"id":"a1","pid":12,"application":"","class":"XTerm",)"
         R"("kind":"normal","frame":{"x":1.5,"y":-2,"width":30,"height":40},"isMinimized":false,)"
         R"("isFullScreen":false,"isMaximized":false,"isTiled":false,"isShaded":false,)"
         R"("isElsewhere":false,"isMovable":true,"isResizable":true}})";
@@ -36,7 +36,8 @@ TEST(KWinReport, readsAWindow) {
     const KWinWindowRecord& window = std::get<KWinWindowChanged>(events->front()).window;
     EXPECT_EQ(window.id, "a1");
     EXPECT_EQ(window.pid, 12);
-    EXPECT_EQ(window.application, "xterm") << "the class where there is no desktop file";
+    EXPECT_EQ(window.application, "xterm")
+        << "the class where there is no desktop file, in small letters";
     EXPECT_EQ(window.frame, (Rect{1.5, -2, 30, 40}));
     EXPECT_TRUE(window.isMovable);
     EXPECT_FALSE(window.isMinimized);

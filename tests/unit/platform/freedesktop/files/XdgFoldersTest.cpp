@@ -17,7 +17,8 @@ namespace {
 class FormerEnvironment {
 public:
     FormerEnvironment() {
-        for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS"}) {
+        for (const char* name :
+             {"HOME", "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS", "XDG_DATA_HOME", "XDG_DATA_DIRS"}) {
             const char* value = std::getenv(name);
             former_[name] = value == nullptr ? std::nullopt : std::optional<std::string>(value);
         }
@@ -43,6 +44,8 @@ protected:
     XdgFoldersTest() {
         unsetenv("XDG_CONFIG_HOME");
         unsetenv("XDG_CONFIG_DIRS");
+        unsetenv("XDG_DATA_HOME");
+        unsetenv("XDG_DATA_DIRS");
         set("HOME", "/home/me");
     }
 
@@ -56,14 +59,19 @@ TEST_F(XdgFoldersTest, withoutVariablesTheyAreTheUsualOnes) {
     const XdgFolders folders = XdgFolders::fromEnvironment();
     EXPECT_EQ(folders.configuration, "/home/me/.config");
     EXPECT_THAT(folders.systemConfigurations, testing::ElementsAre("/etc/xdg"));
+    EXPECT_THAT(folders.data,
+                testing::ElementsAre("/home/me/.local/share", "/usr/local/share", "/usr/share"));
 }
 
 TEST_F(XdgFoldersTest, variablesNameOthers) {
     set("XDG_CONFIG_HOME", "/elsewhere");
     set("XDG_CONFIG_DIRS", "/one:/two");
+    set("XDG_DATA_HOME", "/mine");
+    set("XDG_DATA_DIRS", "/three:/four");
     const XdgFolders folders = XdgFolders::fromEnvironment();
     EXPECT_EQ(folders.configuration, "/elsewhere");
     EXPECT_THAT(folders.systemConfigurations, testing::ElementsAre("/one", "/two"));
+    EXPECT_THAT(folders.data, testing::ElementsAre("/mine", "/three", "/four"));
 }
 
 TEST_F(XdgFoldersTest, relativePathsAreIgnored) {
