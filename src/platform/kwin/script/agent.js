@@ -263,6 +263,9 @@ function moveBegan(window) {
     const isResize = Boolean(window.resize);
     moving = {window: window, isResize: isResize, start: rectOf(window.frameGeometry),
               hasStepped: false};
+    if (!isResize) {
+        watchPointer(true);
+    }
     batch(() => {
         tellWindow(window);
         tell({event: "moveBegan", id: idOf(window), isResize: isResize,
@@ -271,7 +274,13 @@ function moveBegan(window) {
 }
 
 function moveStepped(window) {
-    if (moving === null || moving.window !== window) {
+    if (moving !== null && moving.window === window) {
+        pointerMoved();
+    }
+}
+
+function pointerMoved() {
+    if (moving === null) {
         return;
     }
     moving.hasStepped = true;
@@ -280,11 +289,25 @@ function moveStepped(window) {
     }
 }
 
+// KWin holds a window back that would leave the screen with its title bar, and then tells of no
+// step; the pointer goes on all the same.
+function watchPointer(isWatched) {
+    const signal = workspace.cursorPosChanged;
+    if (signal && isWatched) {
+        signal.connect(pointerMoved);
+    } else if (signal) {
+        signal.disconnect(pointerMoved);
+    }
+}
+
 function moveEnded(window) {
     if (moving === null || moving.window !== window) {
         return;
     }
     step.stop();
+    if (!moving.isResize) {
+        watchPointer(false);
+    }
     ended = moving;
     moving = null;
     // KWin tells of the end before it puts a window back that Escape has taken back.

@@ -331,6 +331,21 @@ TEST_P(AgentScript, tellsOfAMoveWithThePointer) {
     EXPECT_TRUE(heardOf<KWinMoved>().empty()) << "nothing comes after the end";
 }
 
+TEST_P(AgentScript, tellsOfThePointerAlsoWhereKWinHoldsTheWindowBack) {
+    run("var w = user.opens();");
+    load();
+    run("user.grabs(w, false); user.drags(w, 300, 200); clock.pass(10);");
+    heard();
+    run("user.pulls(300, 1077); clock.pass(10);");
+    const std::vector<KWinMoved> moved = heardOf<KWinMoved>();
+    ASSERT_FALSE(moved.empty());
+    EXPECT_EQ(moved.back().place, (Point{300, 1077}));
+    run("user.lets(w); clock.pass(10);");
+    heard();
+    run("user.pulls(400, 500); clock.pass(10);");
+    EXPECT_TRUE(heard().empty()) << "it is nobody's business outside of a move";
+}
+
 TEST_P(AgentScript, saysThatAMoveWasTakenBack) {
     run("var w = user.opens();");
     load();

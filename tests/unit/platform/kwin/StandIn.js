@@ -5,6 +5,7 @@
 var Signal = class {
     constructor() { this.heard = []; }
     connect(work) { this.heard.push(work); }
+    disconnect(work) { this.heard.splice(this.heard.indexOf(work), 1); }
     emit(...values) { this.heard.slice().forEach((work) => work(...values)); }
 }
 
@@ -123,6 +124,7 @@ var windows = [];
 var workspace = {
     currentDesktop: isSix ? {id: "desktop"} : 1,
     cursorPos: {x: 0, y: 0},
+    cursorPosChanged: new Signal(),
     virtualScreenGeometryChanged: new Signal(),
     currentDesktopChanged: new Signal(),
     clientArea(option, screen) {
@@ -183,6 +185,11 @@ var user = {
         const frame = window.frameGeometry;
         window.frameGeometry = {x: x - 10, y: y - 10, width: frame.width, height: frame.height};
         (window.interactiveMoveResizeStepped || window.clientStepUserMovedResized).emit(window);
+    },
+    // The window is held back.
+    pulls(x, y) {
+        workspace.cursorPos = {x: x, y: y};
+        workspace.cursorPosChanged.emit();
     },
     lets(window) {
         window.move = false;
