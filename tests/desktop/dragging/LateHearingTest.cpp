@@ -1,4 +1,4 @@
-// What the hand does while the program has to wait for its turn.
+// What the hand does while the program has to wait for its turn, on every session.
 
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "tests/desktop/dragging/DragTest.h"
+#include "tests/desktop/dragging/SessionDragTest.h"
 
 namespace lumatile::desktop {
 namespace {
@@ -22,15 +23,16 @@ private:
     pid_t pid_;
 };
 
-class LateHearing : public DragTest {
+class LateHearing : public SessionDragTest {
 protected:
     /// From the title bar to the left edge, faster than the program can follow.
     testing::AssertionResult dragWhileProgramIsHeld(bool release) {
-        const HeldProgram held(desktop().program().pid());
+        const HeldProgram held(desk().program().pid());
         if (!fastHand_) {
-            fastHand_.emplace(desktop().input());
+            fastHand_.emplace(desk());
         }
-        if (!fastHand_->grip(window())) {
+        const PixelRect before = window().frame();
+        if (!fastHand_->grip(before, [&] { return window().frame() != before; })) {
             return testing::AssertionFailure() << "the window does not follow";
         }
         fastHand_->moveTo(2, 500);
@@ -43,34 +45,29 @@ protected:
 private:
     // One that does not wait for the program, and the same in all rounds: it never presses twice on
     // one spot, which window managers take for a double click.
-    std::optional<DragHand> fastHand_;
+    std::optional<PointerHand> fastHand_;
 };
 
-TEST_P(LateHearing, aDragThatHasBegunBeforeIsSeenWhole) {
+TEST_P(LateHearing, ofADragThatHasBegunSeesItWhole) {
     start();
     for (int round = 0; round < 2; ++round) {
         ASSERT_TRUE(prepare());
         ASSERT_TRUE(dragWhileProgramIsHeld(false));
         EXPECT_TRUE(highlight().waitUntilAt(area("left")));
-        desktop().input().buttonUp();
+        desk().buttonUp(1);
         EXPECT_TRUE(snaps(area("left")));
     }
-    EXPECT_EQ(desktop().endProgram(), "");
-}
-
-TEST_P(LateHearing, aDropThatIsOverBeforeHappensAllTheSame) {
-    start();
     for (int round = 0; round < 2; ++round) {
         ASSERT_TRUE(prepare());
         ASSERT_TRUE(dragWhileProgramIsHeld(true));
-        EXPECT_TRUE(snaps(area("left")));
+        EXPECT_TRUE(snaps(area("left"))) << "a drop that is over happens all the same";
     }
-    EXPECT_EQ(desktop().endProgram(), "");
+    EXPECT_EQ(desk().endProgram(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Desktop, LateHearing, testing::ValuesIn(WindowManager::kinds), nameOf);
+INSTANTIATE_TEST_SUITE_P(Desktop, LateHearing, testing::ValuesIn(sessionKinds()), nameOfSession);
 
-/// A pointer that remote controls and scripts move tells of no movement.
+/// A pointer of X that remote controls and scripts move tells of no movement.
 class WarpedDrag : public DragTest {
 protected:
     void warp(int x, int y) {

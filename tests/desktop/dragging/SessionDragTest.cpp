@@ -48,11 +48,14 @@ testing::AssertionResult SessionDragTest::snaps(const PixelRect& wanted) {
            << ", the window system was asked for " << (asked ? toString(*asked) : "nothing");
 }
 
-testing::AssertionResult SessionDragTest::isLeftAlone() {
+testing::AssertionResult SessionDragTest::isLeftAlone(SessionWindow& window) {
     if (!desk().settle()) {
         return testing::AssertionFailure() << "the program does not answer";
     }
-    const auto asked = window().asked(window().frame());
+    for (const std::string& other : window.otherThanPlaces()) {
+        return testing::AssertionFailure() << "the window system was asked for " << other;
+    }
+    const auto asked = window.asked(window.frame());
     return asked ? testing::AssertionFailure() << "the window system was asked for " << *asked
                  : testing::AssertionSuccess();
 }

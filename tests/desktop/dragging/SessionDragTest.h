@@ -45,7 +45,8 @@ protected:
     testing::AssertionResult snaps(const PixelRect& wanted);
 
     /// Whether the program has left the window alone, everything that happened so far dealt with.
-    testing::AssertionResult isLeftAlone();
+    testing::AssertionResult isLeftAlone() { return isLeftAlone(window()); }
+    testing::AssertionResult isLeftAlone(SessionWindow& window);
 
     /// Drags the window from `from` to the place and expects it to become what the place promises.
     void expectDrop(int x, int y, const PixelRect& becomes, const PixelRect& from = usualFrame);

@@ -4,55 +4,109 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <string>
 
 #include "tests/desktop/dragging/DragTest.h"
+#include "tests/desktop/dragging/SessionDragTest.h"
 
 namespace lumatile::desktop {
 namespace {
 
-class WhatIsDragged : public DragTest {
-protected:
-    /// Presses inside the window, has it move, goes to the left edge and lets go.
-    /// @return false when the program does not answer
-    bool dragByItself(TestWindow& moving, std::uint8_t button, const PixelRect& to) {
-        const PixelRect frame = moving.frame();
-        DragHand hand(desktop().input(), button);
-        hand.press(frame.x + frame.width / 2, frame.y + frame.height / 2);
-        // The program has to see the press before the window moves.
-        const bool answered = desktop().settle();
-        moving.place(to);
-        forget();
-        hand.moveTo(2, 500);
-        hand.letGo();
-        return answered;
-    }
+constexpr PixelRect moved{520, 330, 700, 450};
 
-    void expectNoDrag(TestWindow& moving, std::uint8_t button, const PixelRect& to) {
-        ASSERT_TRUE(dragByItself(moving, button, to));
-        EXPECT_TRUE(isLeftAlone(moving.id()));
+class WhatIsDragged : public SessionDragTest {
+protected:
+    /// Presses inside the window, has it move, goes to the left edge, lets go, and expects the
+    /// program to see nothing in that.
+    void expectNoDrag(SessionWindow& moving, std::uint8_t button, const PixelRect& to) {
+        const PixelRect frame = moving.frame();
+        PointerHand other(desk(), button);
+        other.press(frame.x + frame.width / 2, frame.y + frame.height / 2);
+        // The program has to see the press before the window moves.
+        const bool hasSeen = desk().awaitProgram();
+        if (frame != to) {
+            moving.place(to);
+        }
+        desk().forget();
+        highlight().forget();
+        other.moveTo(2, 500);
+        other.letGo();
+        ASSERT_TRUE(hasSeen);
+        EXPECT_TRUE(isLeftAlone(moving));
         EXPECT_EQ(highlight().timesShown(), 0);
         EXPECT_EQ(moving.frame(), to);
     }
 
-    static constexpr PixelRect moved{520, 330, 700, 450};
+    static PixelRect lowerBy(int pixels, PixelRect frame) {
+        frame.y += pixels;
+        return frame;
+    }
 };
 
-class DesktopWindow : public WhatIsDragged {};
-
-TEST_P(WhatIsDragged, theFirstButtonAloneDrags) {
+TEST_P(WhatIsDragged, theOtherButtonsDragNothing) {
     start();
     for (const std::uint8_t button : {std::uint8_t{2}, std::uint8_t{3}}) {
         SCOPED_TRACE("button " + std::to_string(button));
         ASSERT_TRUE(prepare());
         expectNoDrag(window(), button, moved);
     }
+    expectNextDragSnaps();
+    EXPECT_EQ(desk().endProgram(), "");
+}
+
+TEST_P(WhatIsDragged, panelsAndTheDesktopStayWhereTheyAre) {
+    start(MonitorLayout::landscape(), 0);
+    // Not where the background is pressed.
+    ASSERT_TRUE(prepare({1300, 500, 500, 300}));
+    expectNoDrag(desk().panel(), 1, desk().panel().frame());
+    const auto background = desk().openTyped("DESKTOP");
+    ASSERT_TRUE(prepare({1300, 500, 500, 300}));
+    expectNoDrag(*background, 1, lowerBy(30, background->frame()));
+    EXPECT_EQ(desk().endProgram(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Desktop, WhatIsDragged, testing::ValuesIn(sessionKinds()), nameOfSession);
+
+/// Programs of X move their windows by themselves, and its server gives the buttons their numbers.
+class WhatIsDraggedOnX : public DragTest {
+protected:
+    /// Presses inside the window, has it move, goes to the left edge and lets go.
+    /// @return false when the program does not see the press
+    bool dragByItself(TestWindow& moving, const PixelRect& to) {
+        const PixelRect frame = moving.frame();
+        hand().press(frame.x + frame.width / 2, frame.y + frame.height / 2);
+        const bool hasSeen = awaitProgram();
+        moving.place(to);
+        forget();
+        hand().moveTo(2, 500);
+        hand().letGo();
+        return hasSeen;
+    }
+};
+
+TEST_P(WhatIsDraggedOnX, aWindowThatMovesItselfUnderTheFirstButton) {
+    start();
     ASSERT_TRUE(prepare());
-    ASSERT_TRUE(dragByItself(window(), 1, moved));
+    ASSERT_TRUE(dragByItself(window(), moved));
     EXPECT_TRUE(snaps(area("left")));
     EXPECT_EQ(desktop().endProgram(), "");
 }
 
-TEST_P(WhatIsDragged, theFirstButtonOfALeftHandedMouseIsItsRightOne) {
+TEST_P(WhatIsDraggedOnX, aPanelThatMovesItselfStaysThere) {
+    SnapDesktop::Setup setup = setupOn(MonitorLayout::landscape());
+    setup.panel = 0;
+    start(setup);
+    ASSERT_TRUE(prepare());
+    PixelRect higher = desktop().panel().frame();
+    higher.y -= 100;
+    ASSERT_TRUE(dragByItself(desktop().panel(), higher));
+    EXPECT_TRUE(isLeftAlone(desktop().panel().id()));
+    EXPECT_EQ(highlight().timesShown(), 0);
+    EXPECT_EQ(desktop().panel().frame(), higher);
+    EXPECT_EQ(desktop().endProgram(), "");
+}
+
+TEST_P(WhatIsDraggedOnX, theFirstButtonOfALeftHandedMouseIsItsRightOne) {
     start();
     InputDriver& input = desktop().input();
     const XReply<xcb_get_pointer_mapping_reply_t> mapping(xcb_get_pointer_mapping_reply(
@@ -64,7 +118,10 @@ TEST_P(WhatIsDragged, theFirstButtonOfALeftHandedMouseIsItsRightOne) {
     input.roundTrip();
 
     ASSERT_TRUE(prepare());
-    expectNoDrag(window(), 1, moved);
+    ASSERT_TRUE(dragByItself(window(), moved));
+    EXPECT_TRUE(isLeftAlone());
+    EXPECT_EQ(highlight().timesShown(), 0);
+
     ASSERT_TRUE(prepare());
     DragHand right(input, 3, [this] { return awaitProgram(); });
     ASSERT_TRUE(right.grip(window()));
@@ -74,37 +131,7 @@ TEST_P(WhatIsDragged, theFirstButtonOfALeftHandedMouseIsItsRightOne) {
     EXPECT_EQ(desktop().endProgram(), "");
 }
 
-TEST_P(WhatIsDragged, panelsStayWhereTheyAre) {
-    SnapDesktop::Setup setup = setupOn(MonitorLayout::landscape());
-    setup.panel = 0;
-    start(setup);
-    ASSERT_TRUE(prepare());
-    PixelRect higher = desktop().panel().frame();
-    higher.y -= 100;
-    expectNoDrag(desktop().panel(), 1, higher);
-    EXPECT_EQ(desktop().endProgram(), "");
-}
-
-TEST_P(DesktopWindow, staysWhereItIs) {
-    start();
-    TestWindow::Options options;
-    options.kind = TestWindow::Kind::desktop;
-    options.title = "desktop";
-    options.area = {0, 0, 1920, 1080};
-    TestWindow background(desktop().desktop().display(), options);
-    background.map();
-    ASSERT_TRUE(prepare({1300, 100, 500, 300}));
-    expectNoDrag(background, 1, {0, 30, 1920, 1080});
-    EXPECT_EQ(desktop().endProgram(), "");
-}
-
-INSTANTIATE_TEST_SUITE_P(Desktop, WhatIsDragged, testing::ValuesIn(WindowManager::kinds), nameOf);
-
-// Under kwin the window by which the program is asked whether it has seen the press does not always
-// answer while the button is held on the desktop.
-INSTANTIATE_TEST_SUITE_P(Desktop, DesktopWindow,
-                         testing::Values(WindowManager::Kind::openbox, WindowManager::Kind::xfwm4,
-                                         WindowManager::Kind::metacity),
+INSTANTIATE_TEST_SUITE_P(Desktop, WhatIsDraggedOnX, testing::ValuesIn(WindowManager::kinds),
                          nameOf);
 
 }  // namespace

@@ -43,6 +43,7 @@ public:
     int resizedAt() const override { return 3; }
     void forget() override { orders_.forget(); }
     void roundTrip() override { desktop_.probe().sync(); }
+    void awaitWindowManager() override { roundTrip(); }
     using SessionDesk::waitUntil;
     bool waitUntil(const std::function<bool()>& condition, Deadline deadline) override;
     using SessionDesk::settle;

@@ -105,6 +105,9 @@ public:
     /// Returns when the window system has dealt with everything that was done on it.
     virtual void roundTrip() = 0;
 
+    /// Returns when windows are where everything that was done before has put them.
+    virtual void awaitWindowManager() = 0;
+
     using Pointer::waitUntil;
     bool waitUntil(const std::function<bool()>& condition) {
         return waitUntil(condition, Deadline::usual());

@@ -48,6 +48,7 @@ SessionKind kindOn(WindowManager::Kind windowManager) {
     kind.name = toString(windowManager);
     kind.windowKinds = X11SessionDesk::windowKinds();
     kind.titledKinds = X11SessionDesk::titledKinds();
+    kind.framesOutOfATile = windowManager == WindowManager::Kind::kwin ? 2 : 0;
     kind.leftStates = {SpecialState::maximized, SpecialState::maximizedVertically,
                        SpecialState::maximizedHorizontally};
     kind.placedTypes = {"DIALOG", "UTILITY", "SPLASH", "TOOLBAR", "NOTIFICATION"};

@@ -15,7 +15,11 @@ struct SessionKind {
     /// Of `SessionDesk::open`. The first is framed, and moved by its title bar.
     std::vector<std::string> windowKinds;
     std::vector<std::string> titledKinds;  ///< Those of them that a title bar moves.
-    bool hasScales = false;                ///< Whether monitors can have a scale other than 1.
+    /// How many more frames a dropped window takes where the desktop has tiled it by itself, which
+    /// it does at every edge but the lower one: the way out of a tile of kwin's leads through being
+    /// maximized and restored.
+    std::size_t framesOutOfATile = 0;
+    bool hasScales = false;  ///< Whether monitors can have a scale other than 1.
     /// The states out of which a snap takes a window.
     std::vector<SpecialState> leftStates;
     /// Types of windows that a snap places as any other, and types that it leaves alone: what the

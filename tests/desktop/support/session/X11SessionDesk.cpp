@@ -90,7 +90,10 @@ std::unique_ptr<SessionWindow> X11SessionDesk::openTyped(const std::string& type
     options.type = type;
     auto window = std::make_unique<TestWindow>(desktop_.desktop().display(), options);
     window->map();
-    return std::make_unique<X11SessionWindow>(forWindows_, std::move(window));
+    // What is not an ordinary window is not tiled.
+    X11SessionWindow::Desk neverTiled = forWindows_;
+    neverTiled.isPutOutOfItsTile = false;
+    return std::make_unique<X11SessionWindow>(neverTiled, std::move(window));
 }
 
 SessionWindow& X11SessionDesk::panel() {

@@ -3,6 +3,7 @@
 #include "tests/desktop/support/Compositor.h"
 #include "tests/desktop/support/HighlightWatch.h"
 #include "tests/desktop/support/SnapDesktop.h"
+#include "tests/desktop/support/WindowManagerAnswer.h"
 #include "tests/desktop/support/XPointer.h"
 #include "tests/desktop/support/session/SessionDesk.h"
 #include "tests/desktop/support/session/X11SessionWindow.h"
@@ -47,6 +48,7 @@ public:
     int resizedAt() const override;
     void forget() override { desktop_.observer().forget(); }
     void roundTrip() override { desktop_.observer().roundTrip(); }
+    void awaitWindowManager() override { waitForWindowManager(desktop_.observer()); }
     using SessionDesk::waitUntil;
     bool waitUntil(const std::function<bool()>& condition, Deadline deadline) override {
         return pointer_.waitUntil(condition, deadline);
