@@ -8,6 +8,7 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <utility>
 
 #include "tests/desktop/support/DesktopError.h"
 #include "tests/desktop/support/XClient.h"
@@ -39,7 +40,7 @@ void writeTo(const std::filesystem::path& path, const std::string& text) {
 /// Where the compositor's first program says what the session's programs need to know.
 class ReadyPipe {
 public:
-    explicit ReadyPipe(const std::filesystem::path& path) : path_(path) {
+    explicit ReadyPipe(std::filesystem::path path) : path_(std::move(path)) {
         std::filesystem::remove(path_);
         if (mkfifo(path_.c_str(), S_IRUSR | S_IWUSR) != 0) {
             throw DesktopError("no pipe at " + path_.string());

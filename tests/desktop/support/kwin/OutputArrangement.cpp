@@ -25,12 +25,11 @@ struct Device {
 };
 
 struct DeviceNews {
-    static void name(void* device, kde_output_device_v2* /*proxy*/, const char* name) {
-        static_cast<Device*>(device)->name = name;
+    static void name(void* data, kde_output_device_v2* /*proxy*/, const char* name) {
+        static_cast<Device*>(data)->name = name;
     }
-    static void mode(void* device, kde_output_device_v2* /*proxy*/,
-                     kde_output_device_mode_v2* mode) {
-        static_cast<Device*>(device)->modes.push_back(mode);
+    static void mode(void* data, kde_output_device_v2* /*proxy*/, kde_output_device_mode_v2* mode) {
+        static_cast<Device*>(data)->modes.push_back(mode);
     }
     static void applied(void* answer, kde_output_configuration_v2* /*proxy*/) {
         *static_cast<std::optional<bool>*>(answer) = true;

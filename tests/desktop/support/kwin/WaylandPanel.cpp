@@ -27,12 +27,12 @@ struct WaylandPanel::Output {
 struct WaylandPanel::PanelNews {
     template <typename... Arguments>
     static void nothing(void* /*output*/, wl_output* /*proxy*/, Arguments... /*arguments*/) {}
-    static void name(void* output, wl_output* /*proxy*/, const char* name) {
-        static_cast<Output*>(output)->name = name;
+    static void name(void* data, wl_output* /*proxy*/, const char* name) {
+        static_cast<Output*>(data)->name = name;
     }
-    static void configured(void* self, zwlr_layer_surface_v1* panel, std::uint32_t serial,
+    static void configured(void* self, zwlr_layer_surface_v1* proxy, std::uint32_t serial,
                            std::uint32_t /*width*/, std::uint32_t /*height*/) {
-        zwlr_layer_surface_v1_ack_configure(panel, serial);
+        zwlr_layer_surface_v1_ack_configure(proxy, serial);
         static_cast<WaylandPanel*>(self)->isConfigured_ = true;
     }
     static void closed(void* /*self*/, zwlr_layer_surface_v1* /*panel*/) {}
