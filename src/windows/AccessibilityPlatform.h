@@ -60,9 +60,10 @@ public:
     virtual void endJoinedWrites() {}
 
     /// Says that the writes up to `endWriteBatch`, to however many elements, do not build on one
-    /// another, so that a platform that has to wait for answers may ask for all of it first and wait
-    /// once. A write between the two tells whether its value can be asked for, not what came of it;
-    /// a read of an element that was written to comes after all of them. Through `WriteBatch`.
+    /// another, so that a platform that has to wait for answers may ask for all of it first and
+    /// wait once. A write between the two tells whether its value can be asked for, not what came
+    /// of it; a read of an element that was written to comes after all of them. Through
+    /// `WriteBatch`.
     virtual void beginWriteBatch() {}
 
     /// Returns when the desktop has answered all of it or the longest of the time-outs is over.
