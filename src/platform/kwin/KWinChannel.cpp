@@ -25,8 +25,8 @@ constexpr const char* description = R"(<node><interface name="org.lumatile.KWinS
 // Milliseconds in which KWin answers about scripts. It reads the file before.
 constexpr int loadPatience = 5000;
 
-// Seconds. KWin gives up a call of its script after 25 s.
-constexpr double questionGrowsOld = 12;
+// Seconds. The script takes the program for dead after 20 s; each question wakes both up.
+constexpr double questionGrowsOld = 14;
 // The script asks again as soon as it has been answered; KWin may be busy for a moment.
 constexpr double questionIsOverdue = 3;
 constexpr double helloIsOverdue = 5;

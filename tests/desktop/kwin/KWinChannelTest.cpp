@@ -249,10 +249,10 @@ TEST_F(KWinChannelTest, manyOrdersGoOutAFewAtATime) {
 
 TEST_F(KWinChannelTest, aQuestionIsAnsweredBeforeItGrowsOld) {
     loadAndGreet();
-    runLoop.advance(11);
+    runLoop.advance(13);
     runReady();
     EXPECT_TRUE(script->orders.empty());
-    runLoop.advance(3);
+    runLoop.advance(1);
     ASSERT_TRUE(serve([&] { return script->orders.size() == 1; }));
     EXPECT_EQ(script->orders[0], "[]");
 }
