@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "tests/desktop/support/DesktopError.h"
+#include "tests/desktop/support/kwin/PixelSpace.h"
 #include "tests/desktop/support/kwin/SessionWait.h"
 #include "tests/desktop/support/session/KWinSessionWindow.h"
 
@@ -14,11 +15,6 @@ namespace {
 constexpr const char* nativeDecorated = "nativeDecorated";
 constexpr const char* nativeClientSide = "nativeClientSide";
 constexpr const char* decoratedOnX = "decoratedOnX";
-
-Rect rectOf(const PixelRect& rect) {
-    return {static_cast<double>(rect.x), static_cast<double>(rect.y),
-            static_cast<double>(rect.width), static_cast<double>(rect.height)};
-}
 
 KWinDesktop::Options optionsOf(const SessionDesk::Setup& setup) {
     const MonitorLayout& layout = setup.layout;

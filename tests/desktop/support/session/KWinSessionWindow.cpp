@@ -6,15 +6,11 @@
 #include <utility>
 
 #include "tests/desktop/support/DesktopError.h"
+#include "tests/desktop/support/kwin/PixelSpace.h"
 #include "tests/desktop/support/kwin/SessionWait.h"
 
 namespace lumatile::desktop {
 namespace {
-
-Rect rectOf(const PixelRect& rect) {
-    return {static_cast<double>(rect.x), static_cast<double>(rect.y),
-            static_cast<double>(rect.width), static_cast<double>(rect.height)};
-}
 
 PixelRect pixelsOf(const Rect& rect) {
     return {static_cast<int>(std::floor(rect.x)), static_cast<int>(std::floor(rect.y)),

@@ -8,6 +8,7 @@
 #include "tests/desktop/support/DesktopError.h"
 #include "tests/desktop/support/MainLoop.h"
 #include "tests/desktop/support/OuterFrame.h"
+#include "tests/desktop/support/kwin/PixelSpace.h"
 #include "tests/desktop/support/kwin/SessionWait.h"
 #include "tests/desktop/support/kwin/WaylandPanel.h"
 #include "tests/desktop/support/shifting/UnmanagedWindow.h"
@@ -22,11 +23,6 @@ namespace {
 const std::vector<std::string> kinds{"nativeDecorated", "onX", "nativeClientSide"};
 
 constexpr int panelHeight = 37;
-
-Rect rectOf(const PixelRect& rect) {
-    return {static_cast<double>(rect.x), static_cast<double>(rect.y),
-            static_cast<double>(rect.width), static_cast<double>(rect.height)};
-}
 
 /// One that KWin shows and does not manage: it has no id by which anything could be asked about it.
 class UnmanagedOnX : public ShiftedWindow {
